@@ -1,0 +1,26 @@
+# Each folder collects its own sources, so adding a file needs no edit here.
+function(distinta_sources out)
+  set(result)
+  foreach(dir IN LISTS ARGN)
+    file(GLOB found CONFIGURE_DEPENDS
+      ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.cpp
+      ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.h
+      ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.qrc)
+    list(APPEND result ${found})
+  endforeach()
+  set(${out} ${result} PARENT_SCOPE)
+endfunction()
+
+
+# A shared library from the sources of the given folders (relative to the current one).
+# Skipped while the folders hold no sources yet.
+function(distinta_library name)
+  cmake_parse_arguments(ARG "" "" "DIRS;LINK;PRIVATE_LINK" ${ARGN})
+  distinta_sources(sources ${ARG_DIRS})
+  if(NOT sources)
+    return()
+  endif()
+  add_library(${name} SHARED ${sources})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
+endfunction()

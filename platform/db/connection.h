@@ -1,0 +1,61 @@
+#pragma once
+
+#include "databaseerror.h"
+
+#include <QString>
+#include <memory>
+
+namespace db {
+
+class Recordset;
+class Backend;
+
+// The module's database connection.
+//
+// Connection strings:
+//   "Provider=SQLite;Data Source=<file>"          embedded database (T-SQL is translated)
+//   any other string                              ODBC connection string, sent to the driver
+//                                                 unchanged; statements go to the server unchanged
+//   an ODBC string with "TSQLCompat=SQLite;"      ODBC to a SQLite driver, statements translated
+//                                                 (the key is removed before the driver sees it)
+// Connections are shared (std::shared_ptr) between the host and the forms, as the
+// host's ADO connection object is.
+class Connection
+{
+public:
+    // Opens the connection; throws DatabaseError.
+    static std::shared_ptr<Connection> open(const QString &connectionString);
+    ~Connection();
+
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    QString connectionString() const;
+    bool translatesTsql() const;   // true when statements go through the SQLite compatibility layer
+
+    // Executes a statement that returns no rows; returns the rows affected. Throws DatabaseError.
+    int execute(const QString &sql);
+
+    // Runs a query and reads every row into a client-side recordset. Throws DatabaseError.
+    std::shared_ptr<Recordset> openRecordset(const QString &sql);
+
+    // The errors of the last failure (the ADO error collection); empty after success is not
+    // guaranteed: the list is replaced only by the next failure or by clearErrors().
+    const QList<DbError> &errors() const;
+    void clearErrors();
+
+    Backend &backend();            // used by Recordset for write-back
+
+private:
+    explicit Connection(const QString &connectionString);
+    void fail(const DatabaseError &error); // records and rethrows
+    friend class Recordset;
+
+    QString m_connectionString;
+    std::unique_ptr<Backend> m_backend;
+    QList<DbError> m_errors;
+};
+
+using ConnectionPtr = std::shared_ptr<Connection>;
+
+} // namespace db

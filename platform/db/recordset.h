@@ -1,0 +1,108 @@
+#pragma once
+
+#include "databaseerror.h"
+#include "field.h"
+
+#include <QAbstractTableModel>
+#include <QString>
+#include <QVariant>
+#include <memory>
+
+namespace db {
+
+class Connection;
+struct RecordsetData;
+
+// A client-side recordset: every row is read at open, navigation happens in memory.
+//
+// Positions: currentRow() is the 0-based index among the rows that pass the filter, or -1
+// at BOF/EOF. absolutePosition() is 1-based as in ADO (0 when there is no current row).
+//
+// A recordset opened on one base table whose primary key is in the select list writes its
+// changes back through its connection (UPDATE/INSERT/DELETE with bound values). An UPDATE also
+// checks the original values of the changed columns; when the row was changed meanwhile by
+// someone else, update() throws DatabaseError and the row keeps the user's values, pending.
+// Any other recordset (joins, temporary tables, no key) is edited in memory only.
+//
+// Clones share rows with their original: a change made through one shows in the other and in
+// every view bound to either. Each clone has its own position and filter.
+//
+// Null database values are null QVariants. Dates are QDateTime.
+class Recordset : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    ~Recordset() override;
+
+    // --- fields
+    int fieldCount() const;
+    const FieldInfo &field(int index) const;
+    int fieldIndex(const QString &name) const;   // case-insensitive; -1 when absent
+    QString sourceStatement() const;
+    QString baseTable() const;                    // empty when not writable
+
+    // --- position
+    bool bof() const;
+    bool eof() const;
+    bool isEmpty() const { return recordCount() == 0; }
+    int recordCount() const;                      // rows passing the filter
+    int currentRow() const;                       // -1 at BOF/EOF
+    void setCurrentRow(int row);                  // -1 leaves the row (EOF)
+    int absolutePosition() const;
+    void setAbsolutePosition(int position);       // 1-based
+    void moveFirst();
+    void moveLast();
+    void moveNext();
+    void movePrevious();
+
+    // --- values of the current row; throw DatabaseError at BOF/EOF or for an unknown field
+    QVariant value(const QString &fieldName) const;
+    QVariant value(int fieldIndex) const;
+    void setValue(const QString &fieldName, const QVariant &value); // starts editing the row
+    void setValue(int fieldIndex, const QVariant &value);
+
+    // --- values by row without moving (row among the filtered rows)
+    QVariant valueAt(int row, int fieldIndex) const;
+
+    // --- filter: "" clears it; otherwise simple comparisons joined by AND/OR:
+    //     COL = n, COL <> n, COL = 'text', COL like '%x%'. Moves to the first row.
+    void setFilter(const QString &criteria);
+    QString filter() const;
+
+    // --- ADO Find: searches forward from the current row (inclusive) for "COL like '%x%'",
+    //     "COL = n" or "COL = 'text'"; lands on the match, or EOF when none. Returns true on match.
+    bool find(const QString &criteria);
+
+    std::shared_ptr<Recordset> clone() const;
+
+    // --- editing
+    bool isEditing() const;          // current row has pending changes or is a new row
+    void addNew();                   // appends a new row and makes it current
+    void update();                   // writes pending changes (no-op when none); throws
+    void cancelUpdate();
+    void deleteCurrent();            // deletes the current row (and its base-table row); throws
+
+    // --- QAbstractTableModel: one row per filtered row, one column per field.
+    // setData() writes the cell and updates at once, like a grid edit.
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+signals:
+    void currentRowChanged(int row);
+
+private:
+    friend class Connection;
+    Recordset(std::shared_ptr<RecordsetData> data, std::shared_ptr<Connection> connection);
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+using RecordsetPtr = std::shared_ptr<Recordset>;
+
+} // namespace db
