@@ -1,5 +1,12 @@
-// TEMPORARY placeholder until the tokenizer-based translator lands.
 #include "tsqltranslator.h"
+
+#include "tsqlrewriter.h"
+
 namespace db {
-QString translateTsqlToSqlite(const QString &tsql) { return tsql; }
+
+QString translateTsqlToSqlite(const QString &tsql)
+{
+    return TsqlRewriter(tsql).rewrite();
 }
+
+} // namespace db

@@ -1,0 +1,704 @@
+#include "tsqlrewriter.h"
+
+#include "tsqlerror.h"
+
+namespace db {
+
+using Kind = TsqlTokenKind;
+
+TsqlRewriter::TsqlRewriter(const QString &sql)
+    : m_sql(sql)
+    , m_t(tokenizeTsql(sql))
+{
+    m_out.reserve(sql.size() + sql.size() / 8 + 32);
+}
+
+QString TsqlRewriter::rewrite()
+{
+    const int n = int(m_t.size());
+    if (n == 0)
+        return m_out;
+
+    // One statement, optionally closed by a semicolon.
+    int e = n;
+    if (m_t[n - 1].isSymbol(u';'))
+        e = n - 1;
+
+    const TsqlToken &first = m_t[0];
+    if (first.kind != Kind::Word)
+        unsupported(0);
+
+    if (first.isWord(QLatin1StringView("SELECT"))) {
+        selectStatement(e);
+    } else if (first.isWord(QLatin1StringView("INSERT"))) {
+        insertStatement(e);
+    } else if (first.isWord(QLatin1StringView("UPDATE"))) {
+        updateStatement(e);
+    } else if (first.isWord(QLatin1StringView("DELETE"))) {
+        deleteStatement(e);
+    } else if (first.isWord(QLatin1StringView("IF"))) {
+        ifStatement(e);
+    } else if (first.isWord(QLatin1StringView("DROP"))) {
+        dropStatement(e);
+    } else {
+        // Statements of SQLite's own that the back end issues itself (schema, pragmas,
+        // transactions) pass untouched; any other T-SQL statement is refused.
+        static const char *const native[] = {"CREATE", "ALTER", "PRAGMA", "BEGIN", "COMMIT",
+                                             "ROLLBACK", "END", "SAVEPOINT", "RELEASE",
+                                             "VACUUM", "ANALYZE", "REINDEX", "ATTACH", "DETACH"};
+        for (const char *w : native) {
+            if (first.isWord(QLatin1StringView(w))) {
+                return m_sql;
+            }
+        }
+        unsupported(0);
+    }
+    if (e < n)
+        put(e);
+    return m_out;
+}
+
+// ---------------------------------------------------------------------------------------
+// Statements
+
+void TsqlRewriter::selectStatement(int e)
+{
+    // SELECT ... INTO name FROM ...: the INTO belongs to the first SELECT of the statement.
+    const int stop = findAtDepth(0, e, {"UNION", "EXCEPT", "INTERSECT"});
+    const int into = findAtDepth(0, stop, {"INTO"});
+    if (into < stop) {
+        if (into + 1 >= stop || !m_t[into + 1].isName()
+            || (into + 2 < stop && m_t[into + 2].isSymbol(u'.')))
+            unsupported(into);
+        const TsqlToken &target = m_t[into + 1];
+        if (target.kind == Kind::TempName && target.text.startsWith(QLatin1StringView("##")))
+            unsupported(into + 1);
+        m_out += m_t[0].lead;
+        m_out += target.kind == Kind::TempName ? QLatin1StringView("CREATE TEMP TABLE ")
+                                               : QLatin1StringView("CREATE TABLE ");
+        m_suppressLead = true;
+        put(into + 1);
+        m_out += QLatin1StringView(" AS ");
+        m_suppressLead = true;
+        m_intoIndex = into;
+    }
+    emitSelect(0, e, SelectRole::Statement, false);
+}
+
+void TsqlRewriter::insertStatement(int e)
+{
+    int i = 0;
+    put(i++);
+    if (word(i, e, "OR") && i + 1 < e) { // SQLite's INSERT OR REPLACE
+        put(i++);
+        put(i++);
+    }
+    if (word(i, e, "TOP"))
+        unsupported(i);
+    if (word(i, e, "INTO"))
+        put(i++);
+    else
+        m_out += QLatin1StringView(" INTO");
+    i = tableTarget(i, e, "INSERT");
+
+    if (symbol(i, e, u'(')) {
+        const int close = m_t[i].match;
+        for (int k = i; k <= close; ++k) {
+            if (!m_t[k].isName() && !m_t[k].isSymbol(u',') && k != i && k != close)
+                unsupported(k);
+            put(k);
+        }
+        i = close + 1;
+    }
+
+    if (word(i, e, "VALUES")) {
+        put(i++);
+        while (true) {
+            if (!symbol(i, e, u'('))
+                unsupported(i < e ? i : e - 1);
+            const int close = m_t[i].match;
+            put(i);
+            emitExpressionList(i + 1, close);
+            put(close);
+            i = close + 1;
+            if (!symbol(i, e, u','))
+                break;
+            put(i++);
+        }
+    } else if (word(i, e, "SELECT")) {
+        const int end = findAtDepth(i, e, {"RETURNING"});
+        emitSelect(i, end, SelectRole::InsertSource, false);
+        i = end;
+    } else if (word(i, e, "DEFAULT") && word(i + 1, e, "VALUES")) {
+        put(i++);
+        put(i++);
+    } else {
+        unsupported(i < e ? i : e - 1);
+    }
+    i = returningClause(i, e);
+    if (i < e)
+        unsupported(i);
+}
+
+void TsqlRewriter::updateStatement(int e)
+{
+    int i = 0;
+    put(i++);
+    if (word(i, e, "OR") && i + 1 < e) {
+        put(i++);
+        put(i++);
+    }
+    if (word(i, e, "TOP"))
+        unsupported(i);
+    i = tableTarget(i, e, "UPDATE");
+    if (!word(i, e, "SET"))
+        unsupported(i < e ? i : e - 1);
+    put(i++);
+
+    const int from = findAtDepth(i, e, {"FROM"});
+    if (from < e)
+        throwUnsupportedTsql(QStringLiteral("UPDATE ... FROM"));
+    const int where = findAtDepth(i, e, {"WHERE", "RETURNING"});
+    emitExpressionList(i, where);
+    i = where;
+    if (word(i, e, "WHERE")) {
+        const int end = findAtDepth(i + 1, e, {"RETURNING"});
+        put(i);
+        emitExpressionList(i + 1, end);
+        i = end;
+    }
+    i = returningClause(i, e);
+    if (i < e)
+        unsupported(i);
+}
+
+void TsqlRewriter::deleteStatement(int e)
+{
+    int i = 0;
+    put(i++);
+    if (word(i, e, "TOP"))
+        unsupported(i);
+    if (word(i, e, "FROM"))
+        put(i++);
+    else
+        m_out += QLatin1StringView(" FROM");
+    i = tableTarget(i, e, "DELETE");
+    if (word(i, e, "FROM"))
+        throwUnsupportedTsql(QStringLiteral("DELETE ... FROM"));
+    if (word(i, e, "WHERE")) {
+        const int end = findAtDepth(i + 1, e, {"RETURNING"});
+        put(i);
+        emitExpressionList(i + 1, end);
+        i = end;
+    }
+    i = returningClause(i, e);
+    if (i < e)
+        unsupported(i);
+}
+
+// The table written by INSERT, UPDATE or DELETE: a name, never with hints or an alias.
+int TsqlRewriter::tableTarget(int i, int e, const char *statement)
+{
+    if (i >= e || !m_t[i].isName() || tsqlKeyword(m_t[i].text) != TsqlKeyword::None)
+        throwUnsupportedTsql(QLatin1StringView(statement) + QStringLiteral(" senza tabella"));
+    i = emitName(i, e);
+    if (word(i, e, "WITH") || (symbol(i, e, u'(') && isNolockHint(i)))
+        unsupported(i);
+    return i;
+}
+
+int TsqlRewriter::returningClause(int i, int e)
+{
+    if (!word(i, e, "RETURNING"))
+        return i;
+    put(i);
+    emitExpressionList(i + 1, e);
+    return e;
+}
+
+// IF OBJECT_ID('tempdb..#t') IS NOT NULL DROP TABLE #t, the only IF the module sends.
+void TsqlRewriter::ifStatement(int e)
+{
+    const auto fail = [] { throwUnsupportedTsql(QStringLiteral("IF")); };
+    int i = 1;
+    if (!word(i, e, "OBJECT_ID") || !symbol(i + 1, e, u'('))
+        fail();
+    const int close = m_t[i + 1].match;
+    const int literal = i + 2;
+    if (m_t[literal].kind != Kind::String)
+        fail();
+    if (literal + 1 != close
+        && !(literal + 3 == close && m_t[literal + 1].isSymbol(u',')
+             && m_t[literal + 2].kind == Kind::String
+             && m_t[literal + 2].stringValue().compare(QLatin1StringView("U"), Qt::CaseInsensitive) == 0))
+        fail();
+    i = close + 1;
+    if (!word(i, e, "IS") || !word(i + 1, e, "NOT") || !word(i + 2, e, "NULL")
+        || !word(i + 3, e, "DROP") || !word(i + 4, e, "TABLE") || i + 6 != e
+        || m_t[i + 5].kind != Kind::TempName)
+        fail();
+
+    const QString objectName = m_t[literal].stringValue();
+    const QStringView table = m_t[i + 5].text;
+    QStringView inTempdb;
+    for (const char *prefix : {"tempdb..", "tempdb.dbo."}) {
+        if (objectName.startsWith(QLatin1StringView(prefix), Qt::CaseInsensitive))
+            inTempdb = QStringView(objectName).mid(qsizetype(strlen(prefix)));
+    }
+    if (inTempdb.compare(table, Qt::CaseInsensitive) != 0 || table.startsWith(QLatin1StringView("##")))
+        fail();
+
+    m_out += m_t[0].lead;
+    m_out += QLatin1StringView("DROP TABLE IF EXISTS temp.\"");
+    m_out += table;
+    m_out += u'"';
+}
+
+void TsqlRewriter::dropStatement(int e)
+{
+    int i = 0;
+    put(i++);
+    if (!word(i, e, "TABLE")) {
+        // DROP INDEX, VIEW, TRIGGER: schema statements, as written.
+        putRange(i, e);
+        return;
+    }
+    put(i++);
+    if (word(i, e, "IF") && word(i + 1, e, "EXISTS")) {
+        put(i++);
+        put(i++);
+    }
+    if (i < e && m_t[i].kind == Kind::TempName && i + 1 == e) {
+        putText(i, QString());
+        m_out += QLatin1StringView("temp.");
+        m_suppressLead = true;
+        put(i);
+        return;
+    }
+    if (i >= e || !m_t[i].isName())
+        unsupported(i < e ? i : e - 1);
+    i = emitName(i, e);
+    if (i < e)
+        unsupported(i);
+}
+
+// ---------------------------------------------------------------------------------------
+// Queries
+
+void TsqlRewriter::emitSelect(int b, int e, SelectRole role, bool inCompound)
+{
+    const int compound = findAtDepth(b, e, {"UNION", "EXCEPT", "INTERSECT"});
+    if (compound >= e) {
+        emitSimpleSelect(b, e, role, inCompound);
+        return;
+    }
+    emitSimpleSelect(b, compound, role, true);
+    int i = compound;
+    put(i++);
+    if (word(i, e, "ALL"))
+        put(i++);
+    if (!word(i, e, "SELECT"))
+        unsupported(i < e ? i : compound);
+    emitSelect(i, e, role == SelectRole::Statement ? SelectRole::InsertSource : role, true);
+}
+
+void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompound)
+{
+    int i = b;
+    put(i++);
+    if (word(i, e, "DISTINCT") || word(i, e, "ALL"))
+        put(i++);
+
+    QString limit;
+    if (word(i, e, "TOP")) {
+        ++i;
+        if (inCompound)
+            throwUnsupportedTsql(QStringLiteral("TOP con UNION"));
+        int count = i;
+        if (symbol(i, e, u'(')) {
+            count = i + 1;
+            if (m_t[i].match != i + 2)
+                unsupported(count);
+            i = m_t[i].match + 1;
+        } else {
+            ++i;
+        }
+        if (count >= e || m_t[count].kind != Kind::Number || m_t[count].text.startsWith(QLatin1StringView("0x"))
+            || m_t[count].text.contains(u'.') || m_t[count].text.contains(u'e')
+            || m_t[count].text.contains(u'E'))
+            throwUnsupportedTsql(QStringLiteral("TOP ") + (count < e ? tokenText(count) : QString()));
+        if (word(i, e, "PERCENT"))
+            throwUnsupportedTsql(QStringLiteral("TOP PERCENT"));
+        if (word(i, e, "WITH"))
+            throwUnsupportedTsql(QStringLiteral("TOP WITH TIES"));
+        limit = m_t[count].text.toString();
+    }
+
+    // Clause starts at this query's depth, in the order written.
+    struct Clause { int at; const char *name; };
+    Clause clauses[10];
+    int clauseCount = 0;
+    static const char *const clauseWords[] = {"INTO", "FROM", "WHERE", "GROUP", "HAVING",
+                                              "ORDER", "LIMIT", "OPTION", "FOR", "OFFSET"};
+    for (int k = i; k < e; ++k) {
+        const TsqlToken &t = m_t[k];
+        if (t.isSymbol(u'(')) {
+            k = t.match;
+            continue;
+        }
+        if (t.kind != Kind::Word)
+            continue;
+        for (const char *w : clauseWords) {
+            if (t.isWord(QLatin1StringView(w))) {
+                if (clauseCount == 10)
+                    unsupported(k);
+                clauses[clauseCount++] = {k, w};
+                break;
+            }
+        }
+    }
+
+    const int listEnd = clauseCount > 0 ? clauses[0].at : e;
+    if (listEnd == i)
+        unsupported(i < e ? i : b);
+    emitExpressionList(i, listEnd);
+
+    for (int c = 0; c < clauseCount; ++c) {
+        const int at = clauses[c].at;
+        const int end = c + 1 < clauseCount ? clauses[c + 1].at : e;
+        const QLatin1StringView name(clauses[c].name);
+        if (name == QLatin1StringView("INTO")) {
+            if (at != m_intoIndex || role != SelectRole::Statement || c != 0 || end != at + 2)
+                throwUnsupportedTsql(QStringLiteral("SELECT ... INTO"));
+        } else if (name == QLatin1StringView("FROM")) {
+            put(at);
+            emitFrom(at + 1, end);
+        } else if (name == QLatin1StringView("WHERE") || name == QLatin1StringView("HAVING")) {
+            put(at);
+            emitExpressionList(at + 1, end);
+        } else if (name == QLatin1StringView("GROUP") || name == QLatin1StringView("ORDER")) {
+            if (!word(at + 1, end, "BY"))
+                unsupported(at);
+            put(at);
+            put(at + 1);
+            emitExpressionList(at + 2, end);
+        } else if (name == QLatin1StringView("LIMIT") || name == QLatin1StringView("OFFSET")) {
+            if (!limit.isEmpty())
+                throwUnsupportedTsql(QStringLiteral("TOP con LIMIT"));
+            put(at);
+            emitExpressionList(at + 1, end);
+        } else {
+            unsupported(at); // OPTION (...), FOR XML/BROWSE/UPDATE
+        }
+    }
+
+    if (!limit.isEmpty()) {
+        m_out += QLatin1StringView(" LIMIT ");
+        m_out += limit;
+    }
+}
+
+// FROM clause. Joins written without parentheses nest the way their ON clauses pair up:
+// A RIGHT JOIN B JOIN C ON c1 ON c2 is A RIGHT JOIN (B JOIN C ON c1) ON c2. The tree is
+// parsed first, then written in the same token order with parentheses around every right
+// operand that is itself a join.
+void TsqlRewriter::emitFrom(int b, int e)
+{
+    std::vector<FromSegment> segs;
+    segs.reserve(16);
+    bool isJoin = false;
+    const int end = parseTableExpression(b, e, false, isJoin, segs);
+    if (end < e)
+        unsupported(end);
+
+    for (const FromSegment &seg : segs) {
+        if (seg.opens > 0) {
+            putText(seg.b, QString(seg.opens, u'('));
+            m_suppressLead = true;
+        }
+        switch (seg.kind) {
+        case FromSegment::Name:
+            emitName(seg.b, seg.e);
+            break;
+        case FromSegment::Tokens:
+            for (int k = seg.b; k < seg.e; ++k)
+                put(k);
+            break;
+        case FromSegment::Skip:
+            m_suppressLead = false;
+            break;
+        case FromSegment::Subquery:
+            put(seg.b);
+            emitSelect(seg.b + 1, seg.e - 1, SelectRole::Subquery, false);
+            put(seg.e - 1);
+            break;
+        case FromSegment::ParenJoin:
+            put(seg.b);
+            emitFrom(seg.b + 1, seg.e - 1);
+            put(seg.e - 1);
+            break;
+        case FromSegment::Condition:
+            put(seg.b);
+            emitExpressionList(seg.b + 1, seg.e);
+            break;
+        }
+        if (seg.closes > 0)
+            m_out += QString(seg.closes, u')');
+    }
+}
+
+int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin,
+                                       std::vector<FromSegment> &segs)
+{
+    isJoin = false;
+    i = parseTablePrimary(i, e, segs);
+    while (i < e) {
+        const int opLength = joinOperatorLength(i, e);
+        if (opLength == 0) {
+            if (!nested && m_t[i].isSymbol(u',')) {
+                segs.push_back({FromSegment::Tokens, i, i + 1});
+                i = parseTablePrimary(i + 1, e, segs);
+                isJoin = true;
+                continue;
+            }
+            break;
+        }
+        const bool cross = m_t[i].isWord(QLatin1StringView("CROSS"));
+        segs.push_back({FromSegment::Tokens, i, i + opLength});
+        i += opLength;
+        isJoin = true;
+        if (cross) {
+            i = parseTablePrimary(i, e, segs);
+            continue;
+        }
+        const size_t rightFirst = segs.size();
+        bool rightIsJoin = false;
+        i = parseTableExpression(i, e, true, rightIsJoin, segs);
+        if (!word(i, e, "ON"))
+            throwUnsupportedTsql(QStringLiteral("JOIN senza ON"));
+        if (rightIsJoin) {
+            segs[rightFirst].opens++;
+            segs.back().closes++;
+        }
+        const int end = conditionEnd(i + 1, e);
+        if (end == i + 1)
+            unsupported(i);
+        segs.push_back({FromSegment::Condition, i, end});
+        i = end;
+    }
+    return i;
+}
+
+int TsqlRewriter::parseTablePrimary(int i, int e, std::vector<FromSegment> &segs)
+{
+    if (i >= e)
+        throwUnsupportedTsql(QStringLiteral("FROM senza tabella"));
+    const TsqlToken &t = m_t[i];
+    if (t.isSymbol(u'(')) {
+        const int close = t.match;
+        if (close == i + 1)
+            unsupported(i);
+        segs.push_back({word(i + 1, close, "SELECT") ? FromSegment::Subquery : FromSegment::ParenJoin,
+                        i, close + 1});
+        return parseAliasAndHints(close + 1, e, segs);
+    }
+    if (!t.isName() || (t.kind == Kind::Word && tsqlKeyword(t.text) != TsqlKeyword::None))
+        unsupported(i);
+    int j = i + 1;
+    while (j + 1 < e && m_t[j].isSymbol(u'.') && m_t[j + 1].isName())
+        j += 2;
+    if (symbol(j, e, u'(') && !isNolockHint(j))
+        throwUnsupportedTsql(tokenText(i) + QStringLiteral("(...)"));
+    segs.push_back({FromSegment::Name, i, j});
+    return parseAliasAndHints(j, e, segs);
+}
+
+int TsqlRewriter::parseAliasAndHints(int i, int e, std::vector<FromSegment> &segs)
+{
+    bool alias = false;
+    while (i < e) {
+        if (word(i, e, "WITH") && symbol(i + 1, e, u'(')) {
+            if (!isNolockHint(i + 1))
+                throwUnsupportedTsql(QStringLiteral("WITH (") + tokenText(i + 2) + u')');
+            segs.push_back({FromSegment::Skip, i, m_t[i + 1].match + 1});
+            i = m_t[i + 1].match + 1;
+        } else if (symbol(i, e, u'(') && isNolockHint(i)) {
+            segs.push_back({FromSegment::Skip, i, m_t[i].match + 1});
+            i = m_t[i].match + 1;
+        } else if (!alias && word(i, e, "AS") && i + 1 < e && m_t[i + 1].isName()) {
+            segs.push_back({FromSegment::Tokens, i, i + 2});
+            i += 2;
+            alias = true;
+        } else if (!alias && (m_t[i].kind == Kind::QuotedName
+                              || (m_t[i].kind == Kind::Word && tsqlKeyword(m_t[i].text) == TsqlKeyword::None))) {
+            segs.push_back({FromSegment::Tokens, i, i + 1});
+            ++i;
+            alias = true;
+        } else {
+            break;
+        }
+    }
+    return i;
+}
+
+// (NOLOCK) or (NOLOCK, READUNCOMMITTED): read hints that change nothing on SQLite.
+bool TsqlRewriter::isNolockHint(int open) const
+{
+    const int close = m_t[open].match;
+    if (close == open + 1)
+        return false;
+    for (int k = open + 1; k < close; ++k) {
+        const bool hint = m_t[k].isWord(QLatin1StringView("NOLOCK"))
+            || m_t[k].isWord(QLatin1StringView("READUNCOMMITTED"));
+        if ((k - open) % 2 == 1 ? !hint : !m_t[k].isSymbol(u','))
+            return false;
+    }
+    return (close - open) % 2 == 0;
+}
+
+// Tokens of a join operator at i (JOIN, INNER JOIN, LEFT OUTER JOIN, CROSS JOIN ...), or 0.
+int TsqlRewriter::joinOperatorLength(int i, int e) const
+{
+    if (word(i, e, "JOIN"))
+        return 1;
+    if (word(i, e, "INNER")) {
+        if (word(i + 1, e, "JOIN"))
+            return 2;
+        unsupported(i + 1 < e ? i + 1 : i);
+    }
+    if (word(i, e, "LEFT") || word(i, e, "RIGHT") || word(i, e, "FULL")) {
+        if (word(i + 1, e, "JOIN"))
+            return 2;
+        if (word(i + 1, e, "OUTER") && word(i + 2, e, "JOIN"))
+            return 3;
+        return 0; // LEFT(...) as a function
+    }
+    if (word(i, e, "CROSS")) {
+        if (word(i + 1, e, "JOIN"))
+            return 2;
+        throwUnsupportedTsql(QStringLiteral("CROSS ") + (i + 1 < e ? tokenText(i + 1).toUpper() : QString()));
+    }
+    if (word(i, e, "OUTER"))
+        throwUnsupportedTsql(QStringLiteral("OUTER ") + (i + 1 < e ? tokenText(i + 1).toUpper() : QString()));
+    return 0;
+}
+
+// End of an ON condition: the next join operator, ON, comma or clause at this depth.
+int TsqlRewriter::conditionEnd(int i, int e) const
+{
+    for (; i < e; ++i) {
+        const TsqlToken &t = m_t[i];
+        if (t.isSymbol(u'(')) {
+            i = t.match;
+            continue;
+        }
+        if (t.isSymbol(u','))
+            return i;
+        if (t.kind != Kind::Word)
+            continue;
+        if (t.isWord(QLatin1StringView("ON")) || joinOperatorLength(i, e) > 0)
+            return i;
+    }
+    return e;
+}
+
+// ---------------------------------------------------------------------------------------
+// Tokens and output
+
+bool TsqlRewriter::word(int i, int e, const char *w) const
+{
+    return i < e && m_t[i].isWord(QLatin1StringView(w));
+}
+
+bool TsqlRewriter::symbol(int i, int e, char16_t c) const
+{
+    return i < e && m_t[i].isSymbol(c);
+}
+
+// First of the words at the depth of b, or e.
+int TsqlRewriter::findAtDepth(int b, int e, std::initializer_list<const char *> words) const
+{
+    for (int k = b; k < e; ++k) {
+        const TsqlToken &t = m_t[k];
+        if (t.isSymbol(u'(')) {
+            k = t.match;
+            continue;
+        }
+        if (t.kind != Kind::Word)
+            continue;
+        for (const char *w : words)
+            if (t.isWord(QLatin1StringView(w)))
+                return k;
+    }
+    return e;
+}
+
+void TsqlRewriter::putText(int i, QStringView text)
+{
+    if (m_suppressLead)
+        m_suppressLead = false;
+    else if (m_t[i].leadHasComment)
+        m_out += u' ';
+    else
+        m_out += m_t[i].lead;
+    m_out += text;
+}
+
+void TsqlRewriter::put(int i)
+{
+    const TsqlToken &t = m_t[i];
+    switch (t.kind) {
+    case Kind::QuotedName:
+        if (t.text[0] == u'[') {
+            QString name = t.nameText();
+            name.replace(u'"', QLatin1StringView("\"\""));
+            putText(i, QString(u'"' + name + u'"'));
+            return;
+        }
+        break;
+    case Kind::TempName:
+        if (t.text.startsWith(QLatin1StringView("##")))
+            unsupported(i);
+        putText(i, QString(u'"' + t.text.toString() + u'"'));
+        return;
+    case Kind::String:
+        if (t.text[0] != u'\'') {
+            putText(i, t.text.mid(1));
+            return;
+        }
+        break;
+    case Kind::Number:
+        if (t.text.size() > 1 && (t.text[1] == u'x' || t.text[1] == u'X'))
+            unsupported(i);
+        break;
+    case Kind::Variable:
+        unsupported(i);
+    default:
+        break;
+    }
+    putText(i, t.text);
+}
+
+void TsqlRewriter::putRange(int b, int e)
+{
+    for (int k = b; k < e; ++k)
+        put(k);
+}
+
+QString TsqlRewriter::tokenText(int i) const
+{
+    if (i < 0 || i >= int(m_t.size()))
+        return QString();
+    return m_t[i].text.toString();
+}
+
+void TsqlRewriter::unsupported(int i) const
+{
+    const TsqlToken &t = m_t[i];
+    QString construct = t.text.toString();
+    if (t.kind == Kind::Word)
+        construct = construct.toUpper();
+    throwUnsupportedTsql(construct);
+}
+
+} // namespace db

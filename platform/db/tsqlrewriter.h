@@ -1,0 +1,93 @@
+#pragma once
+
+#include "tsqltokenizer.h"
+
+#include <QString>
+#include <vector>
+
+namespace db {
+
+// Rewrites one T-SQL statement into SQLite's dialect by walking its tokens once, emitting
+// each token with the whitespace written before it, and replacing the constructs that
+// SQLite reads differently. Ranges are half-open token index ranges [b, e) that never cut
+// a pair of parentheses.
+class TsqlRewriter
+{
+public:
+    explicit TsqlRewriter(const QString &sql);
+    QString rewrite();
+
+private:
+    // What an operand is known to be, from its tokens alone.
+    struct ExprInfo
+    {
+        bool isString = false;
+        bool isDate = false;
+        bool branchString = false; // a THEN or ELSE of this list is string-typed (for CASE)
+    };
+
+    enum class SelectRole { Statement, Subquery, InsertSource };
+
+    struct FromSegment
+    {
+        enum Kind { Name, Tokens, Skip, Subquery, ParenJoin, Condition } kind;
+        int b, e;
+        int opens = 0;
+        int closes = 0;
+    };
+
+    // Statements (tsqlrewriter.cpp)
+    void selectStatement(int e);
+    void insertStatement(int e);
+    void updateStatement(int e);
+    void deleteStatement(int e);
+    void ifStatement(int e);
+    void dropStatement(int e);
+    int tableTarget(int i, int e, const char *statement);
+    int returningClause(int i, int e);
+
+    // Queries (tsqlrewriter.cpp)
+    void emitSelect(int b, int e, SelectRole role, bool inCompound);
+    void emitSimpleSelect(int b, int e, SelectRole role, bool inCompound);
+    void emitFrom(int b, int e);
+    int parseTableExpression(int i, int e, bool nested, bool &isJoin, std::vector<FromSegment> &segs);
+    int parseTablePrimary(int i, int e, std::vector<FromSegment> &segs);
+    int parseAliasAndHints(int i, int e, std::vector<FromSegment> &segs);
+    int joinOperatorLength(int i, int e) const;
+    int conditionEnd(int i, int e) const;
+    bool isNolockHint(int open) const;
+
+    // Expressions (tsqlrewriterexpressions.cpp)
+    ExprInfo emitExpressionList(int b, int e);
+    int emitChain(int i, int e, ExprInfo &info);
+    int emitOperand(int i, int e, ExprInfo &info, bool &compound);
+    int emitPrimary(int i, int e, ExprInfo &info);
+    int emitCase(int i, int e, ExprInfo &info);
+    int emitName(int i, int e);
+    int emitFunction(int i, ExprInfo &info);
+    void emitCall(int nameIndex, const QString &newName, const std::vector<std::pair<int, int>> &args,
+                  std::vector<ExprInfo> *infos);
+    void emitCast(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info);
+    void emitConvert(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info);
+    void emitDatePart(int nameIndex, const std::vector<std::pair<int, int>> &args, const char *format);
+    std::vector<std::pair<int, int>> splitArguments(int open) const;
+    bool isExpressionBoundary(int i) const;
+
+    // Tokens and output
+    bool word(int i, int e, const char *w) const;
+    bool symbol(int i, int e, char16_t c) const;
+    int findAtDepth(int b, int e, std::initializer_list<const char *> words) const;
+    void put(int i);
+    void putText(int i, QStringView text);
+    void putRange(int b, int e);
+    QString tokenText(int i) const;
+    [[noreturn]] void unsupported(int i) const;
+
+    const QString &m_sql;
+    std::vector<TsqlToken> m_t;
+    QString m_out;
+    int m_intoIndex = -1;       // INTO of a SELECT ... INTO statement, rewritten as CREATE TABLE
+    bool m_suppressLead = false; // the next token goes out without its leading whitespace
+};
+
+} // namespace db

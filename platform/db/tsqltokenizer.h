@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <vector>
+
+namespace db {
+
+enum class TsqlTokenKind {
+    Word,        // identifier or keyword
+    QuotedName,  // [name] or "name"
+    TempName,    // #name or ##name
+    String,      // 'text' or N'text'
+    Number,      // 12, 1.5, 2e3, 0x1F
+    Variable,    // @name or @@name
+    Parameter,   // ? placeholder of a prepared statement
+    Symbol       // operators and punctuation
+};
+
+struct TsqlToken
+{
+    TsqlTokenKind kind;
+    QStringView text;      // the token as written
+    QStringView lead;      // whitespace (and comments) written before it
+    bool leadHasComment = false;
+    int match = -1;        // for ( and ): index of the matching parenthesis
+
+    bool isSymbol(char16_t c) const { return kind == TsqlTokenKind::Symbol && text.size() == 1 && text[0] == c; }
+    bool isSymbol(QLatin1StringView s) const { return kind == TsqlTokenKind::Symbol && text == s; }
+    bool isWord(QLatin1StringView w) const
+    {
+        return kind == TsqlTokenKind::Word && text.compare(w, Qt::CaseInsensitive) == 0;
+    }
+    bool isName() const
+    {
+        return kind == TsqlTokenKind::Word || kind == TsqlTokenKind::QuotedName
+            || kind == TsqlTokenKind::TempName;
+    }
+    // The name without brackets or quotes (escapes resolved); only for names.
+    QString nameText() const;
+    // The text of a string literal (quotes removed, '' resolved).
+    QString stringValue() const;
+};
+
+// Reserved words as the translator treats them: an expression boundary (AND, LIKE, AS, ...),
+// the start of a value (NULL, CASE) or a word of a statement's structure (SELECT, JOIN, ...),
+// which is never a name or an alias.
+enum class TsqlKeyword { None, Boundary, Value, Structure };
+TsqlKeyword tsqlKeyword(QStringView word);
+
+// Splits a T-SQL statement into tokens and pairs its parentheses.
+// Throws DatabaseError on an unterminated string, name or comment or unbalanced parentheses.
+std::vector<TsqlToken> tokenizeTsql(const QString &sql);
+
+} // namespace db
