@@ -48,9 +48,11 @@ public:
 
 private:
     explicit Connection(const QString &connectionString);
-    void fail(const DatabaseError &error); // records and rethrows
+    [[noreturn]] void fail(const DatabaseError &error); // records and rethrows
+    QString translated(const QString &sql) const;
     friend class Recordset;
 
+    std::weak_ptr<Connection> m_self;
     QString m_connectionString;
     std::unique_ptr<Backend> m_backend;
     QList<DbError> m_errors;

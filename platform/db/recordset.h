@@ -27,7 +27,11 @@ struct RecordsetData;
 // Clones share rows with their original: a change made through one shows in the other and in
 // every view bound to either. Each clone has its own position and filter.
 //
-// Null database values are null QVariants. Dates are QDateTime.
+// Moving off a row with pending changes writes them first (a failure throws and the recordset
+// stays on the row). After deleteCurrent() the recordset sits on the removed row, as ADO does:
+// currentRow() is -1, value() throws, moveNext() goes to the row that followed it.
+//
+// Null database values are null QVariants. Dates are QDateTime (local time).
 class Recordset : public QAbstractTableModel
 {
     Q_OBJECT
@@ -41,6 +45,8 @@ public:
     int fieldIndex(const QString &name) const;   // case-insensitive; -1 when absent
     QString sourceStatement() const;
     QString baseTable() const;                    // empty when not writable
+    bool isWritable() const { return !baseTable().isEmpty(); }
+    std::shared_ptr<Connection> connection() const;
 
     // --- position
     bool bof() const;
@@ -94,6 +100,9 @@ public:
 
 signals:
     void currentRowChanged(int row);
+    // A write made through setData() failed (views cannot take exceptions); the row stays
+    // pending and the error is also on the connection's error list.
+    void writeBackFailed(const db::DatabaseError &error);
 
 private:
     friend class Connection;

@@ -1,0 +1,205 @@
+#include "connection.h"
+
+#include "odbcbackend.h"
+#include "recordset.h"
+#include "recordsetdata.h"
+#include "selectshape.h"
+#include "sqlitebackend.h"
+#include "statementtrace.h"
+#include "tsqltranslator.h"
+
+#include <QRegularExpression>
+
+namespace db {
+
+namespace {
+
+// The value of a "key=value;" entry of a connection string; keys are case-insensitive.
+QString connectionValue(const QString &connectionString, const QStringList &keys)
+{
+    const QStringList entries = connectionString.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (const QString &entry : entries) {
+        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (equals < 0)
+            continue;
+        const QString key = entry.left(equals).trimmed();
+        for (const QString &wanted : keys) {
+            if (key.compare(wanted, Qt::CaseInsensitive) == 0)
+                return entry.mid(equals + 1).trimmed();
+        }
+    }
+    return {};
+}
+
+// Removes "TSQLCompat=SQLite;" from an ODBC string; tells whether it was there.
+bool takeSqliteCompatibility(QString *odbcString)
+{
+    static const QRegularExpression compat(QStringLiteral("(^|;)\\s*TSQLCompat\\s*=\\s*SQLite\\s*(;|$)"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    bool found = false;
+    QRegularExpressionMatch match;
+    while ((match = compat.match(*odbcString)).hasMatch()) {
+        const bool between = !match.captured(1).isEmpty() && !match.captured(2).isEmpty();
+        odbcString->replace(match.capturedStart(), match.capturedLength(), between ? QStringLiteral(";") : QString());
+        found = true;
+    }
+    return found;
+}
+
+// Ties each field to the base-table column it reads, walking the select list in order ("*"
+// stands for every column of the table); falls back to names when the list cannot be matched.
+QStringList sourceColumns(const SelectShape &shape, const TableSchema &schema, const QList<FieldInfo> &fields)
+{
+    QStringList positional;
+    for (const SelectShape::Item &item : shape.items) {
+        if (item.allColumns)
+            positional << schema.columns;
+        else
+            positional << item.sourceColumn;
+    }
+    QStringList result;
+    if (positional.size() == fields.size()) {
+        result = positional;
+    } else {
+        for (const FieldInfo &field : fields) {
+            QString source;
+            bool listed = false;
+            for (const SelectShape::Item &item : shape.items) {
+                if (!item.allColumns && item.outputName.compare(field.name, Qt::CaseInsensitive) == 0) {
+                    source = item.sourceColumn;
+                    listed = true;
+                    break;
+                }
+            }
+            if (!listed)
+                source = field.name;
+            result << source;
+        }
+    }
+    // Keep only real columns, spelled as the table spells them.
+    for (QString &source : result) {
+        QString spelled;
+        for (const QString &column : schema.columns) {
+            if (column.compare(source, Qt::CaseInsensitive) == 0) {
+                spelled = column;
+                break;
+            }
+        }
+        source = spelled;
+    }
+    return result;
+}
+
+void markWritable(RecordsetData &data, const QString &tsql, Backend &backend)
+{
+    const SelectShape shape = SelectShape::analyse(tsql);
+    if (!shape.singleTable || shape.temporaryTable)
+        return;
+    const std::optional<TableSchema> schema = backend.tableSchema(shape.table);
+    if (!schema || schema->keyColumns.isEmpty())
+        return;
+    const QStringList sources = sourceColumns(shape, *schema, data.fields);
+    QList<int> keyFields;
+    for (const QString &key : schema->keyColumns) {
+        const qsizetype field = sources.indexOf(key);
+        if (field < 0)
+            return; // without the key no row can be found again
+        keyFields << int(field);
+    }
+    data.baseTable = shape.table;
+    data.keyFields = keyFields;
+    data.sourceColumns = sources;
+    for (int i = 0; i < data.fields.size(); ++i) {
+        data.fields[i].writable = !sources.at(i).isEmpty();
+        data.fields[i].key = keyFields.contains(i);
+    }
+}
+
+} // namespace
+
+Connection::Connection(const QString &connectionString)
+    : m_connectionString(connectionString)
+{
+    const QString provider = connectionValue(connectionString, {QStringLiteral("Provider")});
+    if (provider.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0) {
+        const QString file = connectionValue(connectionString, {QStringLiteral("Data Source"), QStringLiteral("DataSource")});
+        if (file.isEmpty())
+            throw makeError(QStringLiteral("Nella stringa di connessione manca il file del database (Data Source)."),
+                            QStringLiteral("SQLite"));
+        m_backend = std::make_unique<SqliteBackend>(file);
+    } else {
+        QString odbcString = connectionString;
+        const bool translates = takeSqliteCompatibility(&odbcString);
+        m_backend = std::make_unique<OdbcBackend>(odbcString, translates);
+    }
+}
+
+Connection::~Connection() = default;
+
+std::shared_ptr<Connection> Connection::open(const QString &connectionString)
+{
+    std::shared_ptr<Connection> connection(new Connection(connectionString));
+    connection->m_self = connection;
+    return connection;
+}
+
+QString Connection::connectionString() const
+{
+    return m_connectionString;
+}
+
+bool Connection::translatesTsql() const
+{
+    return m_backend->translatesTsql();
+}
+
+QString Connection::translated(const QString &sql) const
+{
+    return m_backend->translatesTsql() ? translateTsqlToSqlite(sql) : sql;
+}
+
+int Connection::execute(const QString &sql)
+{
+    StatementTrace::write(sql);
+    try {
+        return m_backend->execute(translated(sql));
+    } catch (const DatabaseError &error) {
+        fail(error);
+    }
+}
+
+std::shared_ptr<Recordset> Connection::openRecordset(const QString &sql)
+{
+    StatementTrace::write(sql);
+    try {
+        std::shared_ptr<RecordsetData> data = m_backend->query(translated(sql));
+        data->statement = sql;
+        markWritable(*data, sql, *m_backend);
+        return std::shared_ptr<Recordset>(new Recordset(std::move(data), m_self.lock()));
+    } catch (const DatabaseError &error) {
+        fail(error);
+    }
+}
+
+const QList<DbError> &Connection::errors() const
+{
+    return m_errors;
+}
+
+void Connection::clearErrors()
+{
+    m_errors.clear();
+}
+
+Backend &Connection::backend()
+{
+    return *m_backend;
+}
+
+void Connection::fail(const DatabaseError &error)
+{
+    m_errors = error.errors();
+    throw error;
+}
+
+} // namespace db

@@ -1,0 +1,368 @@
+#include "sqlitebackend.h"
+
+#include "recordsetdata.h"
+#include "sqlitefunctions.h"
+#include "storedvalues.h"
+
+#include <sqlite3.h>
+
+namespace db {
+
+namespace {
+
+constexpr int BusyTimeoutMs = 5000;
+
+QString sqliteText(const unsigned char *text, int bytes)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(text), bytes);
+}
+
+QString columnText(sqlite3_stmt *statement, int column)
+{
+    const unsigned char *text = sqlite3_column_text(statement, column);
+    return sqliteText(text, sqlite3_column_bytes(statement, column));
+}
+
+bool onlyBlanks(const char *from, const char *to)
+{
+    for (const char *p = from; p < to; ++p) {
+        if (!(*p == ' ' || *p == '\t' || *p == '\r' || *p == '\n' || *p == ';'))
+            return false;
+    }
+    return true;
+}
+
+// Reads one cell as the field's type; a value the type cannot hold keeps its own form.
+QVariant readCell(sqlite3_stmt *statement, int column, FieldInfo &field)
+{
+    const int storage = sqlite3_column_type(statement, column);
+    if (storage == SQLITE_NULL)
+        return QVariant();
+    if (field.type == FieldType::Unknown) {
+        switch (storage) {
+        case SQLITE_INTEGER: field.type = FieldType::Integer; break;
+        case SQLITE_FLOAT: field.type = FieldType::Double; break;
+        case SQLITE_BLOB: field.type = FieldType::Blob; break;
+        default: {
+            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+            const bool isDate = storedvalues::parseDateTime(text, sqlite3_column_bytes(statement, column)).isValid();
+            field.type = isDate ? FieldType::DateTime : FieldType::Text;
+        }
+        }
+    }
+    switch (field.type) {
+    case FieldType::Integer:
+        if (storage == SQLITE_INTEGER)
+            return QVariant(qlonglong(sqlite3_column_int64(statement, column)));
+        if (storage == SQLITE_FLOAT)
+            return QVariant(sqlite3_column_double(statement, column));
+        break;
+    case FieldType::Double:
+    case FieldType::Decimal:
+        if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
+            return QVariant(sqlite3_column_double(statement, column));
+        break;
+    case FieldType::Boolean:
+        if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
+            return QVariant(sqlite3_column_int64(statement, column) != 0);
+        break;
+    case FieldType::DateTime:
+        if (storage == SQLITE_TEXT) {
+            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+            QDateTime value = storedvalues::parseDateTime(text, sqlite3_column_bytes(statement, column));
+            if (value.isValid())
+                return QVariant(value);
+        }
+        break;
+    case FieldType::Blob: {
+        const void *bytes = sqlite3_column_blob(statement, column);
+        return QVariant(QByteArray(static_cast<const char *>(bytes), sqlite3_column_bytes(statement, column)));
+    }
+    case FieldType::Text:
+    case FieldType::Unknown:
+        break;
+    }
+    return QVariant(columnText(statement, column));
+}
+
+int bindValue(sqlite3_stmt *statement, int index, const QVariant &value)
+{
+    if (!value.isValid() || value.isNull())
+        return sqlite3_bind_null(statement, index);
+    switch (value.metaType().id()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+        return sqlite3_bind_int64(statement, index, value.toLongLong());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return sqlite3_bind_double(statement, index, value.toDouble());
+    case QMetaType::QDateTime:
+    case QMetaType::QDate: {
+        const QByteArray text = storedvalues::formatDateTime(value.toDateTime()).toUtf8();
+        return sqlite3_bind_text(statement, index, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+    }
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = value.toByteArray();
+        return sqlite3_bind_blob(statement, index, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+    }
+    default: {
+        const QByteArray text = value.toString().toUtf8();
+        return sqlite3_bind_text(statement, index, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+    }
+    }
+}
+
+} // namespace
+
+SqliteBackend::StatementCache::~StatementCache()
+{
+    clear();
+}
+
+void SqliteBackend::StatementCache::clear()
+{
+    for (const Entry &entry : m_entries)
+        sqlite3_finalize(entry.second);
+    m_entries.clear();
+    m_index.clear();
+}
+
+sqlite3_stmt *SqliteBackend::StatementCache::take(const QByteArray &text)
+{
+    const auto found = m_index.find(text);
+    if (found == m_index.end())
+        return nullptr;
+    sqlite3_stmt *statement = found.value()->second;
+    m_entries.erase(found.value());
+    m_index.erase(found);
+    return statement;
+}
+
+void SqliteBackend::StatementCache::give(const QByteArray &text, sqlite3_stmt *statement)
+{
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    if (m_index.contains(text)) { // the same text was prepared twice meanwhile
+        sqlite3_finalize(statement);
+        return;
+    }
+    m_entries.emplace_front(text, statement);
+    m_index.insert(text, m_entries.begin());
+    if (int(m_entries.size()) > Capacity) {
+        sqlite3_finalize(m_entries.back().second);
+        m_index.remove(m_entries.back().first);
+        m_entries.pop_back();
+    }
+}
+
+SqliteBackend::SqliteBackend(const QString &fileName)
+{
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(fileName.toUtf8().constData(), &m_handle, flags, nullptr);
+    if (code != SQLITE_OK) {
+        const QString message = m_handle ? QString::fromUtf8(sqlite3_errmsg(m_handle))
+                                         : QString::fromUtf8(sqlite3_errstr(code));
+        sqlite3_close_v2(m_handle);
+        m_handle = nullptr;
+        throw makeError(message, sourceName(), {}, code);
+    }
+    sqlite3_extended_result_codes(m_handle, 1);
+    sqlite3_busy_timeout(m_handle, BusyTimeoutMs);
+    // WAL lets a second connection read while this one writes; recursive triggers carry the
+    // removal of a node's descendants down the whole tree.
+    for (const char *pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
+                               "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=ON"}) {
+        const int result = sqlite3_exec(m_handle, pragma, nullptr, nullptr, nullptr);
+        if (result != SQLITE_OK) {
+            const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
+            const int extended = sqlite3_extended_errcode(m_handle);
+            sqlite3_close_v2(m_handle);
+            m_handle = nullptr;
+            throw makeError(message, sourceName(), QString::fromLatin1(pragma), extended);
+        }
+    }
+    registerSqliteFunctions(m_handle);
+}
+
+SqliteBackend::~SqliteBackend()
+{
+    m_cache.clear();
+    sqlite3_close_v2(m_handle);
+}
+
+void SqliteBackend::fail(const QString &statement, int code)
+{
+    const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
+    const int extended = code != SQLITE_OK ? sqlite3_extended_errcode(m_handle) : code;
+    throw makeError(message, sourceName(), statement, extended);
+}
+
+template<typename Step>
+void SqliteBackend::forEachStatement(const QString &sql, Step onStatement)
+{
+    const QByteArray text = sql.toUtf8();
+    const char *from = text.constData();
+    const char *end = from + text.size();
+    bool wholeText = true;
+    while (from < end && !onlyBlanks(from, end)) {
+        sqlite3_stmt *statement = wholeText ? m_cache.take(text) : nullptr;
+        const char *tail = end;
+        bool cacheable = statement != nullptr;
+        if (!statement) {
+            const int code = sqlite3_prepare_v3(m_handle, from, int(end - from), SQLITE_PREPARE_PERSISTENT,
+                                                &statement, &tail);
+            if (code != SQLITE_OK)
+                fail(sql, code);
+            if (!statement) // only comments left
+                break;
+            cacheable = wholeText && onlyBlanks(tail, end);
+        }
+        try {
+            onStatement(statement);
+        } catch (...) {
+            if (cacheable)
+                m_cache.give(text, statement);
+            else
+                sqlite3_finalize(statement);
+            throw;
+        }
+        if (cacheable)
+            m_cache.give(text, statement);
+        else
+            sqlite3_finalize(statement);
+        from = tail;
+        wholeText = false;
+    }
+}
+
+void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
+{
+    int code;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    }
+    if (code != SQLITE_DONE) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
+        const int extended = sqlite3_extended_errcode(m_handle);
+        sqlite3_reset(statement);
+        throw makeError(message, sourceName(), sql, extended);
+    }
+}
+
+int SqliteBackend::execute(const QString &sql)
+{
+    int changed = 0;
+    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+        const sqlite3_int64 totalBefore = sqlite3_total_changes64(m_handle);
+        step(statement, sql);
+        // Only statements that changed rows count; sqlite3_changes() alone would repeat the
+        // count of an earlier statement after DDL or a SELECT.
+        if (sqlite3_total_changes64(m_handle) != totalBefore)
+            changed += int(sqlite3_changes64(m_handle));
+    });
+    return changed;
+}
+
+void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data)
+{
+    const int columns = sqlite3_column_count(statement);
+    data.fields.clear();
+    data.fields.reserve(columns);
+    for (int i = 0; i < columns; ++i) {
+        FieldInfo field;
+        field.name = QString::fromUtf8(sqlite3_column_name(statement, i));
+        const char *declared = sqlite3_column_decltype(statement, i);
+        const storedvalues::ColumnType type =
+            storedvalues::columnTypeFromDeclaration(declared ? QString::fromUtf8(declared) : QString());
+        field.type = type.type;
+        field.numericScale = type.numericScale;
+        data.fields.append(field);
+    }
+    FieldInfo *fields = data.fields.data();
+    RowStoreBuilder rows(columns);
+    int code;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        for (int i = 0; i < columns; ++i)
+            rows.append(readCell(statement, i, fields[i]));
+    }
+    if (code != SQLITE_DONE) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
+        const int extended = sqlite3_extended_errcode(m_handle);
+        sqlite3_reset(statement);
+        throw makeError(message, sourceName(), sql, extended);
+    }
+    rows.finish(data);
+}
+
+std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql)
+{
+    auto data = std::make_shared<RecordsetData>();
+    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+        if (sqlite3_column_count(statement) > 0)
+            readRows(statement, sql, *data);
+        else
+            step(statement, sql);
+    });
+    data->statement = sql;
+    data->indexFields();
+    return data;
+}
+
+int SqliteBackend::executeBound(const QString &sql, const QVariantList &values)
+{
+    int changed = 0;
+    bool bound = false;
+    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+        if (bound)
+            throw makeError(QStringLiteral("Una sola istruzione con parametri alla volta."), sourceName(), sql);
+        bound = true;
+        for (int i = 0; i < values.size(); ++i) {
+            const int code = bindValue(statement, i + 1, values.at(i));
+            if (code != SQLITE_OK)
+                fail(sql, code);
+        }
+        step(statement, sql);
+        changed = int(sqlite3_changes64(m_handle));
+    });
+    return changed;
+}
+
+QVariant SqliteBackend::lastInsertedKey()
+{
+    return QVariant(qlonglong(sqlite3_last_insert_rowid(m_handle)));
+}
+
+std::optional<TableSchema> SqliteBackend::tableSchema(const QString &table)
+{
+    QString quoted = table;
+    quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    const QString sql = QStringLiteral("PRAGMA table_info(\"%1\")").arg(quoted);
+    TableSchema schema;
+    QList<QPair<int, QString>> keys;
+    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+        int code;
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            const QString name = columnText(statement, 1);
+            schema.columns << name;
+            const int keyOrder = sqlite3_column_int(statement, 5);
+            if (keyOrder > 0)
+                keys.append({keyOrder, name});
+        }
+        if (code != SQLITE_DONE)
+            fail(sql, code);
+    });
+    if (schema.columns.isEmpty())
+        return std::nullopt;
+    std::sort(keys.begin(), keys.end());
+    for (const auto &key : keys)
+        schema.keyColumns << key.second;
+    return schema;
+}
+
+} // namespace db

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "backend.h"
+
+#include <QHash>
+#include <list>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace db {
+
+// The embedded back end: a SQLite file reached through the sqlite3 C API. Prepared statements
+// are kept by text and reused, so per-row statements and write-back stay cheap.
+class SqliteBackend : public Backend
+{
+public:
+    explicit SqliteBackend(const QString &fileName); // throws DatabaseError
+    ~SqliteBackend() override;
+
+    QString sourceName() const override { return QStringLiteral("SQLite"); }
+    bool translatesTsql() const override { return true; }
+    int execute(const QString &sql) override;
+    std::shared_ptr<RecordsetData> query(const QString &sql) override;
+    int executeBound(const QString &sql, const QVariantList &values) override;
+    QVariant lastInsertedKey() override;
+    std::optional<TableSchema> tableSchema(const QString &table) override;
+
+private:
+    class StatementCache
+    {
+    public:
+        ~StatementCache();
+        void clear();
+        sqlite3_stmt *take(const QByteArray &text);
+        void give(const QByteArray &text, sqlite3_stmt *statement);
+
+    private:
+        static constexpr int Capacity = 100;
+        using Entry = std::pair<QByteArray, sqlite3_stmt *>;
+        std::list<Entry> m_entries; // most recently used first
+        QHash<QByteArray, std::list<Entry>::iterator> m_index;
+    };
+
+    // Runs each statement of the text in turn; onStatement gets every prepared statement and
+    // steps it. Statements that make up the whole text are cached.
+    template<typename Step>
+    void forEachStatement(const QString &sql, Step onStatement);
+    [[noreturn]] void fail(const QString &statement, int code);
+    void step(sqlite3_stmt *statement, const QString &sql);
+    void readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data);
+
+    sqlite3 *m_handle = nullptr;
+    StatementCache m_cache;
+};
+
+} // namespace db

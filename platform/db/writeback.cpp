@@ -1,0 +1,143 @@
+#include "writeback.h"
+
+#include "backend.h"
+#include "connection.h"
+#include "recordsetdata.h"
+#include "statementtrace.h"
+#include "storedvalues.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace db {
+
+namespace {
+
+QString identifier(const QString &name)
+{
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
+    return plain.match(name).hasMatch() ? name : QLatin1Char('[') + name + QLatin1Char(']');
+}
+
+// Values go to the database as it stores them: on SQLite dates are "YYYY-MM-DD HH:MM:SS" text.
+QVariant bindable(const QVariant &value, FieldType type, bool sqliteDialect)
+{
+    if (!value.isValid() || value.isNull())
+        return QVariant();
+    const int id = value.metaType().id();
+    if (id == QMetaType::Bool)
+        return QVariant(qlonglong(value.toBool() ? 1 : 0));
+    if ((id == QMetaType::QDateTime || id == QMetaType::QDate) && (sqliteDialect || type == FieldType::Text))
+        return QVariant(storedvalues::formatDateTime(value.toDateTime()));
+    return value;
+}
+
+bool isNull(const QVariant &value)
+{
+    return !value.isValid() || value.isNull();
+}
+
+int run(Connection &connection, const QString &sql, const QVariantList &values)
+{
+    StatementTrace::write(sql, values);
+    return connection.backend().executeBound(sql, values);
+}
+
+QString keyCondition(const RecordsetData &data, const std::vector<QVariant> &keySource, int row,
+                     bool sqliteDialect, QVariantList *values)
+{
+    QStringList conditions;
+    for (int field : data.keyFields) {
+        const QVariant &key = keySource.empty() ? data.cell(row, field) : keySource[size_t(field)];
+        conditions << identifier(data.sourceColumns.at(field)) + QStringLiteral(" = ?");
+        values->append(bindable(key, data.fields.at(field).type, sqliteDialect));
+    }
+    return conditions.join(QStringLiteral(" AND "));
+}
+
+} // namespace
+
+const char *WriteBack::conflictMessage()
+{
+    return "La riga è stata modificata da un altro utente dopo la lettura: le modifiche non sono state salvate.";
+}
+
+bool WriteBack::insertRow(Connection &connection, RecordsetData &data, int row)
+{
+    const bool sqlite = connection.backend().translatesTsql();
+    QStringList columns;
+    QStringList marks;
+    QVariantList values;
+    for (int field = 0; field < data.columnCount(); ++field) {
+        const QVariant &value = data.cell(row, field);
+        if (!data.fields.at(field).writable || isNull(value))
+            continue; // a null key is left to the database to generate
+        columns << identifier(data.sourceColumns.at(field));
+        marks << QStringLiteral("?");
+        values << bindable(value, data.fields.at(field).type, sqlite);
+    }
+    const QString sql = columns.isEmpty()
+        ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(identifier(data.baseTable))
+        : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+              .arg(identifier(data.baseTable), columns.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")));
+    run(connection, sql, values);
+
+    if (data.keyFields.size() != 1 || !isNull(data.cell(row, data.keyFields.first())))
+        return false;
+    const int keyField = data.keyFields.first();
+    bool ok = false;
+    const QVariant key = storedvalues::coerce(connection.backend().lastInsertedKey(), data.fields.at(keyField).type, &ok);
+    if (!ok || isNull(key))
+        return false;
+    data.cell(row, keyField) = key;
+    return true;
+}
+
+void WriteBack::updateRow(Connection &connection, const RecordsetData &data, int row, const PendingRow &pending)
+{
+    const bool sqlite = connection.backend().translatesTsql();
+    QStringList assignments;
+    QVariantList values;
+    QList<int> changed;
+    for (int field = 0; field < data.columnCount(); ++field) {
+        if (!data.fields.at(field).writable)
+            continue;
+        if (storedvalues::sameValue(data.cell(row, field), pending.original[size_t(field)]))
+            continue;
+        changed << field;
+        assignments << identifier(data.sourceColumns.at(field)) + QStringLiteral(" = ?");
+        values << bindable(data.cell(row, field), data.fields.at(field).type, sqlite);
+    }
+    if (changed.isEmpty())
+        return;
+
+    QString where = keyCondition(data, pending.original, row, sqlite, &values);
+    for (int field : std::as_const(changed)) {
+        const QVariant &original = pending.original[size_t(field)];
+        const QString column = identifier(data.sourceColumns.at(field));
+        if (isNull(original)) {
+            where += QStringLiteral(" AND %1 IS NULL").arg(column);
+        } else if (sqlite && data.fields.at(field).type == FieldType::DateTime) {
+            // "2024-01-31" and "2024-01-31 00:00:00" are the same stored date
+            where += QStringLiteral(" AND datetime(%1) = datetime(?)").arg(column);
+            values << bindable(original, FieldType::DateTime, sqlite);
+        } else {
+            where += QStringLiteral(" AND %1 = ?").arg(column);
+            values << bindable(original, data.fields.at(field).type, sqlite);
+        }
+    }
+    const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3")
+                            .arg(identifier(data.baseTable), assignments.join(QStringLiteral(", ")), where);
+    if (run(connection, sql, values) == 0)
+        throw makeError(QString::fromUtf8(conflictMessage()), QStringLiteral("Recordset"), sql);
+}
+
+void WriteBack::deleteRow(Connection &connection, const RecordsetData &data, int row)
+{
+    const bool sqlite = connection.backend().translatesTsql();
+    QVariantList values;
+    const QString where = keyCondition(data, {}, row, sqlite, &values);
+    run(connection, QStringLiteral("DELETE FROM %1 WHERE %2").arg(identifier(data.baseTable), where), values);
+}
+
+} // namespace db
