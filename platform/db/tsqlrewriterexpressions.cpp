@@ -349,11 +349,18 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
     if (symbol(i + 1, e, u'('))
         return emitFunction(i, info);
     if (t.isWord(QLatin1StringView("CURRENT_TIMESTAMP"))) {
-        putText(i, QLatin1StringView("datetime('now','localtime')"));
+        putText(i, u"datetime('now','localtime')");
         info.isDate = true;
         return i + 1;
     }
-    return emitName(i, e);
+    const int end = emitName(i, e);
+    if (symbol(end, e, u'(')) { // schema.function(...)
+        QString name;
+        for (int k = i; k < end; ++k)
+            name += m_t[k].text;
+        throwUnsupportedTsql(name);
+    }
+    return end;
 }
 
 int TsqlRewriter::emitCase(int i, int e, ExprInfo &info)
@@ -441,7 +448,7 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
         emitDatePart(i, args, name == "YEAR" ? "%Y" : name == "MONTH" ? "%m" : "%d");
     } else if (name == "GETDATE") {
         arity(0);
-        putText(i, QLatin1StringView("datetime('now','localtime')"));
+        putText(i, u"datetime('now','localtime')");
         info.isDate = true;
     } else {
         const FunctionRule *rule = findRule(name);
@@ -593,12 +600,12 @@ void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, i
             putText(nameIndex, QString(u'\'' + *stored + u'\''));
             return;
         }
-        putText(nameIndex, QLatin1StringView("tsql_convert_datetime("));
+        putText(nameIndex, u"tsql_convert_datetime(");
         m_suppressLead = true;
         emitExpressionList(b, e);
         m_suppressLead = false;
         m_out += QLatin1StringView(", ") + QString::number(style);
-        putText(close, QLatin1StringView(")"));
+        putText(close, u")");
         return;
     }
 
@@ -609,8 +616,8 @@ void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, i
         if (type.family != TypeSpec::Text || !isKnownDateStyle(style))
             refuse();
         const bool cut = type.length > 0;
-        putText(nameIndex, cut ? QLatin1StringView("SUBSTR(tsql_format_datetime(")
-                               : QLatin1StringView("tsql_format_datetime("));
+        putText(nameIndex, cut ? QStringView(u"SUBSTR(tsql_format_datetime(")
+                               : QStringView(u"tsql_format_datetime("));
         m_suppressLead = true;
         emitExpressionList(b, e);
         m_suppressLead = false;
@@ -638,7 +645,7 @@ void TsqlRewriter::emitDatePart(int nameIndex, const std::vector<std::pair<int, 
     m_suppressLead = true;
     emitExpressionList(args[0].first, args[0].second);
     m_suppressLead = false;
-    putText(m_t[nameIndex + 1].match, QLatin1StringView(") AS INTEGER)"));
+    putText(m_t[nameIndex + 1].match, u") AS INTEGER)");
 }
 
 } // namespace db
