@@ -1,0 +1,38 @@
+#include "forms/distinta/frmgd_distinta.h"
+
+#include "data/distintastatements.h"
+#include "framework/recordframe.h"
+
+FRMGD_DISTINTA::FRMGD_DISTINTA(QWidget *parent)
+    : FormFrame(parent)
+{
+    setObjectName(QStringLiteral("FRMGD_DISTINTA"));
+    Form_Initialize();
+}
+
+FRMGD_DISTINTA::~FRMGD_DISTINTA() = default;
+
+// Runs once, when the form object is created, before any host object is known.
+void FRMGD_DISTINTA::Form_Initialize()
+{
+}
+
+bool FRMGD_DISTINTA::activateForm()
+{
+    ImpostaFME_DISTINTE();
+    InizializzaScriptLayout();
+    return true;
+}
+
+// The editor's main frame holds no rows of its own: an empty node set with the name column.
+void FRMGD_DISTINTA::ImpostaFME_DISTINTE()
+{
+    step(QStringLiteral("ImpostaFME_DISTINTE"), [this] {
+        openRecordFrame(distintastatements::emptyNodeFrameQuery());
+    });
+}
+
+QString FRMGD_DISTINTA::companyChangeText() const
+{
+    return QStringLiteral("Cambiando la ditta di lavoro è necessario uscire e rientrare nel programma.");
+}

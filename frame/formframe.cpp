@@ -1,0 +1,369 @@
+#include "frame/formframe.h"
+
+#include "framework/activenavigator.h"
+#include "framework/cinterface.h"
+#include "framework/globalservices.h"
+#include "framework/logservice.h"
+#include "framework/mdihost.h"
+#include "framework/recordframe.h"
+#include "framework/scriptobjectmodel.h"
+#include "platform/db/recordset.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QMdiSubWindow>
+#include <QtDebug>
+#include <stdexcept>
+
+namespace {
+
+const QString missingLogService = QStringLiteral("Classe Log non settata");
+
+} // namespace
+
+FormFrame::FormFrame(QWidget *parent)
+    : QWidget(parent)
+{
+}
+
+FormFrame::~FormFrame() = default;
+
+void FormFrame::setActiveDll(fw::Cinterface *contract)
+{
+    m_activeDll = contract;
+}
+
+fw::Cinterface *FormFrame::ActiveDll() const
+{
+    return m_activeDll.get();
+}
+
+void FormFrame::setEntryClass(fw::Cinterface *entryClass)
+{
+    m_entryClass = entryClass;
+}
+
+fw::Cinterface *FormFrame::entryClass() const
+{
+    return m_entryClass.get();
+}
+
+QString FormFrame::formIdentifier() const
+{
+    return objectName();
+}
+
+QObject *FormFrame::layoutObject()
+{
+    return this;
+}
+
+QObject *FormFrame::scriptObject()
+{
+    return this;
+}
+
+QObject *FormFrame::secondScriptObject()
+{
+    return nullptr;
+}
+
+void FormFrame::showModeless(QObject *activeFrame)
+{
+    if (auto *host = qobject_cast<fw::MdiHost *>(activeFrame)) {
+        host->addForm(this);
+        return;
+    }
+    setAttribute(Qt::WA_DeleteOnClose);
+    show();
+}
+
+void FormFrame::showModal()
+{
+    setParent(nullptr, Qt::Window);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::ApplicationModal);
+    QEventLoop loop;
+    connect(this, &FormFrame::unloaded, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    show();
+    loop.exec();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Life cycle
+
+void FormFrame::Form_Load()
+{
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    if (fw::GlobalServices *services = globals())
+        m_log = services->createLogService();
+    step(QStringLiteral("Form_Load"), [this] { loadForm(); });
+}
+
+void FormFrame::Form_Activate()
+{
+    if (!m_firstActivation || m_activating || m_unloaded)
+        return;
+    m_activating = true;
+    const bool ready = step(QStringLiteral("Form_Activate"), [this] { takeHostConnection(); })
+                       && activateForm();
+    if (ready) {
+        m_firstActivation = false;
+        if (m_recordFrame && m_recordFrame->recordset() && !m_recordFrame->recordset()->isEmpty())
+            step(QStringLiteral("Form_Activate"), [this] { m_recordFrame->recordset()->moveFirst(); });
+    }
+    m_activating = false;
+}
+
+void FormFrame::takeHostConnection()
+{
+    fw::Cinterface *source = entryClass();
+    if (!source || !source->Connection())
+        throw std::runtime_error("Connessione al database non impostata dal programma ospite.");
+    m_hostConnection = source->Connection();
+    // The form works on a connection of its own to the same database.
+    m_connection = db::Connection::open(m_hostConnection->connectionString());
+    if (fw::GlobalServices *services = globals())
+        m_companyCode = services->workingCompany();
+}
+
+void FormFrame::InizializzaScriptLayout()
+{
+    ExecuteFormEvent(QStringLiteral("tsOpen"));
+}
+
+QVariant FormFrame::ExecuteFormEvent(const QString &name)
+{
+    const bool open = name == QLatin1String("tsOpen");
+    if (!open && name != QLatin1String("tsClose"))
+        return {};
+    step(QStringLiteral("ExecuteFormEvent"), [&] {
+        if (fw::ScriptObjectModel *model = scriptObjectModel())
+            model->raiseFormEvent(formIdentifier(), QString(), open ? 1 : 0);
+    });
+    return {};
+}
+
+bool FormFrame::EseguiQuery()
+{
+    if (!m_recordFrame)
+        return false;
+    const db::RecordsetPtr recordset = m_recordFrame->recordset();
+    if (!recordset || recordset->currentRow() < 0)
+        return false;
+    const QString procedure = QStringLiteral("EseguiQuery");
+    if (!step(procedure, [&] { writeFixedFilterFields(*recordset); }))
+        return false;
+    if (m_recordFrame->state() != fw::RecordFrame::Insert)
+        return false;
+    bool found = false;
+    step(procedure, [&] { found = m_recordFrame->execute(true, true); });
+    return found;
+}
+
+void FormFrame::workingCompanyChanged()
+{
+    const QString text = companyChangeText();
+    if (text.isEmpty())
+        return;
+    const QString procedure = QStringLiteral("CambioDitta");
+    if (!step(procedure, [&] {
+            if (!logService())
+                throw std::runtime_error(missingLogService.toStdString());
+            logService()->showMessage(text, windowTitle(), fw::MessageStyle::Warning);
+        }))
+        return;
+    unload();
+}
+
+bool FormFrame::Form_QueryUnload()
+{
+    const QString procedure = QStringLiteral("Form_QueryUnload");
+    bool cancel = false;
+    if (m_recordFrame) {
+        bool mayClose = true;
+        if (!step(procedure, [&] { mayClose = m_recordFrame->mayClose(); }))
+            return cancel;
+        if (!mayClose)
+            return true;
+    }
+    ExecuteFormEvent(QStringLiteral("tsClose"));
+    step(procedure, [&] {
+        if (fw::ScriptObjectModel *model = scriptObjectModel())
+            cancel = model->queryUnload(formIdentifier());
+    });
+    return cancel;
+}
+
+void FormFrame::Form_UnLoad()
+{
+    if (m_unloaded)
+        return;
+    m_unloaded = true;
+    quietly([this] { formClosing(); });
+    quietly([this] { release(Release::GridWrapper); });
+    m_entryClass.reset();
+    m_activeDll.reset();
+    delete m_recordFrame;          // the main recordset goes with its frame
+    quietly([this] { release(Release::HelperObjects); });
+    m_connection.reset();
+    m_hostConnection.reset();
+    quietly([this] { release(Release::FrameworkObjects); });
+    m_log.reset();
+    emit unloaded();
+}
+
+bool FormFrame::unload()
+{
+    if (m_unloaded)
+        return true;
+    auto *subWindow = qobject_cast<QMdiSubWindow *>(parentWidget());
+    QWidget *window = subWindow ? static_cast<QWidget *>(subWindow) : this;
+    window->close();
+    return m_unloaded;
+}
+
+void FormFrame::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    Form_Load();
+    if (m_firstActivation)
+        QMetaObject::invokeMethod(this, &FormFrame::Form_Activate, Qt::QueuedConnection);
+}
+
+void FormFrame::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        Form_Activate();
+}
+
+void FormFrame::closeEvent(QCloseEvent *event)
+{
+    if (!m_unloaded) {
+        if (Form_QueryUnload()) {
+            event->ignore();
+            return;
+        }
+        Form_UnLoad();
+    }
+    event->accept();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Error handling
+
+bool FormFrame::step(const QString &procedure, const std::function<void()> &statement)
+{
+    for (;;) {
+        QString description;
+        QList<db::DbError> databaseErrors;
+        try {
+            statement();
+            return true;
+        } catch (const db::DatabaseError &error) {
+            description = error.message();
+            databaseErrors = error.errors();
+        } catch (const std::exception &error) {
+            description = QString::fromUtf8(error.what());
+        }
+        switch (ErrorHandler(procedure, description, databaseErrors)) {
+        case fw::Answer::Retry:
+            continue;
+        case fw::Answer::Ignore:
+            return true;
+        default:
+            return false;
+        }
+    }
+}
+
+bool FormFrame::quietly(const std::function<void()> &statement)
+{
+    try {
+        statement();
+        return true;
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+int FormFrame::ErrorHandler(const QString &procedure, const QString &description,
+                            const QList<db::DbError> &databaseErrors)
+{
+    fw::LogService *log = logService();
+    if (!log) {
+        // Nothing to show the error with: the procedure is abandoned.
+        if (reportsMissingLogService())
+            qWarning().noquote() << missingLogService << "-" << windowTitle() << "-" << procedure << ":" << description;
+        return fw::Answer::Abort;
+    }
+
+    log->logError(procedure, description);
+    if (m_connection) {
+        // The connection's list, as the failing statement left it; a failure raised elsewhere
+        // (another connection, a recordset) brings its own list.
+        const QList<db::DbError> errors = m_connection->errors().isEmpty() ? databaseErrors
+                                                                            : m_connection->errors();
+        if (!errors.isEmpty())
+            log->logDatabaseErrors(errors);
+        m_connection->clearErrors();
+    } else if (!databaseErrors.isEmpty()) {
+        log->logDatabaseErrors(databaseErrors);
+    }
+
+    const QString applicationTitle = globals() ? globals()->applicationTitle() : QString();
+    return log->showErrorDialog(procedure, applicationTitle, windowTitle(), fw::MessageStyle::ErrorDialog);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Services
+
+fw::GlobalServices *FormFrame::globals() const
+{
+    if (fw::Cinterface *source = entryClass())
+        return source->ClsGlobal();
+    if (fw::Cinterface *contract = ActiveDll())
+        return contract->ClsGlobal();
+    return nullptr;
+}
+
+fw::LogService *FormFrame::logService() const
+{
+    return m_log.get();
+}
+
+fw::RecordFrame *FormFrame::recordFrame() const
+{
+    return m_recordFrame;
+}
+
+fw::RecordFrame *FormFrame::openRecordFrame(const QString &sql, const QString &keyField)
+{
+    delete m_recordFrame;
+    auto *frame = new fw::RecordFrame(m_connection, this);
+    frame->setLogService(m_log.get(), windowTitle());
+    m_recordFrame = frame;
+    frame->open(sql, keyField);
+    return frame;
+}
+
+void FormFrame::setLogService(std::shared_ptr<fw::LogService> log)
+{
+    m_log = std::move(log);
+}
+
+void FormFrame::setConnection(db::ConnectionPtr connection)
+{
+    m_connection = std::move(connection);
+}
+
+fw::ScriptObjectModel *FormFrame::scriptObjectModel() const
+{
+    fw::Cinterface *contract = ActiveDll();
+    fw::ActiveNavigator *navigator = contract ? contract->ActiveNavigator() : nullptr;
+    return navigator ? navigator->scriptObjectModel() : nullptr;
+}

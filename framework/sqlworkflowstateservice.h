@@ -1,0 +1,29 @@
+#pragma once
+
+#include "framework/workflowstateservice.h"
+#include "platform/db/connection.h"
+
+namespace fw {
+
+// Row states kept in the host's tables: the states of each workflow in WF01_STATI (one of them
+// flagged as the default) and the current state of each row guid in WF02_STATORIGA, stamped
+// with who changed it. Database failures are raised as db::DatabaseError.
+class SqlWorkflowStateService : public WorkflowStateService
+{
+public:
+    SqlWorkflowStateService(db::ConnectionPtr connection, const QString &user, const QString &userGroup);
+
+    QString GetDescrizioneStatoFromGUID(const QString &rowGuid) override;
+    int GetDefaultFlussoStato(const QString &workflow) override;
+    void ConfermaStato(const QString &rowGuid, int state) override;
+    void DuplicaStato(const QString &fromGuid, const QString &toGuid) override;
+
+private:
+    int currentState(const QString &rowGuid);
+
+    db::ConnectionPtr m_connection;
+    QString m_user;
+    QString m_userGroup;
+};
+
+} // namespace fw

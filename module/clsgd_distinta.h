@@ -1,0 +1,118 @@
+#pragma once
+
+#include "framework/cinterface.h"
+#include "framework/contractpointer.h"
+
+#include <QObject>
+#include <QPointer>
+
+class FRMGD_DISTINTA;
+
+namespace fw {
+class LayoutObjectModel;
+class ScriptObjectModel;
+}
+
+// The module's entry class: the shell fills in the host contract and calls ShowForm, which
+// opens the classification tree editor. It keeps what the host gives, as given, and never
+// lets an error reach the host: a failing member leaves things as they stood.
+class CLSGD_DISTINTA : public QObject, public fw::Cinterface
+{
+    Q_OBJECT
+    Q_INTERFACES(fw::Cinterface)
+
+public:
+    explicit CLSGD_DISTINTA(QObject *parent = nullptr);
+    ~CLSGD_DISTINTA() override;
+
+    void setClsGlobal(fw::GlobalServices *services) override;
+    fw::GlobalServices *ClsGlobal() const override;
+    void setActiveFrame(QObject *frame) override;
+    QObject *ActiveFrame() const override;
+    void setActiveNavigator(fw::ActiveNavigator *navigator) override;
+    fw::ActiveNavigator *ActiveNavigator() const override;
+    void setActiveDll(fw::Cinterface *contract) override;
+    fw::Cinterface *ActiveDll() const override;
+    void setStatusBar(QObject *statusBar) override;
+    QObject *StatusBar() const override;
+    void setCanInsert(bool value) override;
+    bool CanInsert() const override;
+    void setCanDelete(bool value) override;
+    bool CanDelete() const override;
+    void setCanUpdate(bool value) override;
+    bool CanUpdate() const override;
+    void setCanQbe(bool value) override;
+    bool CanQbe() const override;
+    void setWindowState(qint32 value) override;
+    qint32 WindowState() const override;
+    void setWindowModal(bool value) override;
+    bool WindowModal() const override;
+    void setProgramMode(qint32 value) override;
+    qint32 ProgramMode() const override;
+    void setMenuModulo(const QString &value) override;
+    QString MenuModulo() const override;
+    void setMenuPadre(const QString &value) override;
+    QString MenuPadre() const override;
+    void setMenuProg(const QString &value) override;
+    QString MenuProg() const override;
+    void setCaption(const QString &value) override;
+    QString Caption() const override;
+    void sethwndParent(qint32 value) override;
+    qint32 hwndParent() const override;
+    QVariant ShowForm() override;
+    QVariant CloseForm() override;
+    void setConnection(const db::ConnectionPtr &connection) override;
+    db::ConnectionPtr Connection() const override;
+    QObject *Cwindow() const override;
+    QVariant TransferData(const QVariant &data) override;
+    void setTop(float value) override;
+    float Top() const override;
+    void setLeft(float value) override;
+    float Left() const override;
+    void setClsVoceMenu(QObject *menuEntry) override;
+    QObject *ClsVoceMenu() const override;
+    void setIsActive(bool value) override;
+    bool IsActive() const override;
+    void setIsCalled(bool value) override;
+    bool IsCalled() const override;
+    void setFiltro(const QVariant &value) override;
+    QVariant Filtro() const override;
+
+    // The editor opened by the last ShowForm; null before it or once the editor is gone.
+    FRMGD_DISTINTA *form() const;
+
+signals:
+    void DataTransfer(const QVariant &data);
+
+private:
+    void ActiveNavigator_BeforeExportToOffice();
+    void ActiveNavigator_InitializeLayoutObjectModel(fw::LayoutObjectModel *model);
+    void ActiveNavigator_InitializeScriptObjectModel(fw::ScriptObjectModel *model);
+
+    fw::ContractPointer<fw::Cinterface> m_activeDll;
+    QPointer<QObject> m_activeFrame;
+    QPointer<fw::ActiveNavigator> m_activeNavigator;
+    QList<QMetaObject::Connection> m_navigatorSubscription;
+    fw::GlobalServices *m_clsGlobal = nullptr;
+    db::ConnectionPtr m_connection;
+    QPointer<QObject> m_gobjWindow;
+    QPointer<QObject> m_statusBar;
+    QPointer<QObject> m_clsVoceMenu;
+    bool m_canDelete = false;
+    bool m_canInsert = false;
+    bool m_canQbe = false;
+    bool m_canUpdate = false;
+    bool m_isCalled = false;
+    bool m_isActive = false;
+    bool m_windowModal = false;
+    QString m_caption;
+    QString m_menuModulo;
+    QString m_menuPadre;
+    QString m_menuProg;
+    qint32 m_hwndParent = 0;
+    float m_top = 0;
+    float m_left = 0;
+    qint16 m_programMode = 0;
+    qint16 m_windowState = 0;
+    QPointer<FRMGD_DISTINTA> m_form;
+};
