@@ -1,0 +1,78 @@
+#include "sqltext.h"
+
+#include <QRegularExpression>
+
+namespace sqltext {
+
+QString doubleQuotes(const QString &text)
+{
+    QString result = text;
+    return result.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+
+QString quoted(const QString &text)
+{
+    return QLatin1Char('\'') + doubleQuotes(text) + QLatin1Char('\'');
+}
+
+QString dayMonthYear(const QDate &date)
+{
+    return date.toString(QStringLiteral("dd/MM/yyyy"));
+}
+
+QString dayMonthYear(const QDateTime &dateTime)
+{
+    return dayMonthYear(dateTime.date());
+}
+
+QString monthDayYear(const QDate &date)
+{
+    return date.toString(QStringLiteral("MM/dd/yyyy"));
+}
+
+QString monthDayYear(const QDateTime &dateTime)
+{
+    return monthDayYear(dateTime.date());
+}
+
+QString convertDate103(const QDate &date)
+{
+    return QStringLiteral("CONVERT(DateTime,'") + dayMonthYear(date) + QStringLiteral("',103)");
+}
+
+QString convertDate101(const QDate &date)
+{
+    return QStringLiteral("CONVERT(DateTime,'") + monthDayYear(date) + QStringLiteral("',101)");
+}
+
+QDate parseDayMonthYear(const QString &text)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\s*(\\d{1,2})/(\\d{1,2})/(\\d{4})\\s*$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch())
+        return {};
+    return QDate(match.captured(3).toInt(), match.captured(2).toInt(), match.captured(1).toInt());
+}
+
+bool isDayMonthYear(const QString &text)
+{
+    return parseDayMonthYear(text).isValid();
+}
+
+QString dropTempTableStatement(const QString &table)
+{
+    return QStringLiteral("IF OBJECT_ID('tempdb..") + table + QStringLiteral("') IS NOT NULL ")
+         + QStringLiteral("DROP TABLE ") + table;
+}
+
+QString intoTempTable(const QString &table)
+{
+    return QStringLiteral(" INTO ") + table;
+}
+
+QString selectAllFrom(const QString &table)
+{
+    return QStringLiteral("SELECT * FROM ") + table;
+}
+
+} // namespace sqltext

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QString>
+
+// Pieces of the suite's T-SQL that every statement builder shares: quoting, dates in the two
+// styles the module writes, and the temporary-table idiom. Pure functions, text in, text out.
+namespace sqltext {
+
+// Every single quote doubled: the only way user-typed text reaches a statement.
+QString doubleQuotes(const QString &text);
+
+// '…' with the quotes inside doubled.
+QString quoted(const QString &text);
+
+// "dd/mm/yyyy" (style 103) and "mm/dd/yyyy" (style 101). The time of a QDateTime is dropped.
+QString dayMonthYear(const QDate &date);
+QString dayMonthYear(const QDateTime &dateTime);
+QString monthDayYear(const QDate &date);
+QString monthDayYear(const QDateTime &dateTime);
+
+// CONVERT(DateTime,'dd/mm/yyyy',103) and CONVERT(DateTime,'mm/dd/yyyy',101).
+QString convertDate103(const QDate &date);
+QString convertDate101(const QDate &date);
+
+// A date as the user types it ("dd/mm/yyyy", also "d/m/yyyy"); an invalid QDate when the text is
+// empty, malformed or names no real day (31/02/2024).
+QDate parseDayMonthYear(const QString &text);
+bool isDayMonthYear(const QString &text);
+
+// "IF OBJECT_ID('tempdb.." + name + "') IS NOT NULL " + "DROP TABLE " + name
+QString dropTempTableStatement(const QString &table);
+
+// " INTO " + name, placed after a select list.
+QString intoTempTable(const QString &table);
+
+// "SELECT * FROM " + name
+QString selectAllFrom(const QString &table);
+
+} // namespace sqltext
