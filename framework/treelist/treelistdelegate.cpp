@@ -1,0 +1,89 @@
+#include "framework/treelist/treelistdelegate.h"
+
+#include "framework/treelist/treelisthooks.h"
+#include "framework/treelist/treelistmodel.h"
+
+#include <QPainter>
+
+namespace fw {
+
+TreeListDelegate::TreeListDelegate(TreeListModel *model, TreeListHooks *hooks, QObject *parent)
+    : QStyledItemDelegate(parent)
+    , m_model(model)
+    , m_hooks(hooks)
+{
+}
+
+const TreeListColumn &TreeListDelegate::columnOf(const QModelIndex &index) const
+{
+    return m_model->column(index.column());
+}
+
+QWidget *TreeListDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                        const QModelIndex &index) const
+{
+    if (!m_hooks->startEditing(index) || !columnOf(index).inPlaceEditor)
+        return nullptr;
+    return createKindEditor(parent, index);
+}
+
+void TreeListDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    setEditorValue(editor, index);
+}
+
+void TreeListDelegate::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &index) const
+{
+    bool valid = true;
+    const QVariant value = editorValue(editor, &valid);
+    m_hooks->commitEdit(index, value, valid);
+}
+
+QWidget *TreeListDelegate::createKindEditor(QWidget *, const QModelIndex &) const
+{
+    return nullptr;
+}
+
+void TreeListDelegate::setEditorValue(QWidget *, const QModelIndex &) const {}
+
+QVariant TreeListDelegate::editorValue(QWidget *, bool *valid) const
+{
+    *valid = false;
+    return {};
+}
+
+void TreeListDelegate::finishOnChoice(QWidget *editor, const QModelIndex &index, const QVariant &choice) const
+{
+    m_hooks->closeUp(index, choice);
+    auto *self = const_cast<TreeListDelegate *>(this);
+    emit self->commitData(editor);
+    emit self->closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+void TreeListDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->text = m_hooks->drawText(index, option->text);
+    // The selection takes its "no focus" colour whenever the tree itself has lost the focus.
+    if (option->widget && !option->widget->hasFocus())
+        option->state &= ~QStyle::State_Active;
+}
+
+void TreeListDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option,
+                                 const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+}
+
+void TreeListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                             const QModelIndex &index) const
+{
+    paintCell(painter, option, index);
+    painter->save();
+    painter->setPen(m_gridLines.isValid() ? m_gridLines : option.palette.color(QPalette::Midlight));
+    painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    painter->restore();
+}
+
+} // namespace fw

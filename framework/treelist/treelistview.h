@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QTreeView>
+
+namespace fw {
+
+class TreeListHeader;
+
+// The tree list's view: a QTreeView with uniform rows, no sorting, row selection, a header
+// that carries the band, and access to its deferred layout.
+class TreeListView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit TreeListView(QWidget *parent = nullptr);
+
+    TreeListHeader *bandHeader() const { return m_header; }
+
+    // QTreeView::expand() and collapse() on a laid-out view move every row below the node,
+    // which makes a loop over many nodes quadratic. With the layout marked out of date they
+    // only record the change, and the next layout places every row in one pass.
+    void deferLayout() { scheduleDelayedItemsLayout(); }
+    void layoutNow() { executeDelayedItemsLayout(); }
+
+signals:
+    void mousePressed(const QModelIndex &index, Qt::MouseButton button, const QPoint &viewportPos);
+    void resized();
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    TreeListHeader *m_header;
+};
+
+} // namespace fw
