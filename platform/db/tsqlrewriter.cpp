@@ -2,6 +2,8 @@
 
 #include "tsqlerror.h"
 
+#include <QVarLengthArray>
+
 namespace db {
 
 using Kind = TsqlTokenKind;
@@ -336,8 +338,7 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
 
     // Clause starts at this query's depth, in the order written.
     struct Clause { int at; const char *name; };
-    Clause clauses[10];
-    int clauseCount = 0;
+    QVarLengthArray<Clause, 6> clauses;
     static const char *const clauseWords[] = {"INTO", "FROM", "WHERE", "GROUP", "HAVING",
                                               "ORDER", "LIMIT", "OPTION", "FOR", "OFFSET"};
     for (int k = i; k < e; ++k) {
@@ -350,22 +351,20 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
             continue;
         for (const char *w : clauseWords) {
             if (t.isWord(QLatin1StringView(w))) {
-                if (clauseCount == 10)
-                    unsupported(k);
-                clauses[clauseCount++] = {k, w};
+                clauses.append(Clause{k, w});
                 break;
             }
         }
     }
 
-    const int listEnd = clauseCount > 0 ? clauses[0].at : e;
+    const int listEnd = clauses.size() > 0 ? clauses[0].at : e;
     if (listEnd == i)
         unsupported(i < e ? i : b);
     emitExpressionList(i, listEnd);
 
-    for (int c = 0; c < clauseCount; ++c) {
+    for (int c = 0; c < clauses.size(); ++c) {
         const int at = clauses[c].at;
-        const int end = c + 1 < clauseCount ? clauses[c + 1].at : e;
+        const int end = c + 1 < clauses.size() ? clauses[c + 1].at : e;
         const QLatin1StringView name(clauses[c].name);
         if (name == QLatin1StringView("INTO")) {
             if (at != m_intoIndex || role != SelectRole::Statement || c != 0 || end != at + 2)
@@ -382,7 +381,10 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
             put(at);
             put(at + 1);
             emitExpressionList(at + 2, end);
-        } else if (name == QLatin1StringView("LIMIT") || name == QLatin1StringView("OFFSET")) {
+        } else if (name == QLatin1StringView("LIMIT")
+                   || (name == QLatin1StringView("OFFSET") && c > 0
+                       && QLatin1StringView(clauses[c - 1].name) == QLatin1StringView("LIMIT"))) {
+            // SQLite's own LIMIT [OFFSET]; the server's OFFSET ... FETCH is refused below.
             if (!limit.isEmpty())
                 throwUnsupportedTsql(QStringLiteral("TOP con LIMIT"));
             put(at);

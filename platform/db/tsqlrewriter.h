@@ -23,6 +23,7 @@ private:
     {
         bool isString = false;
         bool isDate = false;
+        bool isNumber = false;     // a number literal or a numeric conversion
         bool branchString = false; // a THEN or ELSE of this list is string-typed (for CASE)
     };
 

@@ -3,7 +3,7 @@
 #include "tsqldates.h"
 #include "tsqlerror.h"
 
-#include <cstring>
+#include <QVarLengthArray>
 
 namespace db {
 
@@ -202,11 +202,10 @@ int TsqlRewriter::emitChain(int i, int e, ExprInfo &info)
         qsizetype plus; // output position of the '+' before it
         bool compound;
     };
-    Piece pieces[16];
-    std::vector<Piece> more;
-    int count = 0;
+    QVarLengthArray<Piece, 8> pieces;
     bool anyString = false;
     bool anyDate = false;
+    bool anyNumber = false;
     ExprInfo first;
 
     qsizetype plus = -1;
@@ -218,16 +217,12 @@ int TsqlRewriter::emitChain(int i, int e, ExprInfo &info)
         qsizetype start = before;
         while (start < m_out.size() && m_out[start].isSpace())
             ++start;
-        const Piece piece{start, m_out.size(), plus, compound};
-        if (count < 16)
-            pieces[count] = piece;
-        else
-            more.push_back(piece);
-        if (count == 0)
+        if (pieces.isEmpty())
             first = operand;
-        ++count;
+        pieces.append(Piece{start, m_out.size(), plus, compound});
         anyString = anyString || operand.isString;
         anyDate = anyDate || operand.isDate;
+        anyNumber = anyNumber || operand.isNumber;
         if (!symbol(i, e, u'+'))
             break;
         putText(i++, QString());
@@ -235,18 +230,23 @@ int TsqlRewriter::emitChain(int i, int e, ExprInfo &info)
         m_out += u'+';
     }
 
-    if (count == 1) {
+    if (pieces.size() == 1) {
         info = first;
         return i;
     }
     if (anyDate)
         throwUnsupportedTsql(QStringLiteral("+ con date"));
     info = ExprInfo();
-    if (!anyString)
+    if (!anyString) {
+        info.isNumber = anyNumber;
         return i;
+    }
+    // The server adds a text and a number as numbers (or fails): no concatenation then.
+    if (anyNumber)
+        throwUnsupportedTsql(QStringLiteral("+ tra testo e numero"));
     info.isString = true;
-    for (int k = count - 1; k >= 0; --k) {
-        const Piece &p = k < 16 ? pieces[k] : more[k - 16];
+    for (qsizetype k = pieces.size() - 1; k >= 0; --k) {
+        const Piece &p = pieces[k];
         if (p.compound) {
             m_out.insert(p.end, u')');
             m_out.insert(p.start, u'(');
@@ -293,6 +293,7 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
         if (date)
             throwUnsupportedTsql(QStringLiteral("aritmetica sulle date"));
         info = ExprInfo();
+        info.isNumber = true;
     }
     return i;
 }
@@ -306,6 +307,9 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
         info.isString = true;
         return i + 1;
     case Kind::Number:
+        put(i);
+        info.isNumber = true;
+        return i + 1;
     case Kind::Parameter:
         put(i);
         return i + 1;
@@ -324,6 +328,7 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
                 const ExprInfo inner = emitExpressionList(i + 1, close);
                 info.isString = inner.isString;
                 info.isDate = inner.isDate;
+                info.isNumber = inner.isNumber;
             }
             put(close);
             return close + 1;
@@ -446,6 +451,7 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
     } else if (name == "YEAR" || name == "MONTH" || name == "DAY") {
         arity(1);
         emitDatePart(i, args, name == "YEAR" ? "%Y" : name == "MONTH" ? "%m" : "%d");
+        info.isNumber = true;
     } else if (name == "GETDATE") {
         arity(0);
         putText(i, u"datetime('now','localtime')");
@@ -478,6 +484,7 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
             }
             break;
         case Result::Other:
+            info.isNumber = name == "COUNT" || name == "LENGTH" || name == "ABS" || name == "ROUND";
             break;
         }
     }
@@ -566,6 +573,7 @@ void TsqlRewriter::emitCast(int nameIndex, const std::vector<std::pair<int, int>
     putText(as, shape.middle);
     putText(e, shape.suffix);
     info.isString = type.family == TypeSpec::Text;
+    info.isNumber = !info.isString;
 }
 
 void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info)
@@ -637,6 +645,7 @@ void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, i
     m_out += shape.middle;
     putText(close, shape.suffix);
     info.isString = type.family == TypeSpec::Text;
+    info.isNumber = !info.isString;
 }
 
 void TsqlRewriter::emitDatePart(int nameIndex, const std::vector<std::pair<int, int>> &args, const char *format)

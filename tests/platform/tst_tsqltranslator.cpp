@@ -133,9 +133,9 @@ const char *const subjectsFixture = R"(
         (1, 0, 30, 7, 'R30', 1, 'CENTRO', NULL, NULL, NULL, NULL, NULL, NULL, NULL, 'D3'),
         (1, 0, 10, 8, 'B60', 2, 'ISOLE', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL);
     CREATE TABLE GD01_TIPODISTINTA (GD01_ID INTEGER PRIMARY KEY, GD01_DITTA_CG18 INTEGER,
-        GD01_CODICE TEXT, GD01_DESCR TEXT, GD01_INDTIPOSOGG INTEGER);
-    INSERT INTO GD01_TIPODISTINTA VALUES (1, 1, 'CLI', 'Clienti Nord  ', 0), (2, 1, 'FOR', 'Fornitori', 1),
-        (3, 2, 'ALT', 'Altra', 0);
+        GD01_CODICE TEXT, GD01_DESCR TEXT, GD01_INDTIPOSOGG INTEGER, GD01_IDDIV_CO1A INTEGER);
+    INSERT INTO GD01_TIPODISTINTA VALUES (1, 1, 'CLI', 'Clienti Nord  ', 0, NULL), (2, 1, 'FOR', 'Fornitori', 1, 7),
+        (3, 2, 'ALT', 'Altra', 0, NULL), (4, 1, 'DIV', 'Divisione otto', 0, 8);
     CREATE TABLE GD02_DISTINTA (GD02_ID INTEGER PRIMARY KEY, GD02_ID_GD01 INTEGER, GD02_IDPARENT_GD02 INTEGER,
         GD02_DITTA_CG18 INTEGER, GD02_TIPOCF_CG44 INTEGER, GD02_CLIFOR_CG44 INTEGER,
         GD02_DATAINIZIOVAL TEXT, GD02_DATAFINEVAL TEXT, GD02_DATACRE TEXT, GD02_UTENTECRE TEXT);
@@ -143,7 +143,8 @@ const char *const subjectsFixture = R"(
         (1, 1, NULL, 1, 0, 20, '2000-01-01 00:00:00', '2099-12-31 00:00:00', NULL, NULL),
         (2, 2, NULL, 1, 1, 10, '2000-01-01 00:00:00', '2099-12-31 00:00:00', NULL, NULL),
         (3, 1, 1, 1, 0, 30, '2000-01-01 00:00:00', '2099-12-31 00:00:00', NULL, NULL),
-        (4, 3, NULL, 2, 0, 10, '2000-01-01 00:00:00', '2099-12-31 00:00:00', NULL, NULL);
+        (4, 3, NULL, 2, 0, 10, '2000-01-01 00:00:00', '2099-12-31 00:00:00', NULL, NULL),
+        (5, 4, NULL, 1, 0, 30, '2010-05-01 00:00:00', '2010-05-31 00:00:00', NULL, NULL);
 )";
 
 QString dropTemporaryTable(const QString &name)
@@ -168,6 +169,34 @@ QString subjectListWithDivision(int company, int kind, int division)
         " ISNULL(CO1D_CODPAG_CG62 ,CG44_CODPAG_CG62 ) AS CodPagamento, CG62_DESCPAG AS DescPagamento, MG17_AGENTE AS CodAgente, CG16_ANAGGEN_AGE.CG16_RAGSOANAG AS 'Ragione sociale agente', CG16_ANAGGEN.CG16_CITTA AS Citta, CG16_ANAGGEN.CG16_PROV AS Provincia, ISNULL(CO1D_MACROAREA ,MG19_MACROAREA ) AS Macroarea, ISNULL(CO1D_AREA ,MG19_AREA ) AS Area, ISNULL(CO1D_ZONA ,MG19_ZONA ) AS Zona, ISNULL(CO1D_MACROCAT ,MG19_MACROCAT ) AS MacroCategoria, ISNULL(CO1D_CATEG ,MG19_CATEG ) AS Categoria, ISNULL(CO1D_SOTTOCAT ,MG19_SOTTOCAT ) AS SottoCategoria, ISNULL(CO1D_RAGGRCF1 ,MG19_RAGGRCF1 ) AS RaggrCF1, ISNULL(CO1D_RAGGRCF2 ,MG19_RAGGRCF2 ) AS RaggrCF2, ISNULL(CO1D_RAGGRCF3 ,MG19_RAGGCRF3 ) AS RaggrCF3 INTO #GD02_CLIFORSTD FROM CG44_CLIFOR INNER JOIN CG16_ANAGGEN ON CG44_CLIFOR.CG44_CODICE_CG16 = CG16_ANAGGEN.CG16_CODICE LEFT OUTER JOIN VCO1C_CLIFOR ON CG44_CLIFOR.CG44_DITTA_CG18 = VCO1C_CLIFOR.CO1C_DITTA_CG18 AND CG44_CLIFOR.CG44_TIPOCF = VCO1C_CLIFOR.CO1C_TIPOCF_CG44 AND CG44_CLIFOR.CG44_CLIFOR = VCO1C_CLIFOR.CO1C_CLIFOR_CG44 AND CO1C_IDDIV_CO1A = %3 LEFT OUTER JOIN MG19_CLIFORVA ON MG19_CLIFORVA.MG19_DITTA_CG18 = CG44_CLIFOR.CG44_DITTA_CG18 AND MG19_CLIFORVA.MG19_TIPOCF_CG44 = CG44_CLIFOR.CG44_TIPOCF AND MG19_CLIFORVA.MG19_CLIFOR_CG44 = CG44_CLIFOR.CG44_CLIFOR LEFT OUTER JOIN CG62_CONDPAGDES ON isnull(CO1D_CODPAG_CG62,CG44_CLIFOR.CG44_CODPAG_CG62) = CG62_CONDPAGDES.CG62_CODPAG LEFT OUTER JOIN MG17_AGENTI ON isnull(CO1D_IDAGENTE_MG17,CG44_CLIFOR.CG44_IDAGENTE_MG17) = MG17_AGENTI.MG17_IDAGENTE AND isnull(CO1C_DITTA_CG18,CG44_CLIFOR.CG44_DITTA_CG18) = MG17_AGENTI.MG17_DITTA_CG18 LEFT OUTER JOIN CG16_ANAGGEN AS CG16_ANAGGEN_AGE ON CG16_ANAGGEN_AGE.CG16_CODICE = MG17_AGENTI.MG17_ANAGEN_CG16")
         .arg(division)
         + QStringLiteral(" WHERE CG44_DITTA_CG18 = %1 AND CG44_TIPOCF = %2 ORDER BY CG44_CLIFOR").arg(company).arg(kind);
+}
+
+// The check for links of one subject whose period overlaps [start, end], within a division.
+QString overlappingLinks(int company, int subject, int kind, int division, const QString &start, const QString &end)
+{
+    return QStringLiteral(" SELECT CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, ")
+        + QStringLiteral(" GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AS DataI,") + QStringLiteral(" GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL AS DataF, ")
+        + QStringLiteral(" GD01_TIPODISTINTA_FIGLIO.GD01_CODICE AS CodDistinta,") + QStringLiteral(" GD01_TIPODISTINTA_FIGLIO.GD01_DESCR AS DescDistinta,")
+        + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_CODICE AS CodDistintaCapo,") + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_DESCR AS DescDistintaCapo")
+        + QStringLiteral(" FROM GD01_TIPODISTINTA AS GD01_TIPODISTINTA_FIGLIO LEFT OUTER JOIN GD02_DISTINTA AS GD02_DISTINTA_FIGLIO"
+                         " ON GD01_TIPODISTINTA_FIGLIO.GD01_ID = GD02_DISTINTA_FIGLIO.GD02_ID_GD01"
+                         " LEFT OUTER JOIN (GD02_DISTINTA AS GD02_DISTINTA_PADRE LEFT OUTER JOIN GD01_TIPODISTINTA AS GD01_TIPODISTINTA_PADRE"
+                         " ON GD02_DISTINTA_PADRE.GD02_ID_GD01 = GD01_TIPODISTINTA_PADRE.GD01_ID)"
+                         " ON GD02_DISTINTA_FIGLIO.GD02_IDPARENT_GD02 = GD02_DISTINTA_PADRE.GD02_ID"
+                         " LEFT OUTER JOIN (CG44_CLIFOR LEFT OUTER JOIN CG16_ANAGGEN ON CG44_CLIFOR.CG44_CODICE_CG16 = CG16_ANAGGEN.CG16_CODICE)"
+                         " ON GD02_DISTINTA_PADRE.GD02_DITTA_CG18 = CG44_CLIFOR.CG44_DITTA_CG18"
+                         " AND GD02_DISTINTA_PADRE.GD02_TIPOCF_CG44 = CG44_CLIFOR.CG44_TIPOCF"
+                         " AND GD02_DISTINTA_PADRE.GD02_CLIFOR_CG44 = CG44_CLIFOR.CG44_CLIFOR")
+        + QStringLiteral(" WHERE GD02_DISTINTA_FIGLIO.GD02_DITTA_CG18 = ") + QString::number(company)
+        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_CLIFOR_CG44 = ") + QString::number(subject)
+        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_TIPOCF_CG44 = ") + QString::number(kind)
+        + QStringLiteral("   AND (GD01_TIPODISTINTA_FIGLIO.GD01_IDDIV_CO1A = ") + QString::number(division)
+        + QStringLiteral("        OR ") + QStringLiteral("        GD01_TIPODISTINTA_FIGLIO.GD01_IDDIV_CO1A IS NULL") + QStringLiteral("       )")
+        + QStringLiteral("   AND (CONVERT(DateTime,'") + start + QStringLiteral("',103) BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
+        + QStringLiteral("        OR CONVERT(DateTime,'") + end + QStringLiteral("',103) BETWEEN GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL ")
+        + QStringLiteral("        OR (CONVERT(DateTime,'") + start + QStringLiteral("',103) <= GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AND CONVERT(DateTime,'")
+        + end + QStringLiteral("',103) >= GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL)") + QStringLiteral("        )")
+        + QStringLiteral(" ORDER BY GD02_DISTINTA_FIGLIO.GD02_ID_GD01");
 }
 
 // The search across all classification lists, with its filters as the search form adds them.
@@ -214,6 +243,8 @@ private slots:
     void temporaryTableLifecycle();
     void subjectList_data();
     void subjectList();
+    void overlappingLinks_data();
+    void overlappingLinks();
     void crossListSearch_data();
     void crossListSearch();
     void writesRowByRow();
@@ -244,8 +275,6 @@ void TestTsqlTranslator::rewritesConstructs_data()
         << "SELECT CAST(a AS TEXT) || '-' || RTRIM(b) AS x, c || ' ' || d FROM t";
     QTest::newRow("numeric + stays")
         << "SELECT a + b, a + 1 + ISNULL(c, 0) FROM t" << "SELECT a + b, a + 1 + IFNULL(c, 0) FROM t";
-    QTest::newRow("compound operands keep their order of evaluation")
-        << "SELECT a - 1 + 'x', a * 2 + UPPER(b) FROM t" << "SELECT (a - 1) || 'x', (a * 2) || UPPER(b) FROM t";
     QTest::newRow("YEAR") << "SELECT YEAR(d) AS ANNO FROM t"
                           << "SELECT CAST(strftime('%Y', d) AS INTEGER) AS ANNO FROM t";
     QTest::newRow("TOP at the end of its own query")
@@ -380,6 +409,9 @@ void TestTsqlTranslator::refusesWhatItCannotTranslate_data()
     QTest::newRow("TOP in a UNION") << "SELECT TOP 1 id FROM P UNION SELECT id FROM Q" << "TOP con UNION";
     QTest::newRow("other table hint") << "SELECT id FROM P WITH (UPDLOCK)" << "WITH (UPDLOCK)";
     QTest::newRow("date arithmetic") << "SELECT GETDATE() + 1" << "+ con date";
+    QTest::newRow("text plus number") << "SELECT 'a' + 1" << "+ tra testo e numero";
+    QTest::newRow("text plus arithmetic") << "SELECT name + ' ' + id * 2 FROM P" << "+ tra testo e numero";
+    QTest::newRow("OFFSET FETCH") << "SELECT id FROM P ORDER BY id OFFSET 1 ROWS FETCH NEXT 1 ROWS ONLY" << "OFFSET";
     QTest::newRow("two statements") << "SELECT 1; SELECT 2" << ";";
     QTest::newRow("UPDATE with FROM") << "UPDATE P SET name = 'x' FROM P INNER JOIN Q ON Q.pid = P.id"
                                       << "UPDATE ... FROM";
@@ -490,6 +522,34 @@ void TestTsqlTranslator::subjectList()
                             "Categoria|SottoCategoria|RaggrCF1|RaggrCF2|RaggrCF3"));
 }
 
+void TestTsqlTranslator::overlappingLinks_data()
+{
+    QTest::addColumn<int>("division");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<QString>("rows");
+
+    const QString inTree = QStringLiteral("20|Bianchi & C.|2000-01-01 00:00:00|2099-12-31 00:00:00|CLI|Clienti Nord  |CLI|Clienti Nord  ");
+    QTest::newRow("period ending on the first day") << 7 << "01/01/1990" << "01/01/2000" << inTree;
+    QTest::newRow("period starting on the last day") << 7 << "31/12/2099" << "31/12/2100" << inTree;
+    QTest::newRow("period after every link") << 7 << "01/01/2100" << "31/12/2100" << "";
+    QTest::newRow("period around a root of another division")
+        << 8 << "01/01/2010" << "1/1/2011"
+        << inTree + QStringLiteral("\nNULL|NULL|2010-05-01 00:00:00|2010-05-31 00:00:00|DIV|Divisione otto|NULL|NULL");
+    QTest::newRow("other division ignored") << 7 << "01/01/2010" << "1/1/2011" << inTree;
+}
+
+void TestTsqlTranslator::overlappingLinks()
+{
+    QFETCH(int, division);
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    QFETCH(QString, rows);
+    SqliteDatabase database;
+    QVERIFY(database.exec(subjectsFixture));
+    QCOMPARE(database.run(::overlappingLinks(1, 30, 0, division, start, end)), rows);
+}
+
 void TestTsqlTranslator::crossListSearch_data()
 {
     QTest::addColumn<QString>("code");
@@ -497,11 +557,12 @@ void TestTsqlTranslator::crossListSearch_data()
     QTest::addColumn<QString>("rows");
 
     QTest::newRow("by code") << "20" << "" << "1|1|0|20|20-Bianchi & C.|CLI-Clienti Nord";
-    QTest::newRow("by name with an apostrophe") << "" << "d'amico" << "3|1|0|30|30-D'Amico Srl|CLI-Clienti Nord";
+    QTest::newRow("by name with an apostrophe")
+        << "" << "d'amico" << "3|1|0|30|30-D'Amico Srl|CLI-Clienti Nord\n5|1|0|30|30-D'Amico Srl|DIV-Divisione otto";
     QTest::newRow("code that is not a number")
         << "abc" << ""
         << "1|1|0|20|20-Bianchi & C.|CLI-Clienti Nord\n2|1|1|10|10-Fornitore Dieci|FOR-Fornitori\n"
-           "3|1|0|30|30-D'Amico Srl|CLI-Clienti Nord";
+           "3|1|0|30|30-D'Amico Srl|CLI-Clienti Nord\n5|1|0|30|30-D'Amico Srl|DIV-Divisione otto";
     QTest::newRow("code and name") << "10" << "dieci" << "2|1|1|10|10-Fornitore Dieci|FOR-Fornitori";
     QTest::newRow("nothing typed") << "" << "" << "";
 }
@@ -548,7 +609,7 @@ void TestTsqlTranslator::writesRowByRow()
              QStringLiteral("x!\nrossi!"));
     QCOMPARE(database.run(QStringLiteral("DELETE GD02_DISTINTA WHERE GD02_DATAINIZIOVAL >= CONVERT(DateTime,'01/03/2024',103)")),
              QString());
-    QCOMPARE(database.run(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), QStringLiteral("4"));
+    QCOMPARE(database.run(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), QStringLiteral("5"));
 }
 
 QTEST_MAIN(TestTsqlTranslator)
