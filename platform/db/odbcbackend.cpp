@@ -20,6 +20,7 @@ namespace {
 // ODBC type codes the driver reports for exact numerics.
 constexpr int SqlNumeric = 2;
 constexpr int SqlDecimal = 3;
+constexpr int SqlBit = -7;
 constexpr short SqlHandleDbc = 2;
 constexpr short SqlHandleStmt = 3;
 
@@ -89,6 +90,10 @@ FieldInfo fieldFrom(const QSqlField &sqlField)
 {
     FieldInfo field;
     field.name = sqlField.name();
+    if (sqlField.typeID() == SqlBit) {
+        field.type = FieldType::Boolean;
+        return field;
+    }
     switch (sqlField.metaType().id()) {
     case QMetaType::Int:
     case QMetaType::UInt:
@@ -223,7 +228,7 @@ std::shared_ptr<RecordsetData> OdbcBackend::query(const QString &sql)
     RowStoreBuilder rows(columns);
     while (query.next()) {
         for (int i = 0; i < columns; ++i)
-            rows.append(readValue(query.value(i), data->fields.at(i).type));
+            rows.emplace(readValue(query.value(i), data->fields.at(i).type));
     }
     if (query.lastError().isValid())
         failQuery(query, sql);

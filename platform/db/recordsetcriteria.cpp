@@ -19,7 +19,8 @@ struct RecordsetCriteria::Node
     Operator op = Equal;
     bool numericLiteral = false;
     double number = 0;
-    QString text;           // case-folded literal or LIKE pattern
+    QString text;           // the literal as written
+    QString pattern;        // the literal case-folded, for LIKE
     QDateTime date;         // the literal read as a date, when it is one
 
     bool matches(const RecordsetData &data, int row) const;
@@ -28,15 +29,30 @@ struct RecordsetCriteria::Node
 
 namespace {
 
-bool likeMatch(const QString &value, int vi, const QString &pattern, int pi)
+char16_t folded(QChar c)
 {
-    const int vn = int(value.size()), pn = int(pattern.size());
-    int starP = -1, starV = 0;
+    const char16_t u = c.unicode();
+    if (u < 128)
+        return (u >= 'A' && u <= 'Z') ? char16_t(u + ('a' - 'A')) : u;
+    return QChar::toCaseFolded(u);
+}
+
+bool isWildcard(QChar c)
+{
+    return c == QLatin1Char('%') || c == QLatin1Char('*');
+}
+
+// LIKE with % or * for any run of characters; the pattern is already case-folded. Works on the
+// cell's own text, without copies: a Find walks every row.
+bool likeMatch(QStringView value, QStringView pattern)
+{
+    const qsizetype vn = value.size(), pn = pattern.size();
+    qsizetype vi = 0, pi = 0, starP = -1, starV = 0;
     while (vi < vn) {
-        if (pi < pn && (pattern.at(pi) == QLatin1Char('%') || pattern.at(pi) == QLatin1Char('*'))) {
+        if (pi < pn && isWildcard(pattern[pi])) {
             starP = pi++;
             starV = vi;
-        } else if (pi < pn && pattern.at(pi) == value.at(vi)) {
+        } else if (pi < pn && pattern[pi].unicode() == folded(value[vi])) {
             ++pi;
             ++vi;
         } else if (starP >= 0) {
@@ -46,7 +62,7 @@ bool likeMatch(const QString &value, int vi, const QString &pattern, int pi)
             return false;
         }
     }
-    while (pi < pn && (pattern.at(pi) == QLatin1Char('%') || pattern.at(pi) == QLatin1Char('*')))
+    while (pi < pn && isWildcard(pattern[pi]))
         ++pi;
     return pi == pn;
 }
@@ -286,7 +302,8 @@ private:
 
     static void setText(Node &node, const QString &literal)
     {
-        node.text = literal.toCaseFolded();
+        node.text = literal;
+        node.pattern = literal.toCaseFolded();
         node.date = storedvalues::parseDateTime(literal);
         if (!node.date.isValid()) {
             for (const char *format : {"dd/MM/yyyy", "d/M/yyyy", "dd/MM/yyyy HH:mm:ss"}) {
@@ -340,7 +357,9 @@ bool RecordsetCriteria::Node::compare(const QVariant &value) const
     if (isNull)
         return false;
     if (op == Like || op == NotLike) {
-        const bool found = likeMatch(displayText(value).toCaseFolded(), 0, text, 0);
+        const bool found = value.metaType().id() == QMetaType::QString
+            ? likeMatch(*static_cast<const QString *>(value.constData()), pattern)
+            : likeMatch(displayText(value), pattern);
         return op == Like ? found : !found;
     }
 
@@ -364,7 +383,9 @@ bool RecordsetCriteria::Node::compare(const QVariant &value) const
         }
         break;
     }
-    return holds(op, displayText(value).toCaseFolded().compare(text));
+    if (value.metaType().id() == QMetaType::QString)
+        return holds(op, static_cast<const QString *>(value.constData())->compare(text, Qt::CaseInsensitive));
+    return holds(op, displayText(value).compare(text, Qt::CaseInsensitive));
 }
 
 RecordsetCriteria::RecordsetCriteria() = default;

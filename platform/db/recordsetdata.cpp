@@ -20,16 +20,8 @@ int RecordsetData::appendRow()
 
 void RowStoreBuilder::finish(RecordsetData &data)
 {
-    size_t total = 0;
-    for (const auto &chunk : m_chunks)
-        total += chunk.size();
-    data.cells.clear();
-    data.cells.reserve(total);
-    for (auto &chunk : m_chunks) {
-        std::move(chunk.begin(), chunk.end(), std::back_inserter(data.cells));
-        std::vector<QVariant>().swap(chunk);
-    }
-    m_chunks.clear();
+    const size_t total = m_cells.count();
+    m_cells.moveInto(data.cells);
     const size_t rows = m_columns > 0 ? total / size_t(m_columns) : 0;
     data.deleted.assign(rows, 0);
 }

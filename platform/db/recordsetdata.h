@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cellstorage.h"
 #include "field.h"
 
 #include <QHash>
@@ -29,7 +30,7 @@ struct RecordsetData
     QList<FieldInfo> fields;
     QStringList sourceColumns;          // base-table column a field writes to; empty when computed
     QHash<QString, int> fieldByName;    // lower-case name -> index (first of equal names)
-    std::vector<QVariant> cells;
+    CellVector cells;                   // row after row
     std::vector<quint8> deleted;        // one flag per stored row
     QString statement;
     QString baseTable;                  // empty when edits stay in memory
@@ -50,28 +51,23 @@ struct RecordsetData
     int appendRow(); // a row of nulls; returns its stored index
 };
 
-// Gathers cells while a query is read and hands them over as one exact-size vector; reading in
-// chunks avoids the doubling copies (and twice the memory) of a growing vector on large reads.
+// Gathers the cells of a query's rows as they are read, built in place.
 class RowStoreBuilder
 {
 public:
     explicit RowStoreBuilder(int columns) : m_columns(columns) {}
 
-    void append(QVariant &&value)
+    template<typename... Args>
+    void emplace(Args &&...args)
     {
-        if (m_chunks.empty() || m_chunks.back().size() == ChunkCells) {
-            m_chunks.emplace_back();
-            m_chunks.back().reserve(ChunkCells);
-        }
-        m_chunks.back().push_back(std::move(value));
+        ::new (m_cells.nextSlot()) QVariant(std::forward<Args>(args)...);
+        m_cells.added();
     }
-    QVariant &last() { return m_chunks.back().back(); }
     void finish(RecordsetData &data);
 
 private:
-    static constexpr size_t ChunkCells = 1 << 16;
     int m_columns;
-    std::vector<std::vector<QVariant>> m_chunks;
+    CellBuffer m_cells;
 };
 
 } // namespace db

@@ -32,12 +32,15 @@ bool onlyBlanks(const char *from, const char *to)
     return true;
 }
 
-// Reads one cell as the field's type; a value the type cannot hold keeps its own form.
-QVariant readCell(sqlite3_stmt *statement, int column, FieldInfo &field)
+// Reads one cell as the field's type, building it in place; a value the type cannot hold keeps
+// its own form.
+void readCell(sqlite3_stmt *statement, int column, FieldInfo &field, RowStoreBuilder &rows)
 {
     const int storage = sqlite3_column_type(statement, column);
-    if (storage == SQLITE_NULL)
-        return QVariant();
+    if (storage == SQLITE_NULL) {
+        rows.emplace();
+        return;
+    }
     if (field.type == FieldType::Unknown) {
         switch (storage) {
         case SQLITE_INTEGER: field.type = FieldType::Integer; break;
@@ -53,36 +56,36 @@ QVariant readCell(sqlite3_stmt *statement, int column, FieldInfo &field)
     switch (field.type) {
     case FieldType::Integer:
         if (storage == SQLITE_INTEGER)
-            return QVariant(qlonglong(sqlite3_column_int64(statement, column)));
+            return rows.emplace(qlonglong(sqlite3_column_int64(statement, column)));
         if (storage == SQLITE_FLOAT)
-            return QVariant(sqlite3_column_double(statement, column));
+            return rows.emplace(sqlite3_column_double(statement, column));
         break;
     case FieldType::Double:
     case FieldType::Decimal:
         if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
-            return QVariant(sqlite3_column_double(statement, column));
+            return rows.emplace(sqlite3_column_double(statement, column));
         break;
     case FieldType::Boolean:
         if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
-            return QVariant(sqlite3_column_int64(statement, column) != 0);
+            return rows.emplace(sqlite3_column_int64(statement, column) != 0);
         break;
     case FieldType::DateTime:
         if (storage == SQLITE_TEXT) {
             const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-            QDateTime value = storedvalues::parseDateTime(text, sqlite3_column_bytes(statement, column));
+            const QDateTime value = storedvalues::parseDateTime(text, sqlite3_column_bytes(statement, column));
             if (value.isValid())
-                return QVariant(value);
+                return rows.emplace(value);
         }
         break;
     case FieldType::Blob: {
-        const void *bytes = sqlite3_column_blob(statement, column);
-        return QVariant(QByteArray(static_cast<const char *>(bytes), sqlite3_column_bytes(statement, column)));
+        const char *bytes = static_cast<const char *>(sqlite3_column_blob(statement, column));
+        return rows.emplace(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
     }
     case FieldType::Text:
     case FieldType::Unknown:
         break;
     }
-    return QVariant(columnText(statement, column));
+    rows.emplace(columnText(statement, column));
 }
 
 int bindValue(sqlite3_stmt *statement, int index, const QVariant &value)
@@ -271,6 +274,9 @@ int SqliteBackend::execute(const QString &sql)
 
 void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data)
 {
+    // Step first: a cached statement is prepared again on its first step after a schema change,
+    // and only then do its columns describe the table as it is now.
+    int code = sqlite3_step(statement);
     const int columns = sqlite3_column_count(statement);
     data.fields.clear();
     data.fields.reserve(columns);
@@ -286,10 +292,9 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, Record
     }
     FieldInfo *fields = data.fields.data();
     RowStoreBuilder rows(columns);
-    int code;
-    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         for (int i = 0; i < columns; ++i)
-            rows.append(readCell(statement, i, fields[i]));
+            readCell(statement, i, fields[i], rows);
     }
     if (code != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));

@@ -1,0 +1,194 @@
+#include "platform/db/connection.h"
+#include "platform/db/recordset.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace db;
+
+// The SQLite connection: types read, errors kept, two connections on one file, the trace.
+class TestConnection : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void fieldTypesFollowDeclaredTypes();
+    void twoConnectionsSeeEachOthersCommittedRows();
+    void failuresAreKeptOnTheErrorList();
+    void executeCountsRowsAndTriggersRecurse();
+    void cachedStatementsFollowSchemaChanges();
+    void traceHoldsEveryStatementAsSent();
+
+private:
+    QString connectionString() const
+    {
+        return QStringLiteral("Provider=SQLite;Data Source=%1").arg(m_dir->filePath(QStringLiteral("c.sqlite")));
+    }
+    std::unique_ptr<QTemporaryDir> m_dir;
+    ConnectionPtr m_connection;
+};
+
+void TestConnection::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    m_connection = Connection::open(connectionString());
+    QVERIFY(m_connection->translatesTsql());
+    QCOMPARE(m_connection->connectionString(), connectionString());
+}
+
+void TestConnection::cleanup()
+{
+    m_connection.reset();
+    m_dir.reset();
+}
+
+void TestConnection::fieldTypesFollowDeclaredTypes()
+{
+    m_connection->execute(QStringLiteral(
+        "CREATE TABLE TIPI (ID INTEGER PRIMARY KEY, PICCOLO SMALLINT, PREZZO DECIMAL(18,5), "
+        "QUOTA NUMERIC(5,2), MISURA REAL, GIORNO DATETIME, ATTIVO BIT, DESCR VARCHAR(40))"));
+    m_connection->execute(QStringLiteral(
+        "INSERT INTO TIPI VALUES (1, 7, 12.5, 3, 0.25, '2024-03-15 10:20:30', 1, 'uno')"));
+    m_connection->execute(QStringLiteral(
+        "INSERT INTO TIPI VALUES (2, NULL, NULL, NULL, NULL, '2099-12-31', 0, NULL)"));
+    m_connection->execute(QStringLiteral(
+        "INSERT INTO TIPI VALUES (3, 1, 1, 1, 1, 'non è una data', 0, 'tre')"));
+
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
+        "SELECT *, COUNT(*) OVER () AS N, PREZZO * 2 AS DOPPIO, 'testo' AS COSTANTE, NULL AS NIENTE "
+        "FROM TIPI ORDER BY ID"));
+    const QList<QPair<QString, FieldType>> expected = {
+        {QStringLiteral("ID"), FieldType::Integer},      {QStringLiteral("PICCOLO"), FieldType::Integer},
+        {QStringLiteral("PREZZO"), FieldType::Decimal},  {QStringLiteral("QUOTA"), FieldType::Decimal},
+        {QStringLiteral("MISURA"), FieldType::Double},   {QStringLiteral("GIORNO"), FieldType::DateTime},
+        {QStringLiteral("ATTIVO"), FieldType::Boolean},  {QStringLiteral("DESCR"), FieldType::Text},
+        {QStringLiteral("N"), FieldType::Integer},       {QStringLiteral("DOPPIO"), FieldType::Double},
+        {QStringLiteral("COSTANTE"), FieldType::Text},
+    };
+    for (const auto &[name, type] : expected) {
+        const int index = rs->fieldIndex(name);
+        QVERIFY2(index >= 0, qPrintable(name));
+        QVERIFY2(rs->field(index).type == type, qPrintable(name));
+    }
+    QCOMPARE(rs->field(rs->fieldIndex(QStringLiteral("PREZZO"))).numericScale, 5);
+    QCOMPARE(rs->field(rs->fieldIndex(QStringLiteral("QUOTA"))).numericScale, 2);
+    QCOMPARE(rs->field(rs->fieldIndex(QStringLiteral("MISURA"))).numericScale, 0);
+
+    QCOMPARE(rs->value(QStringLiteral("PICCOLO")).metaType().id(), int(QMetaType::LongLong));
+    QCOMPARE(rs->value(QStringLiteral("QUOTA")).metaType().id(), int(QMetaType::Double));
+    QCOMPARE(rs->value(QStringLiteral("GIORNO")).toDateTime(), QDateTime(QDate(2024, 3, 15), QTime(10, 20, 30)));
+    QCOMPARE(rs->value(QStringLiteral("ATTIVO")), QVariant(true));
+    QCOMPARE(rs->value(QStringLiteral("DESCR")), QVariant(QStringLiteral("uno")));
+
+    rs->moveNext();
+    QCOMPARE(rs->value(QStringLiteral("GIORNO")).toDateTime(), QDateTime(QDate(2099, 12, 31), QTime(0, 0)));
+    for (const char *name : {"PICCOLO", "PREZZO", "DESCR", "NIENTE"}) {
+        const QVariant value = rs->value(QLatin1String(name));
+        QVERIFY2(!value.isValid(), name); // a null is a null QVariant, whatever the type
+    }
+    rs->moveNext();
+    QCOMPARE(rs->value(QStringLiteral("GIORNO")), QVariant(QStringLiteral("non è una data"))); // kept as read
+}
+
+void TestConnection::twoConnectionsSeeEachOthersCommittedRows()
+{
+    m_connection->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V VARCHAR(10))"));
+    ConnectionPtr second = Connection::open(m_connection->connectionString());
+    m_connection->execute(QStringLiteral("INSERT INTO T (V) VALUES ('primo')"));
+    QCOMPARE(second->openRecordset(QStringLiteral("SELECT V FROM T"))->value(0).toString(), QStringLiteral("primo"));
+
+    RecordsetPtr open = m_connection->openRecordset(QStringLiteral("SELECT V FROM T")); // a reader stays open
+    second->execute(QStringLiteral("INSERT INTO T (V) VALUES ('secondo')"));
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT V FROM T ORDER BY ID"))->recordCount(), 2);
+    QCOMPARE(open->recordCount(), 1); // client-side: what was read stays
+}
+
+void TestConnection::failuresAreKeptOnTheErrorList()
+{
+    const QString wrong = QStringLiteral("SELECT * FROM TABELLA_CHE_NON_ESISTE");
+    try {
+        m_connection->openRecordset(wrong);
+        QFAIL("no error raised");
+    } catch (const DatabaseError &error) {
+        QVERIFY(error.message().contains(QStringLiteral("TABELLA_CHE_NON_ESISTE")));
+    }
+    QCOMPARE(m_connection->errors().size(), 1);
+    const DbError &error = m_connection->errors().first();
+    QCOMPARE(error.source, QStringLiteral("SQLite"));
+    QCOMPARE(error.nativeError, 1); // SQLITE_ERROR
+    QVERIFY(error.description.contains(QStringLiteral("no such table")));
+
+    m_connection->execute(QStringLiteral("CREATE TABLE U (ID INTEGER PRIMARY KEY)"));
+    QCOMPARE(m_connection->errors().size(), 1); // success does not clear the list
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->execute(QStringLiteral("INSERT INTO U VALUES (1); INSERT INTO U VALUES (1)")));
+    QCOMPARE(m_connection->errors().first().nativeError, 1555); // SQLITE_CONSTRAINT_PRIMARYKEY
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM U"))->value(0).toInt(), 1); // the first stays
+    m_connection->clearErrors();
+    QVERIFY(m_connection->errors().isEmpty());
+
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, Connection::open(QStringLiteral("Provider=SQLite;")));
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, Connection::open(
+        QStringLiteral("Provider=SQLite;Data Source=%1").arg(m_dir->filePath(QStringLiteral("manca/x.sqlite")))));
+}
+
+void TestConnection::executeCountsRowsAndTriggersRecurse()
+{
+    m_connection->execute(QStringLiteral(
+        "CREATE TABLE NODI (ID INTEGER PRIMARY KEY, PADRE INTEGER);"
+        "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN DELETE FROM NODI WHERE PADRE = OLD.ID; END;"));
+    QCOMPARE(m_connection->execute(QStringLiteral(
+                 "INSERT INTO NODI VALUES (1, NULL), (2, 1), (3, 2), (4, 3), (5, NULL)")), 5);
+    QCOMPARE(m_connection->execute(QStringLiteral("CREATE INDEX NODI_PADRE ON NODI (PADRE)")), 0);
+    QCOMPARE(m_connection->execute(QStringLiteral("DELETE FROM NODI WHERE ID = 1")), 1); // only the row itself counts
+    RecordsetPtr left = m_connection->openRecordset(QStringLiteral("SELECT ID FROM NODI"));
+    QCOMPARE(left->recordCount(), 1); // the whole branch went, not just the first level
+    QCOMPARE(left->value(0).toInt(), 5);
+}
+
+void TestConnection::cachedStatementsFollowSchemaChanges()
+{
+    const QString select = QStringLiteral("SELECT * FROM S");
+    m_connection->execute(QStringLiteral("CREATE TABLE S (A INTEGER)"));
+    for (int i = 0; i < 3; ++i)
+        m_connection->execute(QStringLiteral("INSERT INTO S VALUES (1)"));
+    QCOMPARE(m_connection->openRecordset(select)->fieldCount(), 1);
+    m_connection->execute(QStringLiteral("ALTER TABLE S ADD COLUMN B VARCHAR(5)"));
+    RecordsetPtr rs = m_connection->openRecordset(select);
+    QCOMPARE(rs->fieldCount(), 2);
+    QCOMPARE(rs->recordCount(), 3);
+    m_connection->execute(QStringLiteral("DROP TABLE S"));
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->openRecordset(select));
+}
+
+void TestConnection::traceHoldsEveryStatementAsSent()
+{
+    const QString tracePath = m_dir->filePath(QStringLiteral("trace.sql"));
+    qputenv("DISTINTA_SQL_TRACE", tracePath.toLocal8Bit());
+    ConnectionPtr traced = Connection::open(connectionString());
+    traced->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V VARCHAR(10))"));
+    traced->execute(QStringLiteral("INSERT INTO T (V) VALUES ('a''b')"));
+    RecordsetPtr rs = traced->openRecordset(QStringLiteral("SELECT ID, V FROM T WHERE 1 = 1 "));
+    rs->setValue(QStringLiteral("V"), QStringLiteral("c"));
+    rs->update();
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, traced->execute(QStringLiteral("SELEC 1")));
+    qunsetenv("DISTINTA_SQL_TRACE");
+    traced->execute(QStringLiteral("DELETE FROM T"));
+
+    QFile file(tracePath);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString trace = QString::fromUtf8(file.readAll());
+    QCOMPARE(trace, QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V VARCHAR(10))\nGO\n"
+                                   "INSERT INTO T (V) VALUES ('a''b')\nGO\n"
+                                   "SELECT ID, V FROM T WHERE 1 = 1 \nGO\n"
+                                   "UPDATE T SET V = ? WHERE ID = ? AND V = ?\n-- 'c', 1, 'a''b'\nGO\n"
+                                   "SELEC 1\nGO\n"));
+    QVERIFY(!trace.contains(QStringLiteral("Provider")));
+}
+
+QTEST_MAIN(TestConnection)
+#include "tst_connection.moc"
