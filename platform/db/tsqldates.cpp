@@ -87,14 +87,34 @@ QString twoDigits(int value)
     return QString::number(value).rightJustified(2, u'0');
 }
 
+// Written digit by digit: this runs for every date of every statement.
 QString storedText(const DateParts &d)
 {
-    QString text = QString::number(d.year).rightJustified(4, u'0') + u'-' + twoDigits(d.month)
-        + u'-' + twoDigits(d.day) + u' ' + twoDigits(d.hour) + u':' + twoDigits(d.minute) + u':'
-        + twoDigits(d.second);
-    if (d.msec != 0)
-        text += u'.' + QString::number(d.msec).rightJustified(3, u'0');
-    return text;
+    char16_t text[23];
+    const auto digits = [&text](int at, int value, int count) {
+        for (int k = count - 1; k >= 0; --k) {
+            text[at + k] = char16_t(u'0' + value % 10);
+            value /= 10;
+        }
+    };
+    digits(0, d.year, 4);
+    text[4] = u'-';
+    digits(5, d.month, 2);
+    text[7] = u'-';
+    digits(8, d.day, 2);
+    text[10] = u' ';
+    digits(11, d.hour, 2);
+    text[13] = u':';
+    digits(14, d.minute, 2);
+    text[16] = u':';
+    digits(17, d.second, 2);
+    qsizetype length = 19;
+    if (d.msec != 0) {
+        text[19] = u'.';
+        digits(20, d.msec, 3);
+        length = 23;
+    }
+    return QString(reinterpret_cast<const QChar *>(text), length);
 }
 
 } // namespace

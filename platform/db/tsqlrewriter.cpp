@@ -30,26 +30,28 @@ QString TsqlRewriter::rewrite()
     if (first.kind != Kind::Word)
         unsupported(0);
 
-    if (first.isWord(QLatin1StringView("SELECT"))) {
+    if (first.is(TsqlWord::Select)) {
         selectStatement(e);
-    } else if (first.isWord(QLatin1StringView("INSERT"))) {
+    } else if (first.is(TsqlWord::Insert)) {
         insertStatement(e);
-    } else if (first.isWord(QLatin1StringView("UPDATE"))) {
+    } else if (first.is(TsqlWord::Update)) {
         updateStatement(e);
-    } else if (first.isWord(QLatin1StringView("DELETE"))) {
+    } else if (first.is(TsqlWord::Delete)) {
         deleteStatement(e);
-    } else if (first.isWord(QLatin1StringView("IF"))) {
+    } else if (first.is(TsqlWord::If)) {
         ifStatement(e);
-    } else if (first.isWord(QLatin1StringView("DROP"))) {
+    } else if (first.is(TsqlWord::Drop)) {
         dropStatement(e);
     } else {
         // Statements of SQLite's own that the back end issues itself (schema, pragmas,
         // transactions) pass untouched; any other T-SQL statement is refused.
-        static const char *const native[] = {"CREATE", "ALTER", "PRAGMA", "BEGIN", "COMMIT",
-                                             "ROLLBACK", "END", "SAVEPOINT", "RELEASE",
-                                             "VACUUM", "ANALYZE", "REINDEX", "ATTACH", "DETACH"};
-        for (const char *w : native) {
-            if (first.isWord(QLatin1StringView(w))) {
+        static const TsqlWord native[] = {TsqlWord::Create, TsqlWord::Alter, TsqlWord::Pragma,
+                                          TsqlWord::Begin, TsqlWord::Commit, TsqlWord::Rollback,
+                                          TsqlWord::End, TsqlWord::Savepoint, TsqlWord::Release,
+                                          TsqlWord::Vacuum, TsqlWord::Analyze, TsqlWord::Reindex,
+                                          TsqlWord::Attach, TsqlWord::Detach};
+        for (TsqlWord w : native) {
+            if (first.is(w)) {
                 return m_sql;
             }
         }
@@ -66,8 +68,8 @@ QString TsqlRewriter::rewrite()
 void TsqlRewriter::selectStatement(int e)
 {
     // SELECT ... INTO name FROM ...: the INTO belongs to the first SELECT of the statement.
-    const int stop = findAtDepth(0, e, {"UNION", "EXCEPT", "INTERSECT"});
-    const int into = findAtDepth(0, stop, {"INTO"});
+    const int stop = findAtDepth(0, e, {TsqlWord::Union, TsqlWord::Except, TsqlWord::Intersect});
+    const int into = findAtDepth(0, stop, {TsqlWord::Into});
     if (into < stop) {
         if (into + 1 >= stop || !m_t[into + 1].isName()
             || (into + 2 < stop && m_t[into + 2].isSymbol(u'.')))
@@ -91,13 +93,13 @@ void TsqlRewriter::insertStatement(int e)
 {
     int i = 0;
     put(i++);
-    if (word(i, e, "OR") && i + 1 < e) { // SQLite's INSERT OR REPLACE
+    if (word(i, e, TsqlWord::Or) && i + 1 < e) { // SQLite's INSERT OR REPLACE
         put(i++);
         put(i++);
     }
-    if (word(i, e, "TOP"))
+    if (word(i, e, TsqlWord::Top))
         unsupported(i);
-    if (word(i, e, "INTO"))
+    if (word(i, e, TsqlWord::Into))
         put(i++);
     else
         m_out += QLatin1StringView(" INTO");
@@ -113,7 +115,7 @@ void TsqlRewriter::insertStatement(int e)
         i = close + 1;
     }
 
-    if (word(i, e, "VALUES")) {
+    if (word(i, e, TsqlWord::Values)) {
         put(i++);
         while (true) {
             if (!symbol(i, e, u'('))
@@ -127,11 +129,11 @@ void TsqlRewriter::insertStatement(int e)
                 break;
             put(i++);
         }
-    } else if (word(i, e, "SELECT")) {
-        const int end = findAtDepth(i, e, {"RETURNING"});
+    } else if (word(i, e, TsqlWord::Select)) {
+        const int end = findAtDepth(i, e, {TsqlWord::Returning});
         emitSelect(i, end, SelectRole::InsertSource, false);
         i = end;
-    } else if (word(i, e, "DEFAULT") && word(i + 1, e, "VALUES")) {
+    } else if (word(i, e, TsqlWord::Default) && word(i + 1, e, TsqlWord::Values)) {
         put(i++);
         put(i++);
     } else {
@@ -146,25 +148,25 @@ void TsqlRewriter::updateStatement(int e)
 {
     int i = 0;
     put(i++);
-    if (word(i, e, "OR") && i + 1 < e) {
+    if (word(i, e, TsqlWord::Or) && i + 1 < e) {
         put(i++);
         put(i++);
     }
-    if (word(i, e, "TOP"))
+    if (word(i, e, TsqlWord::Top))
         unsupported(i);
     i = tableTarget(i, e, "UPDATE");
-    if (!word(i, e, "SET"))
+    if (!word(i, e, TsqlWord::Set))
         unsupported(i < e ? i : e - 1);
     put(i++);
 
-    const int from = findAtDepth(i, e, {"FROM"});
+    const int from = findAtDepth(i, e, {TsqlWord::From});
     if (from < e)
         throwUnsupportedTsql(QStringLiteral("UPDATE ... FROM"));
-    const int where = findAtDepth(i, e, {"WHERE", "RETURNING"});
+    const int where = findAtDepth(i, e, {TsqlWord::Where, TsqlWord::Returning});
     emitExpressionList(i, where);
     i = where;
-    if (word(i, e, "WHERE")) {
-        const int end = findAtDepth(i + 1, e, {"RETURNING"});
+    if (word(i, e, TsqlWord::Where)) {
+        const int end = findAtDepth(i + 1, e, {TsqlWord::Returning});
         put(i);
         emitExpressionList(i + 1, end);
         i = end;
@@ -178,17 +180,17 @@ void TsqlRewriter::deleteStatement(int e)
 {
     int i = 0;
     put(i++);
-    if (word(i, e, "TOP"))
+    if (word(i, e, TsqlWord::Top))
         unsupported(i);
-    if (word(i, e, "FROM"))
+    if (word(i, e, TsqlWord::From))
         put(i++);
     else
         m_out += QLatin1StringView(" FROM");
     i = tableTarget(i, e, "DELETE");
-    if (word(i, e, "FROM"))
+    if (word(i, e, TsqlWord::From))
         throwUnsupportedTsql(QStringLiteral("DELETE ... FROM"));
-    if (word(i, e, "WHERE")) {
-        const int end = findAtDepth(i + 1, e, {"RETURNING"});
+    if (word(i, e, TsqlWord::Where)) {
+        const int end = findAtDepth(i + 1, e, {TsqlWord::Returning});
         put(i);
         emitExpressionList(i + 1, end);
         i = end;
@@ -201,17 +203,17 @@ void TsqlRewriter::deleteStatement(int e)
 // The table written by INSERT, UPDATE or DELETE: a name, never with hints or an alias.
 int TsqlRewriter::tableTarget(int i, int e, const char *statement)
 {
-    if (i >= e || !m_t[i].isName() || tsqlKeyword(m_t[i].text) != TsqlKeyword::None)
+    if (i >= e || !m_t[i].isName() || m_t[i].keyword != TsqlKeyword::None)
         throwUnsupportedTsql(QLatin1StringView(statement) + QStringLiteral(" senza tabella"));
     i = emitName(i, e);
-    if (word(i, e, "WITH") || (symbol(i, e, u'(') && isNolockHint(i)))
+    if (word(i, e, TsqlWord::With) || (symbol(i, e, u'(') && isNolockHint(i)))
         unsupported(i);
     return i;
 }
 
 int TsqlRewriter::returningClause(int i, int e)
 {
-    if (!word(i, e, "RETURNING"))
+    if (!word(i, e, TsqlWord::Returning))
         return i;
     put(i);
     emitExpressionList(i + 1, e);
@@ -223,7 +225,7 @@ void TsqlRewriter::ifStatement(int e)
 {
     const auto fail = [] { throwUnsupportedTsql(QStringLiteral("IF")); };
     int i = 1;
-    if (!word(i, e, "OBJECT_ID") || !symbol(i + 1, e, u'('))
+    if (!word(i, e, TsqlWord::ObjectId) || !symbol(i + 1, e, u'('))
         fail();
     const int close = m_t[i + 1].match;
     const int literal = i + 2;
@@ -235,8 +237,8 @@ void TsqlRewriter::ifStatement(int e)
              && m_t[literal + 2].stringValue().compare(QLatin1StringView("U"), Qt::CaseInsensitive) == 0))
         fail();
     i = close + 1;
-    if (!word(i, e, "IS") || !word(i + 1, e, "NOT") || !word(i + 2, e, "NULL")
-        || !word(i + 3, e, "DROP") || !word(i + 4, e, "TABLE") || i + 6 != e
+    if (!word(i, e, TsqlWord::Is) || !word(i + 1, e, TsqlWord::Not) || !word(i + 2, e, TsqlWord::Null)
+        || !word(i + 3, e, TsqlWord::Drop) || !word(i + 4, e, TsqlWord::Table) || i + 6 != e
         || m_t[i + 5].kind != Kind::TempName)
         fail();
 
@@ -260,13 +262,13 @@ void TsqlRewriter::dropStatement(int e)
 {
     int i = 0;
     put(i++);
-    if (!word(i, e, "TABLE")) {
+    if (!word(i, e, TsqlWord::Table)) {
         // DROP INDEX, VIEW, TRIGGER: schema statements, as written.
         putRange(i, e);
         return;
     }
     put(i++);
-    if (word(i, e, "IF") && word(i + 1, e, "EXISTS")) {
+    if (word(i, e, TsqlWord::If) && word(i + 1, e, TsqlWord::Exists)) {
         put(i++);
         put(i++);
     }
@@ -289,7 +291,7 @@ void TsqlRewriter::dropStatement(int e)
 
 void TsqlRewriter::emitSelect(int b, int e, SelectRole role, bool inCompound)
 {
-    const int compound = findAtDepth(b, e, {"UNION", "EXCEPT", "INTERSECT"});
+    const int compound = findAtDepth(b, e, {TsqlWord::Union, TsqlWord::Except, TsqlWord::Intersect});
     if (compound >= e) {
         emitSimpleSelect(b, e, role, inCompound);
         return;
@@ -297,9 +299,9 @@ void TsqlRewriter::emitSelect(int b, int e, SelectRole role, bool inCompound)
     emitSimpleSelect(b, compound, role, true);
     int i = compound;
     put(i++);
-    if (word(i, e, "ALL"))
+    if (word(i, e, TsqlWord::All))
         put(i++);
-    if (!word(i, e, "SELECT"))
+    if (!word(i, e, TsqlWord::Select))
         unsupported(i < e ? i : compound);
     emitSelect(i, e, role == SelectRole::Statement ? SelectRole::InsertSource : role, true);
 }
@@ -308,11 +310,11 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
 {
     int i = b;
     put(i++);
-    if (word(i, e, "DISTINCT") || word(i, e, "ALL"))
+    if (word(i, e, TsqlWord::Distinct) || word(i, e, TsqlWord::All))
         put(i++);
 
     QString limit;
-    if (word(i, e, "TOP")) {
+    if (word(i, e, TsqlWord::Top)) {
         ++i;
         if (inCompound)
             throwUnsupportedTsql(QStringLiteral("TOP con UNION"));
@@ -329,18 +331,20 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
             || m_t[count].text.contains(u'.') || m_t[count].text.contains(u'e')
             || m_t[count].text.contains(u'E'))
             throwUnsupportedTsql(QStringLiteral("TOP ") + (count < e ? tokenText(count) : QString()));
-        if (word(i, e, "PERCENT"))
+        if (word(i, e, TsqlWord::Percent))
             throwUnsupportedTsql(QStringLiteral("TOP PERCENT"));
-        if (word(i, e, "WITH"))
+        if (word(i, e, TsqlWord::With))
             throwUnsupportedTsql(QStringLiteral("TOP WITH TIES"));
         limit = m_t[count].text.toString();
     }
 
     // Clause starts at this query's depth, in the order written.
-    struct Clause { int at; const char *name; };
+    struct Clause { int at; TsqlWord name; };
     QVarLengthArray<Clause, 6> clauses;
-    static const char *const clauseWords[] = {"INTO", "FROM", "WHERE", "GROUP", "HAVING",
-                                              "ORDER", "LIMIT", "OPTION", "FOR", "OFFSET"};
+    static const TsqlWord clauseWords[] = {TsqlWord::Into, TsqlWord::From, TsqlWord::Where,
+                                           TsqlWord::Group, TsqlWord::Having, TsqlWord::Order,
+                                           TsqlWord::Limit, TsqlWord::Option, TsqlWord::For,
+                                           TsqlWord::Offset};
     for (int k = i; k < e; ++k) {
         const TsqlToken &t = m_t[k];
         if (t.isSymbol(u'(')) {
@@ -349,8 +353,8 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
         }
         if (t.kind != Kind::Word)
             continue;
-        for (const char *w : clauseWords) {
-            if (t.isWord(QLatin1StringView(w))) {
+        for (TsqlWord w : clauseWords) {
+            if (t.is(w)) {
                 clauses.append(Clause{k, w});
                 break;
             }
@@ -365,25 +369,24 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
     for (int c = 0; c < clauses.size(); ++c) {
         const int at = clauses[c].at;
         const int end = c + 1 < clauses.size() ? clauses[c + 1].at : e;
-        const QLatin1StringView name(clauses[c].name);
-        if (name == QLatin1StringView("INTO")) {
+        const TsqlWord name = clauses[c].name;
+        if (name == TsqlWord::Into) {
             if (at != m_intoIndex || role != SelectRole::Statement || c != 0 || end != at + 2)
                 throwUnsupportedTsql(QStringLiteral("SELECT ... INTO"));
-        } else if (name == QLatin1StringView("FROM")) {
+        } else if (name == TsqlWord::From) {
             put(at);
             emitFrom(at + 1, end);
-        } else if (name == QLatin1StringView("WHERE") || name == QLatin1StringView("HAVING")) {
+        } else if (name == TsqlWord::Where || name == TsqlWord::Having) {
             put(at);
             emitExpressionList(at + 1, end);
-        } else if (name == QLatin1StringView("GROUP") || name == QLatin1StringView("ORDER")) {
-            if (!word(at + 1, end, "BY"))
+        } else if (name == TsqlWord::Group || name == TsqlWord::Order) {
+            if (!word(at + 1, end, TsqlWord::By))
                 unsupported(at);
             put(at);
             put(at + 1);
             emitExpressionList(at + 2, end);
-        } else if (name == QLatin1StringView("LIMIT")
-                   || (name == QLatin1StringView("OFFSET") && c > 0
-                       && QLatin1StringView(clauses[c - 1].name) == QLatin1StringView("LIMIT"))) {
+        } else if (name == TsqlWord::Limit
+                   || (name == TsqlWord::Offset && c > 0 && clauses[c - 1].name == TsqlWord::Limit)) {
             // SQLite's own LIMIT [OFFSET]; the server's OFFSET ... FETCH is refused below.
             if (!limit.isEmpty())
                 throwUnsupportedTsql(QStringLiteral("TOP con LIMIT"));
@@ -465,7 +468,7 @@ int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin,
             }
             break;
         }
-        const bool cross = m_t[i].isWord(QLatin1StringView("CROSS"));
+        const bool cross = m_t[i].is(TsqlWord::Cross);
         segs.push_back({FromSegment::Tokens, i, i + opLength});
         i += opLength;
         isJoin = true;
@@ -476,7 +479,7 @@ int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin,
         const size_t rightFirst = segs.size();
         bool rightIsJoin = false;
         i = parseTableExpression(i, e, true, rightIsJoin, segs);
-        if (!word(i, e, "ON"))
+        if (!word(i, e, TsqlWord::On))
             throwUnsupportedTsql(QStringLiteral("JOIN senza ON"));
         if (rightIsJoin) {
             segs[rightFirst].opens++;
@@ -500,11 +503,11 @@ int TsqlRewriter::parseTablePrimary(int i, int e, std::vector<FromSegment> &segs
         const int close = t.match;
         if (close == i + 1)
             unsupported(i);
-        segs.push_back({word(i + 1, close, "SELECT") ? FromSegment::Subquery : FromSegment::ParenJoin,
+        segs.push_back({word(i + 1, close, TsqlWord::Select) ? FromSegment::Subquery : FromSegment::ParenJoin,
                         i, close + 1});
         return parseAliasAndHints(close + 1, e, segs);
     }
-    if (!t.isName() || (t.kind == Kind::Word && tsqlKeyword(t.text) != TsqlKeyword::None))
+    if (!t.isName() || (t.kind == Kind::Word && t.keyword != TsqlKeyword::None))
         unsupported(i);
     int j = i + 1;
     while (j + 1 < e && m_t[j].isSymbol(u'.') && m_t[j + 1].isName())
@@ -519,7 +522,7 @@ int TsqlRewriter::parseAliasAndHints(int i, int e, std::vector<FromSegment> &seg
 {
     bool alias = false;
     while (i < e) {
-        if (word(i, e, "WITH") && symbol(i + 1, e, u'(')) {
+        if (word(i, e, TsqlWord::With) && symbol(i + 1, e, u'(')) {
             if (!isNolockHint(i + 1))
                 throwUnsupportedTsql(QStringLiteral("WITH (") + tokenText(i + 2) + u')');
             segs.push_back({FromSegment::Skip, i, m_t[i + 1].match + 1});
@@ -527,12 +530,12 @@ int TsqlRewriter::parseAliasAndHints(int i, int e, std::vector<FromSegment> &seg
         } else if (symbol(i, e, u'(') && isNolockHint(i)) {
             segs.push_back({FromSegment::Skip, i, m_t[i].match + 1});
             i = m_t[i].match + 1;
-        } else if (!alias && word(i, e, "AS") && i + 1 < e && m_t[i + 1].isName()) {
+        } else if (!alias && word(i, e, TsqlWord::As) && i + 1 < e && m_t[i + 1].isName()) {
             segs.push_back({FromSegment::Tokens, i, i + 2});
             i += 2;
             alias = true;
         } else if (!alias && (m_t[i].kind == Kind::QuotedName
-                              || (m_t[i].kind == Kind::Word && tsqlKeyword(m_t[i].text) == TsqlKeyword::None))) {
+                              || (m_t[i].kind == Kind::Word && m_t[i].keyword == TsqlKeyword::None))) {
             segs.push_back({FromSegment::Tokens, i, i + 1});
             ++i;
             alias = true;
@@ -550,8 +553,8 @@ bool TsqlRewriter::isNolockHint(int open) const
     if (close == open + 1)
         return false;
     for (int k = open + 1; k < close; ++k) {
-        const bool hint = m_t[k].isWord(QLatin1StringView("NOLOCK"))
-            || m_t[k].isWord(QLatin1StringView("READUNCOMMITTED"));
+        const bool hint = m_t[k].is(TsqlWord::Nolock)
+            || m_t[k].is(TsqlWord::Readuncommitted);
         if ((k - open) % 2 == 1 ? !hint : !m_t[k].isSymbol(u','))
             return false;
     }
@@ -561,26 +564,26 @@ bool TsqlRewriter::isNolockHint(int open) const
 // Tokens of a join operator at i (JOIN, INNER JOIN, LEFT OUTER JOIN, CROSS JOIN ...), or 0.
 int TsqlRewriter::joinOperatorLength(int i, int e) const
 {
-    if (word(i, e, "JOIN"))
+    if (word(i, e, TsqlWord::Join))
         return 1;
-    if (word(i, e, "INNER")) {
-        if (word(i + 1, e, "JOIN"))
+    if (word(i, e, TsqlWord::Inner)) {
+        if (word(i + 1, e, TsqlWord::Join))
             return 2;
         unsupported(i + 1 < e ? i + 1 : i);
     }
-    if (word(i, e, "LEFT") || word(i, e, "RIGHT") || word(i, e, "FULL")) {
-        if (word(i + 1, e, "JOIN"))
+    if (word(i, e, TsqlWord::Left) || word(i, e, TsqlWord::Right) || word(i, e, TsqlWord::Full)) {
+        if (word(i + 1, e, TsqlWord::Join))
             return 2;
-        if (word(i + 1, e, "OUTER") && word(i + 2, e, "JOIN"))
+        if (word(i + 1, e, TsqlWord::Outer) && word(i + 2, e, TsqlWord::Join))
             return 3;
         return 0; // LEFT(...) as a function
     }
-    if (word(i, e, "CROSS")) {
-        if (word(i + 1, e, "JOIN"))
+    if (word(i, e, TsqlWord::Cross)) {
+        if (word(i + 1, e, TsqlWord::Join))
             return 2;
         throwUnsupportedTsql(QStringLiteral("CROSS ") + (i + 1 < e ? tokenText(i + 1).toUpper() : QString()));
     }
-    if (word(i, e, "OUTER"))
+    if (word(i, e, TsqlWord::Outer))
         throwUnsupportedTsql(QStringLiteral("OUTER ") + (i + 1 < e ? tokenText(i + 1).toUpper() : QString()));
     return 0;
 }
@@ -598,7 +601,7 @@ int TsqlRewriter::conditionEnd(int i, int e) const
             return i;
         if (t.kind != Kind::Word)
             continue;
-        if (t.isWord(QLatin1StringView("ON")) || joinOperatorLength(i, e) > 0)
+        if (t.is(TsqlWord::On) || joinOperatorLength(i, e) > 0)
             return i;
     }
     return e;
@@ -607,9 +610,9 @@ int TsqlRewriter::conditionEnd(int i, int e) const
 // ---------------------------------------------------------------------------------------
 // Tokens and output
 
-bool TsqlRewriter::word(int i, int e, const char *w) const
+bool TsqlRewriter::word(int i, int e, TsqlWord w) const
 {
-    return i < e && m_t[i].isWord(QLatin1StringView(w));
+    return i < e && m_t[i].word == w;
 }
 
 bool TsqlRewriter::symbol(int i, int e, char16_t c) const
@@ -618,7 +621,7 @@ bool TsqlRewriter::symbol(int i, int e, char16_t c) const
 }
 
 // First of the words at the depth of b, or e.
-int TsqlRewriter::findAtDepth(int b, int e, std::initializer_list<const char *> words) const
+int TsqlRewriter::findAtDepth(int b, int e, std::initializer_list<TsqlWord> words) const
 {
     for (int k = b; k < e; ++k) {
         const TsqlToken &t = m_t[k];
@@ -626,10 +629,10 @@ int TsqlRewriter::findAtDepth(int b, int e, std::initializer_list<const char *> 
             k = t.match;
             continue;
         }
-        if (t.kind != Kind::Word)
+        if (t.word == TsqlWord::None)
             continue;
-        for (const char *w : words)
-            if (t.isWord(QLatin1StringView(w)))
+        for (TsqlWord w : words)
+            if (t.word == w)
                 return k;
     }
     return e;
@@ -678,7 +681,11 @@ void TsqlRewriter::put(int i)
     default:
         break;
     }
-    putText(i, t.text);
+    if (m_suppressLead || t.leadHasComment) {
+        putText(i, t.text);
+        return;
+    }
+    m_out += QStringView(t.lead.data(), t.lead.size() + t.text.size()); // adjacent in the statement
 }
 
 void TsqlRewriter::putRange(int b, int e)

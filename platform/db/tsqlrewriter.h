@@ -3,6 +3,8 @@
 #include "tsqltokenizer.h"
 
 #include <QString>
+#include <QVarLengthArray>
+#include <utility>
 #include <vector>
 
 namespace db {
@@ -28,6 +30,8 @@ private:
     };
 
     enum class SelectRole { Statement, Subquery, InsertSource };
+
+    using Arguments = QVarLengthArray<std::pair<int, int>, 4>; // token ranges of a call's arguments
 
     struct FromSegment
     {
@@ -66,18 +70,18 @@ private:
     int emitCase(int i, int e, ExprInfo &info);
     int emitName(int i, int e);
     int emitFunction(int i, ExprInfo &info);
-    void emitCall(int nameIndex, const QString &newName, const std::vector<std::pair<int, int>> &args,
-                  std::vector<ExprInfo> *infos);
-    void emitCast(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info);
-    void emitConvert(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info);
-    void emitDatePart(int nameIndex, const std::vector<std::pair<int, int>> &args, const char *format);
-    std::vector<std::pair<int, int>> splitArguments(int open) const;
+    void emitCall(int nameIndex, const QString &newName, const Arguments &args,
+                  QVarLengthArray<ExprInfo, 4> *infos);
+    void emitCast(int nameIndex, const Arguments &args, ExprInfo &info);
+    void emitConvert(int nameIndex, const Arguments &args, ExprInfo &info);
+    void emitDatePart(int nameIndex, const Arguments &args, const char *format);
+    Arguments splitArguments(int open) const;
     bool isExpressionBoundary(int i) const;
 
     // Tokens and output
-    bool word(int i, int e, const char *w) const;
+    bool word(int i, int e, TsqlWord w) const;
     bool symbol(int i, int e, char16_t c) const;
-    int findAtDepth(int b, int e, std::initializer_list<const char *> words) const;
+    int findAtDepth(int b, int e, std::initializer_list<TsqlWord> words) const;
     void put(int i);
     void putText(int i, QStringView text);
     void putRange(int b, int e);

@@ -5,6 +5,8 @@
 
 #include <QVarLengthArray>
 
+#include <cstring>
+
 namespace db {
 
 using Kind = TsqlTokenKind;
@@ -56,10 +58,22 @@ constexpr FunctionRule functionRules[] = {
     {"UPPER", 1, 1, Result::String},
 };
 
-const FunctionRule *findRule(const QByteArray &upperName)
+// A function or type name in upper case, empty when it is not plain ASCII.
+struct UpperName
+{
+    explicit UpperName(QStringView word)
+    {
+        if (!upperAsciiWord(word, text, sizeof text))
+            text[0] = 0;
+    }
+    bool operator==(const char *other) const { return std::strcmp(text, other) == 0; }
+    char text[32];
+};
+
+const FunctionRule *findRule(const UpperName &name)
 {
     for (const FunctionRule &rule : functionRules)
-        if (upperName == rule.name)
+        if (name == rule.name)
             return &rule;
     return nullptr;
 }
@@ -70,8 +84,17 @@ struct TypeSpec
     enum Family { Unknown, Text, Integer, Real, Decimal, Blob, DateTime } family = Unknown;
     int length = -1; // -1: none given, 0: MAX
     int scale = 0;
-    QString written;
+    int b = 0, e = 0; // where it is written
 };
+
+// The type as written, for messages.
+QString writtenType(const std::vector<TsqlToken> &t, const TypeSpec &type)
+{
+    QString text;
+    for (int k = type.b; k < type.e; ++k)
+        text += (k > type.b ? t[k].lead.toString() : QString()) + t[k].text.toString();
+    return text;
+}
 
 bool isUnsignedInteger(const TsqlToken &t)
 {
@@ -86,12 +109,13 @@ bool isUnsignedInteger(const TsqlToken &t)
 TypeSpec readType(const std::vector<TsqlToken> &t, int b, int e)
 {
     TypeSpec type;
+    type.b = b;
+    type.e = e;
+    const TypeSpec unknown = type;
     if (b >= e || t[b].kind != Kind::Word)
         return type;
-    for (int k = b; k < e; ++k)
-        type.written += (k > b ? t[k].lead.toString() : QString()) + t[k].text.toString();
 
-    const QByteArray name = t[b].text.toLatin1().toUpper();
+    const UpperName name(t[b].text);
     if (name == "VARCHAR" || name == "NVARCHAR" || name == "CHAR" || name == "NCHAR" || name == "TEXT")
         type.family = TypeSpec::Text;
     else if (name == "INT" || name == "INTEGER" || name == "BIGINT" || name == "SMALLINT" || name == "TINYINT")
@@ -105,7 +129,7 @@ TypeSpec readType(const std::vector<TsqlToken> &t, int b, int e)
     else if (name == "DATETIME")
         type.family = TypeSpec::DateTime;
     else
-        return TypeSpec{TypeSpec::Unknown, -1, 0, type.written};
+        return unknown;
 
     if (e == b + 1)
         return type;
@@ -113,20 +137,20 @@ TypeSpec readType(const std::vector<TsqlToken> &t, int b, int e)
     const bool ok = t[b + 1].isSymbol(u'(') && t[b + 1].match == e - 1;
     const int inner = e - b - 3;
     if (!ok || (inner != 1 && inner != 3))
-        return TypeSpec{TypeSpec::Unknown, -1, 0, type.written};
+        return unknown;
     const TsqlToken &first = t[b + 2];
-    if (first.isWord(QLatin1StringView("MAX")) && inner == 1 && type.family == TypeSpec::Text) {
+    if (first.is(TsqlWord::Max) && inner == 1 && type.family == TypeSpec::Text) {
         type.length = 0;
         return type;
     }
     if (!isUnsignedInteger(first) || (inner == 3 && (!t[b + 3].isSymbol(u',') || !isUnsignedInteger(t[b + 4]))))
-        return TypeSpec{TypeSpec::Unknown, -1, 0, type.written};
+        return unknown;
     if (type.family == TypeSpec::Text && inner == 1)
         type.length = first.text.toInt();
     else if (type.family == TypeSpec::Decimal)
         type.scale = inner == 3 ? t[b + 4].text.toInt() : 0;
     else if (type.family != TypeSpec::Real || inner != 1)
-        return TypeSpec{TypeSpec::Unknown, -1, 0, type.written};
+        return unknown;
     return type;
 }
 
@@ -146,7 +170,7 @@ TsqlRewriter::ExprInfo TsqlRewriter::emitExpressionList(int b, int e)
     while (i < e) {
         if (isExpressionBoundary(i)) {
             const TsqlToken &t = m_t[i];
-            branch = t.isWord(QLatin1StringView("THEN")) || t.isWord(QLatin1StringView("ELSE"));
+            branch = t.is(TsqlWord::Then) || t.is(TsqlWord::Else);
             put(i++);
             boundaries = true;
             continue;
@@ -170,17 +194,16 @@ bool TsqlRewriter::isExpressionBoundary(int i) const
 {
     const TsqlToken &t = m_t[i];
     if (t.kind == Kind::Symbol) {
-        static const char *const boundaries[] = {",", "=", "<", ">", "<=", ">=", "<>", "!=", "=="};
-        for (const char *b : boundaries)
-            if (t.text == QLatin1StringView(b))
-                return true;
-        if (t.text == QLatin1StringView("!<") || t.text == QLatin1StringView("!>"))
+        const QStringView op = t.text;
+        if (op.size() == 1)
+            return op[0] == u',' || op[0] == u'=' || op[0] == u'<' || op[0] == u'>';
+        if (op == u"!<" || op == u"!>")
             unsupported(i);
-        return false;
+        return op == u"<=" || op == u">=" || op == u"<>" || op == u"!=" || op == u"==";
     }
     if (t.kind != Kind::Word)
         return false;
-    switch (tsqlKeyword(t.text)) {
+    switch (t.keyword) {
     case TsqlKeyword::Boundary:
         return true;
     case TsqlKeyword::Structure:
@@ -277,10 +300,17 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
             info = primary;
         first = false;
         if (i < e && m_t[i].kind == Kind::Symbol) {
-            static const char *const operators[] = {"-", "*", "/", "%", "&", "|", "^", "||"};
-            bool isOperator = false;
-            for (const char *op : operators)
-                isOperator = isOperator || m_t[i].text == QLatin1StringView(op);
+            const QStringView op = m_t[i].text;
+            bool isOperator = op == u"||";
+            if (op.size() == 1) {
+                switch (op[0].unicode()) {
+                case u'-': case u'*': case u'/': case u'%': case u'&': case u'|': case u'^':
+                    isOperator = true;
+                    break;
+                default:
+                    break;
+                }
+            }
             if (isOperator) {
                 put(i++);
                 compound = true;
@@ -322,7 +352,7 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
         if (t.isSymbol(u'(')) {
             const int close = t.match;
             put(i);
-            if (word(i + 1, close, "SELECT")) {
+            if (word(i + 1, close, TsqlWord::Select)) {
                 emitSelect(i + 1, close, SelectRole::Subquery, false);
             } else {
                 const ExprInfo inner = emitExpressionList(i + 1, close);
@@ -342,18 +372,18 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
         break;
     }
 
-    const TsqlKeyword keyword = tsqlKeyword(t.text);
-    if (t.isWord(QLatin1StringView("NULL"))) {
+    const TsqlKeyword keyword = t.keyword;
+    if (t.is(TsqlWord::Null)) {
         put(i);
         return i + 1;
     }
-    if (t.isWord(QLatin1StringView("CASE")))
+    if (t.is(TsqlWord::Case))
         return emitCase(i, e, info);
     if (keyword != TsqlKeyword::None)
         unsupported(i);
     if (symbol(i + 1, e, u'('))
         return emitFunction(i, info);
-    if (t.isWord(QLatin1StringView("CURRENT_TIMESTAMP"))) {
+    if (t.is(TsqlWord::CurrentTimestamp)) {
         putText(i, u"datetime('now','localtime')");
         info.isDate = true;
         return i + 1;
@@ -376,9 +406,9 @@ int TsqlRewriter::emitCase(int i, int e, ExprInfo &info)
         const TsqlToken &t = m_t[k];
         if (t.isSymbol(u'(')) {
             k = t.match;
-        } else if (t.isWord(QLatin1StringView("CASE"))) {
+        } else if (t.is(TsqlWord::Case)) {
             ++depth;
-        } else if (t.isWord(QLatin1StringView("END")) && --depth == 0) {
+        } else if (t.is(TsqlWord::End) && --depth == 0) {
             end = k;
             break;
         }
@@ -407,9 +437,9 @@ int TsqlRewriter::emitName(int i, int e)
 // ---------------------------------------------------------------------------------------
 // Functions
 
-std::vector<std::pair<int, int>> TsqlRewriter::splitArguments(int open) const
+TsqlRewriter::Arguments TsqlRewriter::splitArguments(int open) const
 {
-    std::vector<std::pair<int, int>> args;
+    Arguments args;
     const int close = m_t[open].match;
     if (close == open + 1)
         return args;
@@ -418,11 +448,11 @@ std::vector<std::pair<int, int>> TsqlRewriter::splitArguments(int open) const
         if (m_t[k].isSymbol(u'(')) {
             k = m_t[k].match;
         } else if (m_t[k].isSymbol(u',')) {
-            args.emplace_back(start, k);
+            args.append({start, k});
             start = k + 1;
         }
     }
-    args.emplace_back(start, close);
+    args.append({start, close});
     return args;
 }
 
@@ -431,16 +461,17 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
     const int open = i + 1;
     const int close = m_t[open].match;
     const auto args = splitArguments(open);
-    const QByteArray name = m_t[i].text.toLatin1().toUpper();
-    const auto arity = [&](size_t count) {
+    const UpperName name(m_t[i].text);
+    const auto named = [&] { return m_t[i].text.toString().toUpper(); };
+    const auto arity = [&](qsizetype count) {
         if (args.size() != count)
-            throwUnsupportedTsql(QString::fromLatin1(name) + QStringLiteral(" con ")
+            throwUnsupportedTsql(named() + QStringLiteral(" con ")
                                  + QString::number(args.size()) + QStringLiteral(" argomenti"));
     };
 
     if (name == "ISNULL") {
         arity(2);
-        std::vector<ExprInfo> infos;
+        QVarLengthArray<ExprInfo, 4> infos;
         emitCall(i, QStringLiteral("IFNULL"), args, &infos);
         info.isString = infos[0].isString || infos[1].isString;
         info.isDate = infos[0].isDate || infos[1].isDate;
@@ -459,16 +490,16 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
     } else {
         const FunctionRule *rule = findRule(name);
         if (!rule)
-            throwUnsupportedTsql(QString::fromLatin1(name));
-        if (int(args.size()) < rule->minArgs || int(args.size()) > rule->maxArgs)
-            arity(size_t(rule->minArgs));
+            throwUnsupportedTsql(named());
+        if (args.size() < rule->minArgs || args.size() > rule->maxArgs)
+            arity(rule->minArgs);
         if (name == "ROUND") {
             // ROUND(x, n, 1) truncates and a negative n rounds to tens on the server.
             const auto [b, e] = args[1];
             if (e != b + 1 || !isUnsignedInteger(m_t[b]))
                 throwUnsupportedTsql(QStringLiteral("ROUND con precisione non costante"));
         }
-        std::vector<ExprInfo> infos;
+        QVarLengthArray<ExprInfo, 4> infos;
         emitCall(i, QString(), args, &infos);
         switch (rule->result) {
         case Result::String:
@@ -492,7 +523,7 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
 }
 
 void TsqlRewriter::emitCall(int nameIndex, const QString &newName,
-                            const std::vector<std::pair<int, int>> &args, std::vector<ExprInfo> *infos)
+                            const Arguments &args, QVarLengthArray<ExprInfo, 4> *infos)
 {
     if (newName.isEmpty())
         put(nameIndex);
@@ -500,10 +531,10 @@ void TsqlRewriter::emitCall(int nameIndex, const QString &newName,
         putText(nameIndex, newName);
     const int open = nameIndex + 1;
     put(open);
-    for (size_t k = 0; k < args.size(); ++k) {
+    for (qsizetype k = 0; k < args.size(); ++k) {
         const ExprInfo arg = emitExpressionList(args[k].first, args[k].second);
         if (infos)
-            infos->push_back(arg);
+            infos->append(arg);
         if (k + 1 < args.size())
             put(args[k].second);
     }
@@ -547,7 +578,7 @@ CastShape castShape(const TypeSpec &type)
 
 } // namespace
 
-void TsqlRewriter::emitCast(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info)
+void TsqlRewriter::emitCast(int nameIndex, const Arguments &args, ExprInfo &info)
 {
     if (args.size() != 1)
         throwUnsupportedTsql(QStringLiteral("CAST"));
@@ -556,14 +587,14 @@ void TsqlRewriter::emitCast(int nameIndex, const std::vector<std::pair<int, int>
     for (int k = b; k < e; ++k) {
         if (m_t[k].isSymbol(u'('))
             k = m_t[k].match;
-        else if (m_t[k].isWord(QLatin1StringView("AS")))
+        else if (m_t[k].is(TsqlWord::As))
             as = k;
     }
     if (as < 0)
         throwUnsupportedTsql(QStringLiteral("CAST senza AS"));
     const TypeSpec type = readType(m_t, as + 1, e);
     if (type.family == TypeSpec::Unknown || type.family == TypeSpec::DateTime)
-        throwUnsupportedTsql(QStringLiteral("CAST AS ") + type.written);
+        throwUnsupportedTsql(QStringLiteral("CAST AS ") + writtenType(m_t, type));
 
     const CastShape shape = castShape(type);
     putText(nameIndex, shape.prefix);
@@ -576,7 +607,7 @@ void TsqlRewriter::emitCast(int nameIndex, const std::vector<std::pair<int, int>
     info.isNumber = !info.isString;
 }
 
-void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, int>> &args, ExprInfo &info)
+void TsqlRewriter::emitConvert(int nameIndex, const Arguments &args, ExprInfo &info)
 {
     if (args.size() < 2 || args.size() > 3)
         throwUnsupportedTsql(QStringLiteral("CONVERT"));
@@ -592,7 +623,7 @@ void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, i
         style = m_t[sb].text.toInt();
     }
     const auto refuse = [&] {
-        throwUnsupportedTsql(QStringLiteral("CONVERT(") + type.written
+        throwUnsupportedTsql(QStringLiteral("CONVERT(") + writtenType(m_t, type)
                              + (style >= 0 ? QStringLiteral(", ..., ") + QString::number(style) : QString())
                              + u')');
     };
@@ -648,7 +679,7 @@ void TsqlRewriter::emitConvert(int nameIndex, const std::vector<std::pair<int, i
     info.isNumber = !info.isString;
 }
 
-void TsqlRewriter::emitDatePart(int nameIndex, const std::vector<std::pair<int, int>> &args, const char *format)
+void TsqlRewriter::emitDatePart(int nameIndex, const Arguments &args, const char *format)
 {
     putText(nameIndex, QStringLiteral("CAST(strftime('") + QLatin1StringView(format) + QStringLiteral("', "));
     m_suppressLead = true;

@@ -9,14 +9,23 @@ namespace db {
 
 namespace {
 
-bool isNameStart(QChar c)
+inline bool isAsciiLetter(char16_t c)
 {
-    return c.isLetter() || c == u'_';
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
-bool isNamePart(QChar c)
+inline bool isNameStart(QChar c)
 {
-    return c.isLetterOrNumber() || c == u'_' || c == u'$' || c == u'#' || c == u'@';
+    const char16_t u = c.unicode();
+    return isAsciiLetter(u) || u == u'_' || (u >= 0x80 && c.isLetter());
+}
+
+inline bool isNamePart(QChar c)
+{
+    const char16_t u = c.unicode();
+    if (u < 0x80)
+        return isAsciiLetter(u) || (u >= u'0' && u <= u'9') || u == u'_' || u == u'$' || u == u'#' || u == u'@';
+    return c.isLetterOrNumber();
 }
 
 bool isDigit(QChar c)
@@ -56,76 +65,170 @@ qsizetype skipQuoted(const QString &sql, qsizetype from, QChar close)
     return -1;
 }
 
-struct KeywordEntry
+struct WordEntry
 {
-    const char *word;
-    TsqlKeyword kind;
+    const char *text;
+    TsqlWord word;
+    TsqlKeyword keyword;
 };
 
-// Sorted by word.
-constexpr KeywordEntry keywords[] = {
-    {"ALL", TsqlKeyword::Boundary},        {"AND", TsqlKeyword::Boundary},
-    {"APPLY", TsqlKeyword::Structure},     {"AS", TsqlKeyword::Boundary},
-    {"ASC", TsqlKeyword::Boundary},        {"BETWEEN", TsqlKeyword::Boundary},
-    {"BY", TsqlKeyword::Structure},        {"CASE", TsqlKeyword::Value},
-    {"COLLATE", TsqlKeyword::Structure},   {"CROSS", TsqlKeyword::Structure},
-    {"DECLARE", TsqlKeyword::Structure},   {"DEFAULT", TsqlKeyword::Structure},
-    {"DELETE", TsqlKeyword::Structure},    {"DESC", TsqlKeyword::Boundary},
-    {"DISTINCT", TsqlKeyword::Boundary},   {"ELSE", TsqlKeyword::Boundary},
-    {"END", TsqlKeyword::Structure},       {"ESCAPE", TsqlKeyword::Boundary},
-    {"EXCEPT", TsqlKeyword::Structure},    {"EXEC", TsqlKeyword::Structure},
-    {"EXECUTE", TsqlKeyword::Structure},   {"EXISTS", TsqlKeyword::Boundary},
-    {"FOR", TsqlKeyword::Structure},       {"FROM", TsqlKeyword::Structure},
-    {"FULL", TsqlKeyword::Structure},      {"GROUP", TsqlKeyword::Structure},
-    {"HAVING", TsqlKeyword::Structure},    {"IN", TsqlKeyword::Boundary},
-    {"INNER", TsqlKeyword::Structure},     {"INSERT", TsqlKeyword::Structure},
-    {"INTERSECT", TsqlKeyword::Structure}, {"INTO", TsqlKeyword::Structure},
-    {"IS", TsqlKeyword::Boundary},         {"JOIN", TsqlKeyword::Structure},
-    {"LEFT", TsqlKeyword::Structure},      {"LIKE", TsqlKeyword::Boundary},
-    {"LIMIT", TsqlKeyword::Structure},     {"NOT", TsqlKeyword::Boundary},
-    {"NULL", TsqlKeyword::Value},          {"OFFSET", TsqlKeyword::Structure},
-    {"ON", TsqlKeyword::Structure},        {"OPTION", TsqlKeyword::Structure},
-    {"OR", TsqlKeyword::Boundary},         {"ORDER", TsqlKeyword::Structure},
-    {"OUTER", TsqlKeyword::Structure},     {"OUTPUT", TsqlKeyword::Structure},
-    {"OVER", TsqlKeyword::Structure},      {"PERCENT", TsqlKeyword::Structure},
-    {"RETURNING", TsqlKeyword::Structure}, {"RIGHT", TsqlKeyword::Structure},
-    {"SELECT", TsqlKeyword::Structure},    {"SET", TsqlKeyword::Structure},
-    {"THEN", TsqlKeyword::Boundary},       {"TOP", TsqlKeyword::Structure},
-    {"UNION", TsqlKeyword::Structure},     {"UPDATE", TsqlKeyword::Structure},
-    {"VALUES", TsqlKeyword::Structure},    {"WHEN", TsqlKeyword::Boundary},
-    {"WHERE", TsqlKeyword::Structure},     {"WITH", TsqlKeyword::Structure},
+// Sorted by text.
+constexpr WordEntry words[] = {
+    {"ALL", TsqlWord::All, TsqlKeyword::Boundary},
+    {"ALTER", TsqlWord::Alter, TsqlKeyword::None},
+    {"ANALYZE", TsqlWord::Analyze, TsqlKeyword::None},
+    {"AND", TsqlWord::And, TsqlKeyword::Boundary},
+    {"APPLY", TsqlWord::Apply, TsqlKeyword::Structure},
+    {"AS", TsqlWord::As, TsqlKeyword::Boundary},
+    {"ASC", TsqlWord::Asc, TsqlKeyword::Boundary},
+    {"ATTACH", TsqlWord::Attach, TsqlKeyword::None},
+    {"BEGIN", TsqlWord::Begin, TsqlKeyword::None},
+    {"BETWEEN", TsqlWord::Between, TsqlKeyword::Boundary},
+    {"BY", TsqlWord::By, TsqlKeyword::Structure},
+    {"CASE", TsqlWord::Case, TsqlKeyword::Value},
+    {"COLLATE", TsqlWord::Collate, TsqlKeyword::Structure},
+    {"COMMIT", TsqlWord::Commit, TsqlKeyword::None},
+    {"CREATE", TsqlWord::Create, TsqlKeyword::None},
+    {"CROSS", TsqlWord::Cross, TsqlKeyword::Structure},
+    {"CURRENT_TIMESTAMP", TsqlWord::CurrentTimestamp, TsqlKeyword::None},
+    {"DECLARE", TsqlWord::Declare, TsqlKeyword::Structure},
+    {"DEFAULT", TsqlWord::Default, TsqlKeyword::Structure},
+    {"DELETE", TsqlWord::Delete, TsqlKeyword::Structure},
+    {"DESC", TsqlWord::Desc, TsqlKeyword::Boundary},
+    {"DETACH", TsqlWord::Detach, TsqlKeyword::None},
+    {"DISTINCT", TsqlWord::Distinct, TsqlKeyword::Boundary},
+    {"DROP", TsqlWord::Drop, TsqlKeyword::None},
+    {"ELSE", TsqlWord::Else, TsqlKeyword::Boundary},
+    {"END", TsqlWord::End, TsqlKeyword::Structure},
+    {"ESCAPE", TsqlWord::Escape, TsqlKeyword::Boundary},
+    {"EXCEPT", TsqlWord::Except, TsqlKeyword::Structure},
+    {"EXEC", TsqlWord::Exec, TsqlKeyword::Structure},
+    {"EXECUTE", TsqlWord::Execute, TsqlKeyword::Structure},
+    {"EXISTS", TsqlWord::Exists, TsqlKeyword::Boundary},
+    {"FOR", TsqlWord::For, TsqlKeyword::Structure},
+    {"FROM", TsqlWord::From, TsqlKeyword::Structure},
+    {"FULL", TsqlWord::Full, TsqlKeyword::Structure},
+    {"GROUP", TsqlWord::Group, TsqlKeyword::Structure},
+    {"HAVING", TsqlWord::Having, TsqlKeyword::Structure},
+    {"IF", TsqlWord::If, TsqlKeyword::None},
+    {"IN", TsqlWord::In, TsqlKeyword::Boundary},
+    {"INNER", TsqlWord::Inner, TsqlKeyword::Structure},
+    {"INSERT", TsqlWord::Insert, TsqlKeyword::Structure},
+    {"INTERSECT", TsqlWord::Intersect, TsqlKeyword::Structure},
+    {"INTO", TsqlWord::Into, TsqlKeyword::Structure},
+    {"IS", TsqlWord::Is, TsqlKeyword::Boundary},
+    {"JOIN", TsqlWord::Join, TsqlKeyword::Structure},
+    {"LEFT", TsqlWord::Left, TsqlKeyword::Structure},
+    {"LIKE", TsqlWord::Like, TsqlKeyword::Boundary},
+    {"LIMIT", TsqlWord::Limit, TsqlKeyword::Structure},
+    {"MAX", TsqlWord::Max, TsqlKeyword::None},
+    {"NOLOCK", TsqlWord::Nolock, TsqlKeyword::None},
+    {"NOT", TsqlWord::Not, TsqlKeyword::Boundary},
+    {"NULL", TsqlWord::Null, TsqlKeyword::Value},
+    {"OBJECT_ID", TsqlWord::ObjectId, TsqlKeyword::None},
+    {"OFFSET", TsqlWord::Offset, TsqlKeyword::Structure},
+    {"ON", TsqlWord::On, TsqlKeyword::Structure},
+    {"OPTION", TsqlWord::Option, TsqlKeyword::Structure},
+    {"OR", TsqlWord::Or, TsqlKeyword::Boundary},
+    {"ORDER", TsqlWord::Order, TsqlKeyword::Structure},
+    {"OUTER", TsqlWord::Outer, TsqlKeyword::Structure},
+    {"OUTPUT", TsqlWord::Output, TsqlKeyword::Structure},
+    {"OVER", TsqlWord::Over, TsqlKeyword::Structure},
+    {"PERCENT", TsqlWord::Percent, TsqlKeyword::Structure},
+    {"PRAGMA", TsqlWord::Pragma, TsqlKeyword::None},
+    {"READUNCOMMITTED", TsqlWord::Readuncommitted, TsqlKeyword::None},
+    {"REINDEX", TsqlWord::Reindex, TsqlKeyword::None},
+    {"RELEASE", TsqlWord::Release, TsqlKeyword::None},
+    {"RETURNING", TsqlWord::Returning, TsqlKeyword::Structure},
+    {"RIGHT", TsqlWord::Right, TsqlKeyword::Structure},
+    {"ROLLBACK", TsqlWord::Rollback, TsqlKeyword::None},
+    {"SAVEPOINT", TsqlWord::Savepoint, TsqlKeyword::None},
+    {"SELECT", TsqlWord::Select, TsqlKeyword::Structure},
+    {"SET", TsqlWord::Set, TsqlKeyword::Structure},
+    {"TABLE", TsqlWord::Table, TsqlKeyword::None},
+    {"THEN", TsqlWord::Then, TsqlKeyword::Boundary},
+    {"TOP", TsqlWord::Top, TsqlKeyword::Structure},
+    {"UNION", TsqlWord::Union, TsqlKeyword::Structure},
+    {"UPDATE", TsqlWord::Update, TsqlKeyword::Structure},
+    {"VACUUM", TsqlWord::Vacuum, TsqlKeyword::None},
+    {"VALUES", TsqlWord::Values, TsqlKeyword::Structure},
+    {"WHEN", TsqlWord::When, TsqlKeyword::Boundary},
+    {"WHERE", TsqlWord::Where, TsqlKeyword::Structure},
+    {"WITH", TsqlWord::With, TsqlKeyword::Structure},
 };
+
+constexpr qsizetype longestWord = 17; // CURRENT_TIMESTAMP
+
+// For each initial letter, the range of the table that starts with it; and each word's length.
+struct InitialIndex
+{
+    InitialIndex()
+    {
+        for (int k = 0; k < int(std::size(words)); ++k) {
+            const int letter = words[k].text[0] - 'A';
+            if (first[letter] < 0)
+                first[letter] = k;
+            last[letter] = k + 1;
+            lengths[k] = qsizetype(std::strlen(words[k].text));
+        }
+    }
+    int first[26] = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
+                     -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
+    int last[26] = {};
+    qsizetype lengths[std::size(words)] = {};
+};
+
+bool equalsUpper(QStringView word, const char *upper)
+{
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        char16_t c = word[i].unicode();
+        if (c >= u'a' && c <= u'z')
+            c = char16_t(c - u'a' + u'A');
+        if (c != char16_t(upper[i]))
+            return false;
+    }
+    return true;
+}
+
+// Runs for every word of every statement, so it rejects most names on length and initial.
+void classifyWord(TsqlToken &token)
+{
+    const qsizetype length = token.text.size();
+    if (length > longestWord)
+        return;
+    char16_t initial = token.text[0].unicode();
+    if (initial >= u'a' && initial <= u'z')
+        initial = char16_t(initial - u'a' + u'A');
+    if (initial < u'A' || initial > u'Z')
+        return;
+    static const InitialIndex index;
+    const int letter = initial - u'A';
+    for (int k = index.first[letter]; k >= 0 && k < index.last[letter]; ++k) {
+        if (index.lengths[k] == length && equalsUpper(token.text, words[k].text)) {
+            token.word = words[k].word;
+            token.keyword = words[k].keyword;
+            return;
+        }
+    }
+}
 
 } // namespace
 
-TsqlKeyword tsqlKeyword(QStringView word)
+bool upperAsciiWord(QStringView word, char *buffer, size_t size)
 {
-    char upper[12];
-    if (word.size() >= qsizetype(sizeof upper))
-        return TsqlKeyword::None;
+    if (size_t(word.size()) >= size)
+        return false;
     for (qsizetype i = 0; i < word.size(); ++i) {
         const char16_t c = word[i].unicode();
         if (c >= u'a' && c <= u'z')
-            upper[i] = char(c - u'a' + 'A');
+            buffer[i] = char(c - u'a' + 'A');
         else if (c < 128)
-            upper[i] = char(c);
+            buffer[i] = char(c);
         else
-            return TsqlKeyword::None;
+            return false;
     }
-    upper[word.size()] = 0;
-    auto first = std::begin(keywords);
-    auto last = std::end(keywords);
-    while (first < last) {
-        const auto middle = first + (last - first) / 2;
-        const int order = std::strcmp(upper, middle->word);
-        if (order == 0)
-            return middle->kind;
-        if (order < 0)
-            last = middle;
-        else
-            first = middle + 1;
-    }
-    return TsqlKeyword::None;
+    buffer[word.size()] = 0;
+    return true;
 }
 
 QString TsqlToken::nameText() const
@@ -162,7 +265,7 @@ std::vector<TsqlToken> tokenizeTsql(const QString &sql)
         bool comment = false;
         while (i < n) {
             const QChar c = sql[i];
-            if (c.isSpace()) {
+            if (c == u' ' || (c.unicode() < 0x80 ? (c >= u'\t' && c <= u'\r') : c.isSpace())) {
                 ++i;
             } else if (c == u'-' && i + 1 < n && sql[i + 1] == u'-') {
                 comment = true;
@@ -252,6 +355,8 @@ std::vector<TsqlToken> tokenizeTsql(const QString &sql)
 
         TsqlToken token{kind, QStringView(sql).mid(start, i - start),
                         QStringView(sql).mid(leadStart, start - leadStart), comment};
+        if (kind == TsqlTokenKind::Word)
+            classifyWord(token);
         const int index = int(tokens.size());
         if (token.isSymbol(u'(')) {
             open.push_back(index);
