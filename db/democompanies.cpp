@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::uint64_t kDemoSeed = 20240611;
 
-CompanyProfile mainCompany()
+} // namespace
+
+CompanyProfile demoMainCompanyProfile()
 {
     CompanyProfile profile;
     profile.company = 1;
@@ -39,6 +41,8 @@ CompanyProfile mainCompany()
     };
     return profile;
 }
+
+namespace {
 
 CompanyProfile smallCompany()
 {
@@ -80,7 +84,7 @@ std::vector<DemoNode> firstNodesOfLevels(const std::vector<DemoNode> &nodes, int
 void writeMainCompany(DemoContext &context)
 {
     DemoRandom &random = context.random;
-    const CompanyReference reference = writeCompanyReference(context, mainCompany());
+    const CompanyReference reference = writeCompanyReference(context, demoMainCompanyProfile());
     const int divisionFood = reference.divisionIds.at(0);
     const int divisionDrinks = reference.divisionIds.at(1);
     auto priority = [&](const char *code) { return reference.priorityIds.at(QString::fromLatin1(code)); };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "demoreference.h"
 #include "sqlitefile.h"
 
 namespace dbsetup {
@@ -9,5 +10,8 @@ namespace dbsetup {
 // campaigns, contracts and bonuses) and 2 "Bottega del Gusto S.r.l." (a dozen subjects, one small
 // tree), so that company filters show. Fixed seed: the same rows every time.
 void writeDemoCompanies(SqliteFile &file);
+
+// Agents, divisions, priorities and campaigns of company 1, reused by the large-data generator.
+CompanyProfile demoMainCompanyProfile();
 
 } // namespace dbsetup

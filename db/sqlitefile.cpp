@@ -176,7 +176,7 @@ SqliteFile::SqliteFile(const QString &path)
     : m_path(path)
 {
     const int rc = sqlite3_open_v2(path.toUtf8().constData(), &m_handle,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         const QString message = m_handle ? QString::fromUtf8(sqlite3_errmsg(m_handle))
                                          : QString::fromUtf8(sqlite3_errstr(rc));
