@@ -4,6 +4,8 @@
 
 #include <QVarLengthArray>
 
+#include <cstring>
+
 namespace db {
 
 using Kind = TsqlTokenKind;

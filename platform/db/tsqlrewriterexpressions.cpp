@@ -214,8 +214,8 @@ bool TsqlRewriter::isExpressionBoundary(int i) const
 }
 
 // Operands joined by '+'. When one of them is known to be a string the whole chain is a
-// concatenation, as on the server, and every '+' of it becomes '||'; SQLite's '||' binds
-// tighter than any arithmetic operator, so compound operands are parenthesised.
+// concatenation, as on the server, and every '+' of it becomes '||'. An operand that is
+// itself an expression is parenthesised, since '||' binds tighter than any other operator.
 int TsqlRewriter::emitChain(int i, int e, ExprInfo &info)
 {
     struct Piece
@@ -286,10 +286,11 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
     compound = false;
     bool first = true;
     bool date = false;
+    bool arithmetic = false;
     while (true) {
         while (i < e && (m_t[i].isSymbol(u'-') || m_t[i].isSymbol(u'+') || m_t[i].isSymbol(u'~'))) {
             put(i++);
-            compound = true;
+            compound = arithmetic = true;
         }
         if (i >= e)
             throwUnsupportedTsql(QStringLiteral("espressione incompleta"));
@@ -301,7 +302,8 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
         first = false;
         if (i < e && m_t[i].kind == Kind::Symbol) {
             const QStringView op = m_t[i].text;
-            bool isOperator = op == u"||";
+            const bool concatenation = op == u"||"; // SQLite's own, in text already translated
+            bool isOperator = concatenation;
             if (op.size() == 1) {
                 switch (op[0].unicode()) {
                 case u'-': case u'*': case u'/': case u'%': case u'&': case u'|': case u'^':
@@ -314,16 +316,20 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
             if (isOperator) {
                 put(i++);
                 compound = true;
+                arithmetic = arithmetic || !concatenation;
                 continue;
             }
         }
         break;
     }
-    if (compound) {
+    if (arithmetic) {
         if (date)
             throwUnsupportedTsql(QStringLiteral("aritmetica sulle date"));
         info = ExprInfo();
         info.isNumber = true;
+    } else if (compound) {
+        info = ExprInfo();
+        info.isString = true;
     }
     return i;
 }

@@ -273,6 +273,8 @@ void TestTsqlTranslator::rewritesConstructs_data()
     QTest::newRow("string + becomes ||")
         << "SELECT CAST(a AS VARCHAR) + '-' + RTRIM(b) AS x, c + ' ' + d FROM t"
         << "SELECT CAST(a AS TEXT) || '-' || RTRIM(b) AS x, c || ' ' || d FROM t";
+    QTest::newRow("concatenated operands kept together")
+        << "SELECT a || b + 'x' FROM t" << "SELECT (a || b) || 'x' FROM t";
     QTest::newRow("numeric + stays")
         << "SELECT a + b, a + 1 + ISNULL(c, 0) FROM t" << "SELECT a + b, a + 1 + IFNULL(c, 0) FROM t";
     QTest::newRow("YEAR") << "SELECT YEAR(d) AS ANNO FROM t"
