@@ -15,7 +15,7 @@ TreeListDateEditor::TreeListDateEditor(QWidget *parent)
     , m_popup(new TreeListCalendarPopup(this))
 {
     setFrame(false);
-    setInputMask(QStringLiteral("99/99/9999;_"));
+    setInputMask(QStringLiteral("00/00/0000;_")); // digits optional: blank and partial input reach validation
     QAction *dropDown = addAction(style()->standardIcon(QStyle::SP_ArrowDown), QLineEdit::TrailingPosition);
     connect(dropDown, &QAction::triggered, this, &TreeListDateEditor::showCalendar);
     connect(m_popup, &TreeListCalendarPopup::chosen, this, [this](const QDate &date) {
