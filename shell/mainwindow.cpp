@@ -1,0 +1,80 @@
+#include "shell/mainwindow.h"
+
+#include "framework/companychangehandler.h"
+#include "framework/hostglobalservices.h"
+
+#include <QInputDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+
+MainWindow::MainWindow(fw::HostGlobalServices &globals, const QString &databaseDescription, QWidget *parent)
+    : QMainWindow(parent)
+    , m_globals(globals)
+    , m_databaseDescription(databaseDescription)
+    , m_mdiArea(new QMdiArea(this))
+    , m_status(new QLabel(this))
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setWindowTitle(globals.applicationTitle());
+    m_mdiArea->setObjectName(QStringLiteral("MDIActiveX1"));
+    m_mdiArea->setViewMode(QMdiArea::SubWindowView);
+    setCentralWidget(m_mdiArea);
+    statusBar()->addWidget(m_status, 1);
+
+    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(QStringLiteral("Apri &distinta di classificazione"), this, &MainWindow::openEditorRequested);
+    file->addAction(QStringLiteral("Cambia &ditta di lavoro..."), this, &MainWindow::changeWorkingCompany);
+    file->addSeparator();
+    file->addAction(QStringLiteral("&Esci"), this, &QWidget::close);
+
+    QMenu *windows = menuBar()->addMenu(QStringLiteral("F&inestre"));
+    windows->addAction(QStringLiteral("&Affianca"), m_mdiArea, &QMdiArea::tileSubWindows);
+    windows->addAction(QStringLiteral("&Sovrapponi"), m_mdiArea, &QMdiArea::cascadeSubWindows);
+    windows->addAction(QStringLiteral("&Chiudi tutte"), m_mdiArea, &QMdiArea::closeAllSubWindows);
+
+    updateStatus();
+}
+
+void MainWindow::addForm(QWidget *form)
+{
+    QMdiSubWindow *window = m_mdiArea->addSubWindow(form);
+    window->setWindowTitle(form->windowTitle());
+    connect(form, &QWidget::windowTitleChanged, window, &QWidget::setWindowTitle);
+    window->showMaximized();
+}
+
+QStringList MainWindow::openForms() const
+{
+    QStringList forms;
+    for (QMdiSubWindow *window : m_mdiArea->subWindowList()) {
+        if (QWidget *form = window->widget())
+            forms << QStringLiteral("%1 \"%2\"").arg(form->objectName(), form->windowTitle());
+    }
+    return forms;
+}
+
+void MainWindow::changeWorkingCompany()
+{
+    bool ok = false;
+    const int company = QInputDialog::getInt(this, QStringLiteral("Cambia ditta di lavoro"),
+                                             QStringLiteral("Codice della nuova ditta di lavoro:"),
+                                             m_globals.workingCompany(), 1, 99999, 1, &ok);
+    if (!ok || company == m_globals.workingCompany())
+        return;
+    m_globals.setWorkingCompany(company);
+    updateStatus();
+    for (QMdiSubWindow *window : m_mdiArea->subWindowList()) {
+        if (auto *handler = qobject_cast<fw::CompanyChangeHandler *>(window->widget()))
+            handler->workingCompanyChanged();
+    }
+}
+
+void MainWindow::updateStatus()
+{
+    m_status->setText(QStringLiteral("Ditta %1   Utente %2   Gruppo %3   %4")
+                          .arg(QString::number(m_globals.workingCompany()), m_globals.user(),
+                               m_globals.userGroup(), m_databaseDescription));
+}

@@ -1,0 +1,88 @@
+#include "shell/shelloptions.h"
+
+#include "platform/os/systeminfo.h"
+
+#include <QCommandLineParser>
+#include <QTextStream>
+
+ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
+{
+    ShellOptions options;
+    options.user = os::userName();
+    *exitCode = -1;
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Distinte di classificazione di clienti e fornitori.\n"
+        "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio "
+        "nella cartella dei dati dell'utente."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Mostra questo aiuto ed esce."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Mostra la versione ed esce."));
+    const QCommandLineOption company({QStringLiteral("d"), QStringLiteral("company")},
+                                     QStringLiteral("Codice della ditta di lavoro (predefinito: 1)."),
+                                     QStringLiteral("ditta"), QStringLiteral("1"));
+    const QCommandLineOption user({QStringLiteral("u"), QStringLiteral("user")},
+                                  QStringLiteral("Utente (predefinito: l'utente del sistema, %1).").arg(options.user),
+                                  QStringLiteral("utente"), options.user);
+    const QCommandLineOption group({QStringLiteral("g"), QStringLiteral("group")},
+                                   QStringLiteral("Gruppo dell'utente (predefinito: ADMIN)."),
+                                   QStringLiteral("gruppo"), options.userGroup);
+    const QCommandLineOption database(QStringLiteral("database"),
+                                      QStringLiteral("File SQLite da usare; se non esiste viene creato con i dati dimostrativi."),
+                                      QStringLiteral("file"));
+    const QCommandLineOption odbc(QStringLiteral("odbc"),
+                                  QStringLiteral("Stringa di connessione ODBC a Microsoft SQL Server "
+                                                 "(es. \"Driver={FreeTDS};Server=srv;Database=db;UID=u;PWD=p\")."),
+                                  QStringLiteral("stringa"));
+    const QCommandLineOption exitAfterShow(QStringLiteral("exit-after-show"),
+                                           QStringLiteral("Apre l'editor, elenca le finestre aperte ed esce (verifica automatica)."));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
+                                        QStringLiteral("file.png"));
+    parser.addOptions({help, version, company, user, group, database, odbc, exitAfterShow, screenshot});
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    if (!parser.parse(arguments)) {
+        err << parser.errorText() << Qt::endl << QStringLiteral("Usare --help per l'elenco delle opzioni.") << Qt::endl;
+        *exitCode = 1;
+        return options;
+    }
+    if (parser.isSet(help)) {
+        out << parser.helpText();
+        *exitCode = 0;
+        return options;
+    }
+    if (parser.isSet(version)) {
+        out << QStringLiteral("distinta 0.1") << Qt::endl;
+        *exitCode = 0;
+        return options;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        err << QStringLiteral("Argomento non previsto: %1").arg(parser.positionalArguments().first()) << Qt::endl;
+        *exitCode = 1;
+        return options;
+    }
+    if (parser.isSet(database) && parser.isSet(odbc)) {
+        err << QStringLiteral("Indicare --database oppure --odbc, non entrambi.") << Qt::endl;
+        *exitCode = 1;
+        return options;
+    }
+
+    bool numeric = false;
+    options.company = parser.value(company).toInt(&numeric);
+    if (!numeric || options.company <= 0) {
+        err << QStringLiteral("Codice ditta non valido: %1").arg(parser.value(company)) << Qt::endl;
+        *exitCode = 1;
+        return options;
+    }
+    options.user = parser.value(user);
+    options.userGroup = parser.value(group);
+    options.databasePath = parser.value(database);
+    options.odbcConnectionString = parser.value(odbc);
+    options.exitAfterShow = parser.isSet(exitAfterShow);
+    options.screenshotPath = parser.value(screenshot);
+    return options;
+}

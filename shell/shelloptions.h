@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The login context and the database of a run, from the command line.
+struct ShellOptions
+{
+    int company = 1;
+    QString user;                 // default: the user logged into the system
+    QString userGroup = QStringLiteral("ADMIN");
+    QString databasePath;         // SQLite file; created with the demo data when missing
+    QString odbcConnectionString; // instead of a SQLite file
+    bool exitAfterShow = false;   // unattended check: open the editor, report, exit
+    QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
+
+    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty(); }
+
+    // Parses the arguments (program name first). On --help or --version it prints and sets
+    // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.
+    static ShellOptions parse(const QStringList &arguments, int *exitCode);
+};
