@@ -43,7 +43,10 @@ void MainWindow::addForm(QWidget *form)
     QMdiSubWindow *window = m_mdiArea->addSubWindow(form);
     window->setWindowTitle(form->windowTitle());
     connect(form, &QWidget::windowTitleChanged, window, &QWidget::setWindowTitle);
-    window->showMaximized();
+    // Most of the area, leaving the sub-window's frame in sight; the user may maximise it.
+    const QSize area = m_mdiArea->viewport()->size();
+    window->resize(area.isEmpty() ? QSize(1000, 700) : area * 0.95);
+    window->show();
 }
 
 QStringList MainWindow::openForms() const

@@ -33,8 +33,8 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                       QStringLiteral("File SQLite da usare; se non esiste viene creato con i dati dimostrativi."),
                                       QStringLiteral("file"));
     const QCommandLineOption odbc(QStringLiteral("odbc"),
-                                  QStringLiteral("Stringa di connessione ODBC a Microsoft SQL Server "
-                                                 "(es. \"Driver={FreeTDS};Server=srv;Database=db;UID=u;PWD=p\")."),
+                                  QStringLiteral("Stringa di connessione ODBC al database Microsoft SQL Server "
+                                                 "della suite, al posto del database SQLite."),
                                   QStringLiteral("stringa"));
     const QCommandLineOption exitAfterShow(QStringLiteral("exit-after-show"),
                                            QStringLiteral("Apre l'editor, elenca le finestre aperte ed esce (verifica automatica)."));
@@ -51,7 +51,9 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         return options;
     }
     if (parser.isSet(help)) {
-        out << parser.helpText();
+        // The parser's own headings are English.
+        out << parser.helpText().replace(QStringLiteral("Usage:"), QStringLiteral("Uso:"))
+                                .replace(QStringLiteral("Options:"), QStringLiteral("Opzioni:"));
         *exitCode = 0;
         return options;
     }
