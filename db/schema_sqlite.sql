@@ -494,13 +494,14 @@ SELECT GD01_ID              AS MO09_ID,
 -- ---------------------------------------------------------------------------------------------
 
 -- Deleting a node removes its whole subtree. The recursive query makes this independent of
--- PRAGMA recursive_triggers; with it ON, the nested deletes simply find nothing left to do.
+-- PRAGMA recursive_triggers (with it ON, the nested deletes find nothing left to do); UNION
+-- rather than UNION ALL ends the walk even on parent links that were written in a cycle.
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE AFTER DELETE ON GD02_DISTINTA
 BEGIN
     DELETE FROM GD02_DISTINTA
      WHERE GD02_ID IN (WITH RECURSIVE SUBTREE(ID) AS (
                            SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID
-                           UNION ALL
+                           UNION
                            SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
                        SELECT ID FROM SUBTREE);
 END;

@@ -4,10 +4,11 @@
 -- module reads, and the host's workflow-state tables. Equivalent to db/schema_sqlite.sql, the
 -- schema of the embedded database; keep the two in step.
 --
--- For installations: run it with sqlcmd (batches are separated by GO) on a database whose
--- collation accepts Italian texts (e.g. Latin1_General_CI_AS). On an installation of the suite
--- the suite's own tables already exist: run only the module's section (GD01..GD12, the views
--- GDVISTA03_SOGGETTICOND and MO09_TIPODIST, the triggers and the GD indexes).
+-- For installations: run it with sqlcmd -f 65001 (the file is UTF-8; batches are separated by GO)
+-- on a database whose collation accepts Italian texts (e.g. Latin1_General_CI_AS). On an
+-- installation of the suite the suite's own tables already exist: run only the module's section
+-- (GD01..GD12, the views GDVISTA03_SOGGETTICOND and MO09_TIPODIST, the triggers and the GD
+-- indexes).
 --
 -- Conventions: generated keys are IDENTITY(1,1); guids default to NEWID(); root nodes of
 -- GD02_DISTINTA have parent 0 or NULL; deleting a node removes its subtree (trigger).
@@ -529,7 +530,9 @@ GO
 -- Triggers
 -- ---------------------------------------------------------------------------------------------
 
--- Deleting nodes removes their whole subtrees, whatever the RECURSIVE_TRIGGERS setting.
+-- Deleting nodes removes their whole subtrees, whatever the RECURSIVE_TRIGGERS setting (a nested
+-- firing finds no children left and returns). Parent links written in a cycle stop at the
+-- recursion limit with an error instead of looping.
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE ON GD02_DISTINTA AFTER DELETE
 AS
 BEGIN
@@ -540,7 +543,7 @@ BEGIN
         UNION ALL
         SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
     DELETE FROM GD02_DISTINTA WHERE GD02_ID IN (SELECT ID FROM SUBTREE)
-    OPTION (MAXRECURSION 0);
+    OPTION (MAXRECURSION 32767);
 END;
 GO
 

@@ -94,6 +94,14 @@ void TestSchema::subtreeRemovalNeedsNoRecursiveTriggers()
     file.exec(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 2"));
     QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), 2);
     QCOMPARE(file.scalar(QStringLiteral("SELECT SUM(GD02_ID) FROM GD02_DISTINTA")), 10);
+
+    // Parent links written in a cycle (30 <-> 31) must not make a delete run forever.
+    file.exec(QStringLiteral(
+        "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44)"
+        " VALUES (30, 1, 31, 1, 0), (31, 1, 30, 1, 0), (32, 1, 31, 1, 0)"));
+    file.exec(QStringLiteral("PRAGMA recursive_triggers=ON"));
+    file.exec(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 30"));
+    QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), 2);
 }
 
 void TestSchema::twoConnectionsSeeEachOthersCommittedRows()
