@@ -78,7 +78,8 @@ QString dropSubjectListStatement()
 
 QString buildSubjectListStatement(int company, int subjectKind, std::optional<qint64> division)
 {
-    QString sql = head + u' ';
+    // The head ends in " ," and the columns follow it directly, in the style of the whole list.
+    QString sql = head;
     if (division) {
         sql += divisionColumns + sqltext::intoTempTable(subjectListTable()) + divisionFromHead
             + QString::number(*division) + divisionFromTail;
