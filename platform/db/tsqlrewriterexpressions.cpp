@@ -503,7 +503,7 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
             // ROUND(x, n, 1) truncates and a negative n rounds to tens on the server.
             const auto [b, e] = args[1];
             if (e != b + 1 || !isUnsignedInteger(m_t[b]))
-                throwUnsupportedTsql(QStringLiteral("ROUND con precisione non costante"));
+                throwUnsupportedTsql(QStringLiteral("ROUND con precisione negativa o non costante"));
         }
         QVarLengthArray<ExprInfo, 4> infos;
         emitCall(i, QString(), args, &infos);

@@ -360,6 +360,11 @@ void TestTsqlTranslator::runsConstructs_data()
         << "1";
     QTest::newRow("LIKE without case, accents kept") << "SELECT id FROM P WHERE name LIKE '%PERCHÉ%'" << "3";
     QTest::newRow("LIKE with a set") << "SELECT id FROM P WHERE name LIKE '[BR]%' ORDER BY id" << "1\n2";
+    QTest::newRow("LIKE with a negated set and one character")
+        << "SELECT id FROM P WHERE name LIKE '[^BR]%' OR name LIKE 'bian_hi' ORDER BY id" << "2\n3\n4";
+    QTest::newRow("LIKE with an escape")
+        << "SELECT CASE WHEN '50%' LIKE '50!%' ESCAPE '!' THEN 1 ELSE 0 END, CASE WHEN '500' LIKE '50!%' ESCAPE '!' THEN 1 ELSE 0 END"
+        << "1|0";
     QTest::newRow("LIKE with a doubled quote") << "SELECT id FROM P WHERE name LIKE '%d''amico%'" << "4";
     QTest::newRow("UPPER of accented letters") << "SELECT UPPER(city), LOWER(name) FROM P WHERE id = 3"
                                                << "FORLÌ|perché srl";
