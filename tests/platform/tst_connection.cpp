@@ -60,7 +60,7 @@ void TestConnection::fieldTypesFollowDeclaredTypes()
         "INSERT INTO TIPI VALUES (3, 1, 1, 1, 1, 'non è una data', 0, 'tre')"));
 
     RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
-        "SELECT *, COUNT(*) OVER () AS N, PREZZO * 2 AS DOPPIO, 'testo' AS COSTANTE, NULL AS NIENTE "
+        "SELECT *, (SELECT COUNT(*) FROM TIPI) AS N, PREZZO * 2 AS DOPPIO, 'testo' AS COSTANTE, NULL AS NIENTE "
         "FROM TIPI ORDER BY ID"));
     const QList<QPair<QString, FieldType>> expected = {
         {QStringLiteral("ID"), FieldType::Integer},      {QStringLiteral("PICCOLO"), FieldType::Integer},
@@ -125,9 +125,10 @@ void TestConnection::failuresAreKeptOnTheErrorList()
 
     m_connection->execute(QStringLiteral("CREATE TABLE U (ID INTEGER PRIMARY KEY)"));
     QCOMPARE(m_connection->errors().size(), 1); // success does not clear the list
-    QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->execute(QStringLiteral("INSERT INTO U VALUES (1); INSERT INTO U VALUES (1)")));
+    m_connection->execute(QStringLiteral("INSERT INTO U VALUES (1)"));
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->execute(QStringLiteral("INSERT INTO U VALUES (1)")));
     QCOMPARE(m_connection->errors().first().nativeError, 1555); // SQLITE_CONSTRAINT_PRIMARYKEY
-    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM U"))->value(0).toInt(), 1); // the first stays
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM U"))->value(0).toInt(), 1);
     m_connection->clearErrors();
     QVERIFY(m_connection->errors().isEmpty());
 

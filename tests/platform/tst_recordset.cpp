@@ -111,8 +111,8 @@ void TestRecordset::navigationAndPositions()
 
 void TestRecordset::cloneChangesShowInOriginal()
 {
-    m_connection->execute(QStringLiteral("CREATE TEMP TABLE LISTA AS SELECT 0 AS Seleziona, CODICE AS Codice, NOME FROM SOGG ORDER BY CODICE"));
-    RecordsetPtr list = m_connection->openRecordset(QStringLiteral("SELECT * FROM LISTA"));
+    m_connection->execute(QStringLiteral("SELECT 0 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG ORDER BY CODICE"));
+    RecordsetPtr list = m_connection->openRecordset(QStringLiteral("SELECT * FROM #LISTA"));
     QVERIFY(!list->isWritable());
 
     RecordsetPtr clone = list->clone();
@@ -145,13 +145,13 @@ void TestRecordset::cloneChangesShowInOriginal()
     QCOMPARE(clone->currentRow(), -1);
     clone->moveNext();
     QCOMPARE(clone->value(QStringLiteral("Codice")).toInt(), 40);
-    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) AS N FROM LISTA"))->value(0).toInt(), 4);
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) AS N FROM #LISTA"))->value(0).toInt(), 4);
 }
 
 void TestRecordset::filterAndRecordCount()
 {
-    m_connection->execute(QStringLiteral("CREATE TEMP TABLE LISTA AS SELECT CODICE % 20 / 10 AS Seleziona, CODICE AS Codice, NOME FROM SOGG"));
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM LISTA"));
+    m_connection->execute(QStringLiteral("SELECT CODICE % 20 / 10 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG"));
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM #LISTA"));
     rs->moveLast();
     QSignalSpy resets(rs.get(), &QAbstractItemModel::modelReset);
 
