@@ -283,8 +283,9 @@ void TreeList::setRecordset(db::RecordsetPtr recordset)
 void TreeList::focusCurrentRow()
 {
     const db::RecordsetPtr &recordset = m_model->recordset();
-    if (recordset && m_model->structure().contains(recordset->currentRow())) {
-        focusNode(recordset->currentRow());
+    const int node = recordset ? m_model->structure().nodeOfRow(recordset->currentRow()) : -1;
+    if (node >= 0) {
+        focusNode(node);
         return;
     }
     const TreeListNode previous = m_focused;
@@ -321,19 +322,17 @@ int TreeList::count() const
 
 TreeListNode TreeList::firstNode() const
 {
-    return count() > 0 ? handle(m_model->structure().nodeAt(0)) : TreeListNode();
+    return handle(0);
 }
 
 TreeListNode TreeList::nodeAt(int absoluteIndex) const
 {
-    if (absoluteIndex < 0 || absoluteIndex >= count())
-        return {};
-    return handle(m_model->structure().nodeAt(absoluteIndex));
+    return handle(absoluteIndex);
 }
 
 TreeListNode TreeList::nodeOfRow(int row) const
 {
-    return handle(row);
+    return handle(m_model->structure().nodeOfRow(row));
 }
 
 TreeListNode TreeList::focusedNode() const
@@ -479,11 +478,12 @@ void TreeList::recordFocus(int node)
 void TreeList::moveRecordsetTo(int node)
 {
     const db::RecordsetPtr &recordset = m_model->recordset();
-    if (!recordset || recordset->currentRow() == node)
+    const int row = m_model->structure().row(node);
+    if (!recordset || recordset->currentRow() == row)
         return;
     QScopedValueRollback guard(m_movingRecordset, true);
     try {
-        recordset->setCurrentRow(node);
+        recordset->setCurrentRow(row);
     } catch (const db::DatabaseError &error) {
         emit writeFailed(error);
     }
@@ -498,9 +498,10 @@ void TreeList::onCurrentChanged(const QModelIndex &current)
 
 void TreeList::onRecordsetRowChanged(int row)
 {
-    if (m_movingRecordset || !m_model->structure().contains(row))
+    const int node = m_model->structure().nodeOfRow(row);
+    if (m_movingRecordset || node < 0)
         return;
-    focusNode(row);
+    focusNode(node);
 }
 
 void TreeList::onCollapsed(const QModelIndex &index)

@@ -187,8 +187,10 @@ void TreeListModel::onRecordsetDataChanged(const QModelIndex &topLeft, const QMo
     if (m_columns.isEmpty())
         return;
     // Whole rows: unbound and button cells may draw texts that depend on any field.
-    for (int row = firstRow; row <= lastRow; ++row)
-        emit dataChanged(indexOfNode(row, 0), indexOfNode(row, int(m_columns.size()) - 1));
+    for (int row = firstRow; row <= lastRow; ++row) {
+        const int node = m_structure.nodeOfRow(row);
+        emit dataChanged(indexOfNode(node, 0), indexOfNode(node, int(m_columns.size()) - 1));
+    }
 }
 
 // --- nodes
@@ -213,12 +215,12 @@ QVariant TreeListModel::value(int node, int column) const
     const int field = fieldOf(column);
     if (!m_recordset || field < 0 || !m_structure.contains(node))
         return {};
-    return m_recordset->valueAt(node, field);
+    return m_recordset->valueAt(m_structure.row(node), field);
 }
 
 quint64 TreeListModel::keyCode(int node) const
 {
-    return size_t(node) < m_keyCodes.size() ? m_keyCodes[size_t(node)] : 0;
+    return m_structure.contains(node) ? m_keyCodes[size_t(m_structure.row(node))] : 0;
 }
 
 QString TreeListModel::text(int node, int column) const
@@ -267,8 +269,9 @@ bool TreeListModel::writeValue(int node, int column, const QVariant &value)
         return false;
     m_writing = true;
     try {
-        if (m_recordset->currentRow() != node)
-            m_recordset->setCurrentRow(node);
+        const int row = m_structure.row(node);
+        if (m_recordset->currentRow() != row)
+            m_recordset->setCurrentRow(row);
         m_recordset->setValue(field, toFieldValue(field, value));
         m_recordset->update();
     } catch (const db::DatabaseError &error) {

@@ -40,7 +40,7 @@ public:
     void setRecordset(db::RecordsetPtr recordset);
     const db::RecordsetPtr &recordset() const { return m_recordset; }
 
-    // --- nodes (a node's id is its recordset row)
+    // --- nodes (a node's id is its position in tree order; structure().row() gives its row)
     const TreeListStructure &structure() const { return m_structure; }
     int generation() const { return m_generation; } // changes with every rebuild
     QModelIndex indexOfNode(int node, int column = 0) const;

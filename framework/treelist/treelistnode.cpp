@@ -10,6 +10,11 @@ bool TreeListNode::isValid() const
     return m_tree && m_tree->nodeId(*this) >= 0;
 }
 
+int TreeListNode::row() const
+{
+    return isValid() ? m_tree->model()->structure().row(m_id) : -1;
+}
+
 int TreeListNode::level() const
 {
     return isValid() ? m_tree->model()->structure().level(m_id) : -1;
@@ -17,7 +22,7 @@ int TreeListNode::level() const
 
 int TreeListNode::absoluteIndex() const
 {
-    return isValid() ? m_tree->model()->structure().position(m_id) : -1;
+    return isValid() ? m_id : -1;
 }
 
 TreeListNode TreeListNode::next() const

@@ -16,11 +16,11 @@ public:
     TreeListNode() = default;
 
     bool isValid() const;
-    int id() const { return m_id; }          // the node's recordset row, -1 for no node
-    int row() const { return isValid() ? m_id : -1; }
+    int id() const { return m_id; }          // the node's number in its tree, -1 for no node
+    int row() const;                         // the recordset row it stands for, -1 for no node
 
     int level() const;                       // roots are at level 0
-    int absoluteIndex() const;               // position in tree order, -1 for no node
+    int absoluteIndex() const;               // position in tree order (equals id()), -1 for no node
     TreeListNode next() const;               // tree order: each node, then its descendants
     TreeListNode parent() const;
     TreeListNode firstChild() const;

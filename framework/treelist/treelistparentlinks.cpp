@@ -5,54 +5,75 @@
 #include <QHash>
 #include <QString>
 #include <limits>
-#include <optional>
 
 namespace fw {
 
 namespace {
 
-// Keys are integers in practice; any other kind of key goes through its text.
-struct IntegerKeys
-{
-    using Key = qint64;
-    static std::optional<qint64> key(const QVariant &value)
-    {
-        bool ok = false;
-        const qint64 key = value.toLongLong(&ok);
-        return ok ? std::optional<qint64>(key) : std::nullopt;
-    }
-};
+constexpr quint64 NullCode = quint64(std::numeric_limits<qint64>::min());
 
-struct TextKeys
+bool integerOf(const QVariant &value, qint64 *number)
 {
-    using Key = QString;
-    static std::optional<QString> key(const QVariant &value) { return value.toString(); }
-};
+    bool ok = false;
+    *number = value.toLongLong(&ok);
+    return ok;
+}
 
-template<typename Keys>
-bool linkRows(const db::Recordset &recordset, int keyField, int parentField, std::vector<int> &parents)
+// Integer keys, the usual case: the codes are the keys themselves. Keys from a counter are
+// dense, and a plain table beats a hash by far on a million rows.
+void linkByIntegers(TreeListLinks &links, const std::vector<bool> &parentIsInteger)
 {
-    const int rows = int(parents.size());
-    QHash<typename Keys::Key, int> rowByKey;
-    rowByKey.reserve(rows);
-    // Backwards, so that the first of equal keys is the one kept.
-    for (int row = rows - 1; row >= 0; --row) {
-        const QVariant value = recordset.valueAt(row, keyField);
-        if (value.isNull())
+    const size_t rows = links.keyCodes.size();
+    qint64 low = std::numeric_limits<qint64>::max();
+    qint64 high = std::numeric_limits<qint64>::min();
+    for (quint64 code : links.keyCodes) {
+        if (code == NullCode)
             continue;
-        const auto key = Keys::key(value);
-        if (!key)
-            return false;
-        rowByKey.insert(*key, row);
+        low = std::min(low, qint64(code));
+        high = std::max(high, qint64(code));
+    }
+    if (low > high)
+        return;
+    const auto parentOf = [&](auto &&rowOfKey) {
+        for (size_t row = 0; row < rows; ++row) {
+            if (links.parentCodes[row] != NullCode && parentIsInteger[row])
+                links.parents[row] = rowOfKey(qint64(links.parentCodes[row]));
+        }
+    };
+    if (quint64(high - low) <= 2 * rows + 1024) {
+        std::vector<int> table(size_t(high - low) + 1, -1);
+        for (size_t row = rows; row-- > 0;) { // backwards: the first of equal keys wins
+            if (links.keyCodes[row] != NullCode)
+                table[size_t(qint64(links.keyCodes[row]) - low)] = int(row);
+        }
+        parentOf([&](qint64 key) { return key < low || key > high ? -1 : table[size_t(key - low)]; });
+        return;
+    }
+    QHash<qint64, int> rowByKey;
+    rowByKey.reserve(qsizetype(rows));
+    for (size_t row = rows; row-- > 0;) {
+        if (links.keyCodes[row] != NullCode)
+            rowByKey.insert(qint64(links.keyCodes[row]), int(row));
+    }
+    parentOf([&](qint64 key) { return rowByKey.value(key, -1); });
+}
+
+// Any other key is compared by its text.
+void linkByText(TreeListLinks &links, const db::Recordset &recordset, int keyField, int parentField)
+{
+    const int rows = int(links.parents.size());
+    QHash<QString, int> rowByKey;
+    rowByKey.reserve(rows);
+    for (int row = rows - 1; row >= 0; --row) {
+        const QVariant key = recordset.valueAt(row, keyField);
+        if (!key.isNull())
+            rowByKey.insert(key.toString(), row);
     }
     for (int row = 0; row < rows; ++row) {
-        const QVariant value = recordset.valueAt(row, parentField);
-        if (value.isNull())
-            continue;
-        if (const auto key = Keys::key(value))
-            parents[row] = rowByKey.value(*key, -1);
+        const QVariant parent = recordset.valueAt(row, parentField);
+        if (!parent.isNull())
+            links.parents[size_t(row)] = rowByKey.value(parent.toString(), -1);
     }
-    return true;
 }
 
 } // namespace
@@ -60,9 +81,10 @@ bool linkRows(const db::Recordset &recordset, int keyField, int parentField, std
 quint64 treeListKeyCode(const QVariant &value)
 {
     if (value.isNull())
-        return quint64(std::numeric_limits<qint64>::min());
-    if (const auto number = IntegerKeys::key(value))
-        return quint64(*number);
+        return NullCode;
+    qint64 number = 0;
+    if (integerOf(value, &number))
+        return quint64(number);
     return quint64(qHash(value.toString(), 0x5eed));
 }
 
@@ -73,14 +95,24 @@ TreeListLinks linkRowsByKey(const db::Recordset &recordset, int keyField, int pa
     links.parents.assign(rows, -1);
     if (keyField < 0 || parentField < 0)
         return links;
-    if (!linkRows<IntegerKeys>(recordset, keyField, parentField, links.parents))
-        linkRows<TextKeys>(recordset, keyField, parentField, links.parents);
     links.keyCodes.resize(rows);
     links.parentCodes.resize(rows);
+    std::vector<bool> parentIsInteger(rows, false);
+    bool integerKeys = true;
+    qint64 number = 0;
     for (size_t row = 0; row < rows; ++row) {
-        links.keyCodes[row] = treeListKeyCode(recordset.valueAt(int(row), keyField));
-        links.parentCodes[row] = treeListKeyCode(recordset.valueAt(int(row), parentField));
+        const QVariant key = recordset.valueAt(int(row), keyField);
+        const QVariant parent = recordset.valueAt(int(row), parentField);
+        if (!key.isNull() && !integerOf(key, &number))
+            integerKeys = false;
+        parentIsInteger[row] = !parent.isNull() && integerOf(parent, &number);
+        links.keyCodes[row] = treeListKeyCode(key);
+        links.parentCodes[row] = treeListKeyCode(parent);
     }
+    if (integerKeys)
+        linkByIntegers(links, parentIsInteger);
+    else
+        linkByText(links, recordset, keyField, parentField);
     return links;
 }
 

@@ -1,5 +1,6 @@
 #include "framework/treelist/treeliststructure.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace fw {
@@ -7,8 +8,8 @@ namespace fw {
 void TreeListStructure::clear()
 {
     m_nodes.clear();
+    m_nodeOfRow.clear();
     m_children.clear();
-    m_order.clear();
     m_rootCount = 0;
 }
 
@@ -21,12 +22,12 @@ void TreeListStructure::build(std::vector<int> parents)
             parent = -1;
     }
     cutLoops(parents);
-    placeChildren(parents);
-    orderNodes();
+    numberInTreeOrder(parents);
+    placeChildren();
 }
 
-// Walks up from every node not seen yet; meeting a node of the walk in progress means a loop.
-// Each node is walked once, so the whole pass is linear.
+// Walks up from every row not seen yet; meeting a row of the walk in progress means a loop.
+// Each row is walked once, so the whole pass is linear.
 void TreeListStructure::cutLoops(std::vector<int> &parents)
 {
     enum : std::uint8_t { Unseen, Walking, Done };
@@ -36,78 +37,90 @@ void TreeListStructure::cutLoops(std::vector<int> &parents)
         if (state[start] != Unseen)
             continue;
         walk.clear();
-        int node = start;
-        while (node >= 0 && state[node] == Unseen) {
-            state[node] = Walking;
-            walk.push_back(node);
-            node = parents[node];
+        int row = start;
+        while (row >= 0 && state[row] == Unseen) {
+            state[row] = Walking;
+            walk.push_back(row);
+            row = parents[row];
         }
-        if (node >= 0 && state[node] == Walking)
-            parents[node] = -1;
+        if (row >= 0 && state[row] == Walking)
+            parents[row] = -1;
         for (int walked : walk)
             state[walked] = Done;
     }
 }
 
-// A counting sort of the rows by parent: children land contiguously and keep the row order.
-void TreeListStructure::placeChildren(const std::vector<int> &parents)
+// Groups the rows by parent (a counting sort, so siblings keep the row order), then numbers
+// them depth first with an explicit stack, so that deep trees cannot overflow the call stack.
+void TreeListStructure::numberInTreeOrder(const std::vector<int> &parents)
 {
     const int n = int(parents.size());
-    m_nodes.assign(n, Node{-1, 0, 0, 0, 0, 0});
-    for (int node = 0; node < n; ++node) {
-        m_nodes[node].parent = parents[node];
-        if (parents[node] < 0)
-            ++m_rootCount;
+    std::vector<int> firstChildRow(std::size_t(n) + 1, 0);
+    for (int row = 0; row < n; ++row) {
+        if (parents[row] >= 0)
+            ++firstChildRow[parents[row]];
         else
-            ++m_nodes[parents[node]].childCount;
+            ++m_rootCount;
     }
+    int offset = m_rootCount;
+    for (int row = 0; row < n; ++row) {
+        const int children = firstChildRow[row];
+        firstChildRow[row] = offset;
+        offset += children;
+    }
+    std::vector<int> childRows(static_cast<std::size_t>(n));
+    int roots = 0;
+    for (int row = 0; row < n; ++row) {
+        if (parents[row] < 0)
+            childRows[roots++] = row;
+        else
+            childRows[firstChildRow[parents[row]]++] = row;
+    }
+    // firstChildRow[row] now points one past the row's children; they start where the
+    // previous row's end.
+
+    m_nodes.resize(std::size_t(n));
+    m_nodeOfRow.resize(std::size_t(n));
+    struct Pending { int row; int parent; int indexInParent; };
+    std::vector<Pending> stack;
+    for (int i = m_rootCount - 1; i >= 0; --i)
+        stack.push_back({childRows[i], -1, i});
+    int next = 0;
+    while (!stack.empty()) {
+        const Pending pending = stack.back();
+        stack.pop_back();
+        const int id = next++;
+        const int begin = pending.row == 0 ? m_rootCount : firstChildRow[pending.row - 1];
+        const int end = firstChildRow[pending.row];
+        m_nodeOfRow[pending.row] = id;
+        m_nodes[id] = Node{pending.row, pending.parent,
+                           pending.parent < 0 ? 0 : m_nodes[pending.parent].level + 1,
+                           0, end - begin, pending.indexInParent};
+        for (int i = end - 1; i >= begin; --i)
+            stack.push_back({childRows[i], id, i - begin});
+    }
+}
+
+// The children of every node, by node id, contiguously and in sibling order.
+void TreeListStructure::placeChildren()
+{
     int offset = m_rootCount;
     for (Node &node : m_nodes) {
         node.firstChild = offset;
         offset += node.childCount;
     }
-    m_children.resize(n);
-    int roots = 0;
-    std::vector<int> filled(n, 0);
-    for (int node = 0; node < n; ++node) {
-        const int parent = parents[node];
-        if (parent < 0) {
-            m_nodes[node].indexInParent = roots;
-            m_children[roots++] = node;
-        } else {
-            const int index = filled[parent]++;
-            m_nodes[node].indexInParent = index;
-            m_children[m_nodes[parent].firstChild + index] = node;
-        }
-    }
-}
-
-// Depth first with an explicit stack, so deep trees cannot overflow the call stack.
-void TreeListStructure::orderNodes()
-{
-    const int n = count();
-    m_order.clear();
-    m_order.reserve(n);
-    std::vector<int> stack;
-    for (int root = m_rootCount - 1; root >= 0; --root)
-        stack.push_back(m_children[root]);
-    while (!stack.empty()) {
-        const int node = stack.back();
-        stack.pop_back();
-        Node &data = m_nodes[node];
-        data.position = int(m_order.size());
-        data.level = data.parent < 0 ? 0 : m_nodes[data.parent].level + 1;
-        m_order.push_back(node);
-        for (int i = data.childCount - 1; i >= 0; --i)
-            stack.push_back(m_children[data.firstChild + i]);
+    m_children.resize(m_nodes.size());
+    for (int id = 0; id < count(); ++id) {
+        const Node &node = m_nodes[id];
+        m_children[(node.parent < 0 ? 0 : m_nodes[node.parent].firstChild) + node.indexInParent] = id;
     }
 }
 
 bool TreeListStructure::isAncestor(int ancestor, int node) const
 {
-    if (!contains(ancestor) || !contains(node))
+    if (!contains(ancestor) || !contains(node) || node <= ancestor)
         return false;
-    for (int up = parent(node); up >= 0; up = parent(up)) {
+    for (int up = parent(node); up >= ancestor; up = parent(up)) {
         if (up == ancestor)
             return true;
     }

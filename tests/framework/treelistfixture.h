@@ -15,7 +15,7 @@ struct TreeListFixture
 {
     struct Node
     {
-        int id;
+        qint64 id;
         QVariant parent;   // null for a root
         QString name;
         bool loaded = true;
@@ -81,10 +81,10 @@ struct TreeListFixture
         tree->setRecordset(recordset);
     }
 
-    fw::TreeListNode node(int id) const
+    fw::TreeListNode node(qint64 id) const
     {
         for (fw::TreeListNode n = tree->firstNode(); n.isValid(); n = n.next()) {
-            if (n.value(QStringLiteral("trID")).toInt() == id)
+            if (n.value(QStringLiteral("trID")).toLongLong() == id)
                 return n;
         }
         return {};

@@ -13,6 +13,7 @@ class TestTreeList : public QObject
 
 private slots:
     void buildsTheHierarchyFromFlatRows();
+    void keysOfAnyKindLinkAlike();
     void nextNodeFollowsTreeOrderWhateverIsExpanded();
     void expandAndCollapseActOnOneNode();
     void focusAndCurrentRowFollowEachOther();
@@ -95,6 +96,32 @@ void TestTreeList::buildsTheHierarchyFromFlatRows()
     QCOMPARE(f.node(41).row(), 7);
     QCOMPARE(f.tree->nodeOfRow(7), f.node(41));
     QVERIFY(!f.node(20).hasChildren());
+}
+
+// Far apart integer keys and text keys are looked up another way than a counter's keys.
+void TestTreeList::keysOfAnyKindLinkAlike()
+{
+    TreeListFixture f;
+    f.insert({{9000000000000, qint64(3000000000), "Nipote"}, {3000000000, 7, "Figlio"}, {7, {}, "Radice"},
+              {8, 5, "Orfano"}, {4000000000, 7, "Secondo figlio"}});
+    const auto parentsByName = [&] {
+        QMap<QString, QString> parents;
+        for (TreeListNode node = f.tree->firstNode(); node.isValid(); node = node.next())
+            parents.insert(node.value(QStringLiteral("trNOME")).toString(),
+                           node.parent().value(QStringLiteral("trNOME")).toString());
+        return parents;
+    };
+    const QMap<QString, QString> expected{{"Radice", ""}, {"Figlio", "Radice"}, {"Nipote", "Figlio"},
+                                          {"Orfano", ""}, {"Secondo figlio", "Radice"}};
+    f.bind();
+    QCOMPARE(parentsByName(), expected);
+
+    f.tree->setKeyField(QStringLiteral("CHIAVE"));
+    f.tree->setParentField(QStringLiteral("PADRE_CHIAVE"));
+    f.tree->setRecordset(f.connection->openRecordset(QStringLiteral(
+        "SELECT 'K' + CAST(ID AS VARCHAR) AS CHIAVE, 'K' + CAST(PADRE AS VARCHAR) AS PADRE_CHIAVE, NOME "
+        "FROM NODI ORDER BY SEQ")));
+    QCOMPARE(parentsByName(), expected);
 }
 
 void TestTreeList::nextNodeFollowsTreeOrderWhateverIsExpanded()
