@@ -1,10 +1,13 @@
 #include "forms/distinta/frmgd_distinta.h"
+#include "framework/mdihost.h"
 #include "framework/recordframe.h"
 #include "module/clsgd_distinta.h"
 #include "platform/db/recordset.h"
 #include "tests/support/scriptedhost.h"
 
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QtTest>
@@ -43,6 +46,16 @@ protected:
     {
         recordset.setValue(QStringLiteral("GD01_DITTA_CG18"), companyCode());
     }
+};
+
+// The shell's MDI area, as far as forms see it.
+class MdiArea : public QMdiArea, public fw::MdiHost
+{
+    Q_OBJECT
+    Q_INTERFACES(fw::MdiHost)
+
+public:
+    void addForm(QWidget *form) override { addSubWindow(form)->show(); }
 };
 
 } // namespace
@@ -221,6 +234,26 @@ private slots:
         QCOMPARE(host.database().scalar(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA")).toString(),
                  QStringLiteral("Cambiata"));
         QVERIFY(!form->connection() && !form->recordFrame() && !form->logService() && !form->ActiveDll());
+    }
+
+    void unloadInsideTheMdiAreaClosesItsSubWindow()
+    {
+        ScriptedHost host;
+        MdiArea area;
+        area.show();
+        auto entry = host.createEntryClass();
+        entry->setActiveFrame(&area);
+        FRMGD_DISTINTA *form = host.openEditor(*entry);
+        QCOMPARE(area.subWindowList().size(), 1);
+        QCOMPARE(area.subWindowList().first()->widget(), form);
+
+        host.navigator().setRefuseClose(true);
+        QCOMPARE(form->unload(), false);
+        QVERIFY(area.subWindowList().first()->isVisible());
+
+        host.navigator().setRefuseClose(false);
+        QCOMPARE(entry->CloseForm().toBool(), true);
+        QVERIFY(area.subWindowList().isEmpty() || !area.subWindowList().first()->isVisible());
     }
 
     void companyChangeWarnsAndCloses()
