@@ -26,6 +26,10 @@ private slots:
     void movingOffAPendingRowWritesIt();
     void conflictingUpdateIsRefused();
     void computedColumnsAreNotWritable();
+    void writabilityFollowsTheStatement_data();
+    void writabilityFollowsTheStatement();
+    void gridEditConflictIsSignalled();
+    void largeReadsKeepEveryRow();
 
 private:
     QString fileConnectionString() const;
@@ -327,6 +331,88 @@ void TestRecordset::computedColumnsAreNotWritable()
 
     RecordsetPtr noKey = m_connection->openRecordset(QStringLiteral("SELECT NOME FROM SOGG"));
     QVERIFY(!noKey->isWritable());
+}
+
+void TestRecordset::writabilityFollowsTheStatement_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("baseTable");
+    QTest::newRow("star") << "SELECT * FROM SOGG" << "SOGG";
+    QTest::newRow("alias and hint") << "SELECT S.ID, S.NOME FROM SOGG S WITH (NOLOCK) WHERE S.ID > 0" << "SOGG";
+    QTest::newRow("top") << "SELECT TOP 2 ID, NOME FROM SOGG ORDER BY ID" << "SOGG";
+    QTest::newRow("subquery with join in the list")
+        << "SELECT ID, (SELECT MAX(B.NOME) FROM SOGG B INNER JOIN SOGG C ON C.ID = B.ID) AS M FROM SOGG" << "SOGG";
+    QTest::newRow("key left out") << "SELECT CODICE, NOME FROM SOGG" << "";
+    QTest::newRow("key only computed") << "SELECT ID + 0 AS ID, NOME FROM SOGG" << "";
+    QTest::newRow("join") << "SELECT A.* FROM SOGG A LEFT OUTER JOIN SOGG B ON B.ID = A.ID" << "";
+    QTest::newRow("comma join") << "SELECT A.ID FROM SOGG A, SOGG B WHERE A.ID = B.ID" << "";
+    QTest::newRow("grouped") << "SELECT ID, COUNT(*) AS N FROM SOGG GROUP BY ID" << "";
+    QTest::newRow("union") << "SELECT ID FROM SOGG UNION SELECT ID FROM SOGG" << "";
+}
+
+void TestRecordset::writabilityFollowsTheStatement()
+{
+    QFETCH(QString, statement);
+    QFETCH(QString, baseTable);
+    RecordsetPtr rs = m_connection->openRecordset(statement);
+    QCOMPARE(rs->baseTable(), baseTable);
+    for (int i = 0; i < rs->fieldCount(); ++i)
+        QCOMPARE(rs->field(i).writable, !baseTable.isEmpty() && rs->field(i).name != QLatin1String("M"));
+}
+
+void TestRecordset::gridEditConflictIsSignalled()
+{
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT ID, NOME FROM SOGG ORDER BY ID"));
+    QSignalSpy failures(rs.get(), &Recordset::writeBackFailed);
+    ConnectionPtr other = Connection::open(m_connection->connectionString());
+    other->execute(QStringLiteral("UPDATE SOGG SET NOME = 'Altro' WHERE ID = 2"));
+
+    QVERIFY(!rs->setData(rs->index(1, 1), QStringLiteral("Nostro"))); // a view cannot take the exception
+    QCOMPARE(failures.count(), 1);
+    QCOMPARE(rs->data(rs->index(1, 1)).toString(), QStringLiteral("Nostro"));
+    QCOMPARE(m_connection->errors().first().source, QStringLiteral("Recordset"));
+    rs->setCurrentRow(1);
+    QVERIFY(rs->isEditing());
+    rs->cancelUpdate();
+    QCOMPARE(rs->data(rs->index(1, 1)).toString(), QStringLiteral("Bianchi SpA"));
+
+    // Editing another row while one is pending writes the pending one first.
+    QVERIFY(rs->setData(rs->index(0, 1), QStringLiteral("Rossi M.")));
+    QCOMPARE(other->openRecordset(QStringLiteral("SELECT NOME FROM SOGG WHERE ID = 1"))->value(0).toString(),
+             QStringLiteral("Rossi M."));
+}
+
+void TestRecordset::largeReadsKeepEveryRow()
+{
+    // Enough rows for the cells to outgrow the small-read path.
+    m_connection->execute(QStringLiteral("CREATE TABLE GRANDE (ID INTEGER PRIMARY KEY, NOME VARCHAR(20), V DECIMAL(10,2))"));
+    m_connection->execute(QStringLiteral("CREATE TABLE CIFRE (C INTEGER)"));
+    for (int digit = 0; digit < 10; ++digit)
+        m_connection->execute(QStringLiteral("INSERT INTO CIFRE VALUES (%1)").arg(digit));
+    m_connection->execute(QStringLiteral(
+        "INSERT INTO GRANDE SELECT N, 'nome ' + CAST(N AS VARCHAR), N / 4.0 FROM "
+        "(SELECT A.C * 10000 + B.C * 1000 + C.C * 100 + D.C * 10 + E.C + 1 AS N "
+        "FROM CIFRE A, CIFRE B, CIFRE C, CIFRE D, CIFRE E) X WHERE N <= 20000"));
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM GRANDE ORDER BY ID"));
+    QCOMPARE(rs->recordCount(), 20000);
+    QCOMPARE(rs->valueAt(0, 1).toString(), QStringLiteral("nome 1"));
+    QCOMPARE(rs->valueAt(19999, 2).toDouble(), 5000.0);
+
+    RecordsetPtr clone = rs->clone();
+    QSignalSpy inserted(clone.get(), &QAbstractItemModel::rowsInserted);
+    rs->addNew(); // the shared cells grow past the block they were read into
+    rs->setValue(QStringLiteral("NOME"), QStringLiteral("nuovo"));
+    rs->update();
+    QCOMPARE(inserted.count(), 1);
+    QCOMPARE(clone->recordCount(), 20001);
+    QCOMPARE(clone->valueAt(20000, 0).toInt(), 20001);
+    QCOMPARE(clone->valueAt(12345, 1).toString(), QStringLiteral("nome 12346"));
+
+    rs->setFilter(QStringLiteral("NOME like '%99%'"));
+    int expected = 0;
+    for (int i = 1; i <= 20000; ++i)
+        expected += QString::number(i).contains(QLatin1String("99"));
+    QCOMPARE(rs->recordCount(), expected);
 }
 
 QTEST_MAIN(TestRecordset)
