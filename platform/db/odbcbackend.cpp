@@ -5,6 +5,7 @@
 
 #include <QAtomicInt>
 #include <QLibrary>
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -205,6 +206,10 @@ void OdbcBackend::failQuery(const QSqlQuery &query, const QString &statement)
 
 int OdbcBackend::execute(const QString &sql)
 {
+    static const QRegularExpression schemaChange(QStringLiteral("\\b(CREATE|ALTER|DROP)\\b"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+    if (!m_schemas.isEmpty() && schemaChange.match(sql).hasMatch())
+        m_schemas.clear();
     QSqlQuery query(m_database);
     if (!query.exec(sql))
         failQuery(query, sql);
@@ -262,15 +267,21 @@ QVariant OdbcBackend::lastInsertedKey()
 std::optional<TableSchema> OdbcBackend::tableSchema(const QString &table)
 {
     const QString name = removeBrackets(table);
+    const auto cached = m_schemas.constFind(name.toLower());
+    if (cached != m_schemas.constEnd())
+        return cached.value();
     const QSqlRecord record = m_database.record(name);
-    if (record.isEmpty())
+    if (record.isEmpty()) {
+        m_schemas.insert(name.toLower(), std::nullopt);
         return std::nullopt;
+    }
     TableSchema schema;
     for (int i = 0; i < record.count(); ++i)
         schema.columns << record.fieldName(i);
     const QSqlIndex key = m_database.primaryIndex(name);
     for (int i = 0; i < key.count(); ++i)
         schema.keyColumns << key.fieldName(i);
+    m_schemas.insert(name.toLower(), schema);
     return schema;
 }
 

@@ -2,6 +2,7 @@
 
 #include "backend.h"
 
+#include <QHash>
 #include <QSqlDatabase>
 
 class QSqlQuery;
@@ -33,6 +34,8 @@ private:
 
     QString m_name;
     QSqlDatabase m_database;
+    // Catalog lookups are round trips to the server: kept until a statement changes the schema.
+    QHash<QString, std::optional<TableSchema>> m_schemas;
     bool m_translates;
 };
 

@@ -176,6 +176,7 @@ void TestConnection::traceHoldsEveryStatementAsSent()
     RecordsetPtr rs = traced->openRecordset(QStringLiteral("SELECT ID, V FROM T WHERE 1 = 1 "));
     rs->setValue(QStringLiteral("V"), QStringLiteral("c"));
     rs->update();
+    traced->execute(QStringLiteral("SELECT ID INTO #COPIA FROM T"));
     QVERIFY_THROWS_EXCEPTION(DatabaseError, traced->execute(QStringLiteral("SELEC 1")));
     qunsetenv("DISTINTA_SQL_TRACE");
     traced->execute(QStringLiteral("DELETE FROM T"));
@@ -187,6 +188,7 @@ void TestConnection::traceHoldsEveryStatementAsSent()
                                    "INSERT INTO T (V) VALUES ('a''b')\nGO\n"
                                    "SELECT ID, V FROM T WHERE 1 = 1 \nGO\n"
                                    "UPDATE T SET V = ? WHERE ID = ? AND V = ?\n-- 'c', 1, 'a''b'\nGO\n"
+                                   "SELECT ID INTO #COPIA FROM T\nGO\n"
                                    "SELEC 1\nGO\n"));
     QVERIFY(!trace.contains(QStringLiteral("Provider")));
 }
