@@ -235,6 +235,7 @@ void TreeList::setColors(const TreeListColors &colors)
     }
     m_view->setPalette(palette);
     m_view->bandHeader()->setColors(colors.header, colors.headerText, colors.gridLines);
+    m_view->setHierarchyLineColor(colors.gridLines);
     for (TreeListDelegate *delegate : {m_plainDelegate, m_textDelegate, m_dateDelegate, m_comboDelegate, m_buttonDelegate})
         delegate->setGridLineColor(colors.gridLines);
     m_view->viewport()->update();
@@ -469,24 +470,31 @@ void TreeList::recordFocus(int node)
 {
     if (node == nodeId(m_focused))
         return;
+    if (!moveRecordsetTo(node)) {
+        // The recordset could not write the row it stands on and stayed there; so does the
+        // focus, once the view has finished its own change.
+        QMetaObject::invokeMethod(this, &TreeList::showFocusInView, Qt::QueuedConnection);
+        return;
+    }
     const TreeListNode previous = m_focused;
     m_focused = handle(node);
-    moveRecordsetTo(node);
     emit focusedNodeChanged(previous, m_focused);
 }
 
-void TreeList::moveRecordsetTo(int node)
+bool TreeList::moveRecordsetTo(int node)
 {
     const db::RecordsetPtr &recordset = m_model->recordset();
     const int row = m_model->structure().row(node);
     if (!recordset || recordset->currentRow() == row)
-        return;
+        return true;
     QScopedValueRollback guard(m_movingRecordset, true);
     try {
         recordset->setCurrentRow(row);
     } catch (const db::DatabaseError &error) {
         emit writeFailed(error);
+        return false;
     }
+    return true;
 }
 
 void TreeList::onCurrentChanged(const QModelIndex &current)

@@ -139,7 +139,7 @@ private:
     void showFocusInView();
     void revealNode(int node);
     void recordFocus(int node);
-    void moveRecordsetTo(int node);
+    bool moveRecordsetTo(int node);
     void onCurrentChanged(const QModelIndex &current);
     void onRecordsetRowChanged(int row);
     void onCollapsed(const QModelIndex &index);

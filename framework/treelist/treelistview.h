@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QTreeView>
 
 namespace fw {
@@ -16,6 +17,7 @@ public:
     explicit TreeListView(QWidget *parent = nullptr);
 
     TreeListHeader *bandHeader() const { return m_header; }
+    void setHierarchyLineColor(const QColor &color);
 
     // QTreeView::expand() and collapse() on a laid-out view move every row below the node,
     // which makes a loop over many nodes quadratic. With the layout marked out of date they
@@ -30,9 +32,11 @@ signals:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
 
 private:
     TreeListHeader *m_header;
+    QColor m_lineColor;
 };
 
 } // namespace fw

@@ -234,6 +234,16 @@ void TestTreeListEditing::failedUpdateIsReportedAndTheStoredValueShown()
     QCOMPARE(f->node(3).value(QStringLiteral("trNOME")).toString(), QStringLiteral("Tre"));
     QVERIFY(f->tree->setValue(f->node(3), QStringLiteral("trNOME"), QStringLiteral("Tre nuovo")));
     QCOMPARE(f->stored(QStringLiteral("NOME"), 3).toString(), QStringLiteral("Tre nuovo"));
+
+    // A row left pending that cannot be written keeps the recordset, and so the focus, on it.
+    f->tree->setFocusedNode(f->node(1));
+    f->recordset->setValue(QStringLiteral("NOME"), QVariant());
+    f->tree->setFocusedNode(f->node(3));
+    QCoreApplication::processEvents();
+    QCOMPARE(failures.size(), 3);
+    QCOMPARE(f->tree->focusedNode(), f->node(1));
+    QCOMPARE(f->tree->model()->nodeOf(f->tree->view()->currentIndex()), f->node(1).id());
+    QCOMPARE(f->recordset->value(QStringLiteral("ID")).toInt(), 1);
 }
 
 void TestTreeListEditing::drawTimeTextFillsUnboundAndButtonCells()
