@@ -8,11 +8,11 @@
 #include "framework/treelist/treelisttextdelegate.h"
 #include "framework/treelist/treelistview.h"
 
-#include <QDateTime>
 #include <QScopedValueRollback>
-#include <QSet>
-#include <QToolTip>
 #include <QVBoxLayout>
+
+// The tree list's set-up: columns, widths, looks, binding and cell access. Node navigation
+// and focus are in treelistnavigation.cpp, editing in treelistediting.cpp.
 
 namespace fw {
 
@@ -69,7 +69,7 @@ int TreeList::addColumn(const TreeListColumn &column)
 {
     const int index = m_model->addColumn(column);
     m_view->setItemDelegateForColumn(index, delegateFor(column));
-    m_view->setColumnHidden(index, !column.visible);
+    showColumn(index, column.visible);
     applyColumnWidths();
     return index;
 }
@@ -114,9 +114,16 @@ void TreeList::updateColumn(const QString &name, const std::function<void(TreeLi
     TreeListColumn column = m_model->column(index);
     change(column);
     m_model->setColumn(index, column);
-    m_view->setColumnHidden(index, !column.visible);
+    showColumn(index, column.visible);
     applyColumnWidths();
     m_view->viewport()->update();
+}
+
+// Hiding and showing resize the header's section: that is no width chosen by the user.
+void TreeList::showColumn(int index, bool visible)
+{
+    QScopedValueRollback guard(m_applyingWidths, true);
+    m_view->setColumnHidden(index, !visible);
 }
 
 void TreeList::setColumnCaption(const QString &name, const QString &caption)
@@ -178,7 +185,7 @@ void TreeList::applyColumnWidths()
     for (int n = 0; n < visible.size(); ++n) {
         const int i = visible.at(n);
         const bool last = n == visible.size() - 1;
-        const int width = last ? available - used : int(available * qMax(1, column(i).designWidth) / totalTwips);
+        const int width = last ? available - used : int(qint64(available) * qMax(1, column(i).designWidth) / totalTwips);
         m_view->setColumnWidth(i, qMax(1, width));
         used += width;
     }
@@ -189,7 +196,7 @@ void TreeList::applyColumnWidths()
 // proportions.
 void TreeList::onSectionResized(int logicalIndex, int oldSize, int newSize)
 {
-    if (m_applyingWidths || logicalIndex < 0 || logicalIndex >= columnCount())
+    if (m_applyingWidths || logicalIndex < 0 || logicalIndex >= columnCount() || newSize == 0)
         return;
     const int dpi = logicalDpiX();
     QList<TreeListColumn> columns = m_model->columns();
@@ -300,252 +307,6 @@ db::RecordsetPtr TreeList::recordset() const
     return m_model->recordset();
 }
 
-// --- nodes
-
-TreeListNode TreeList::handle(int node) const
-{
-    if (!m_model->structure().contains(node))
-        return {};
-    return TreeListNode(const_cast<TreeList *>(this), node, m_model->generation());
-}
-
-int TreeList::nodeId(const TreeListNode &node) const
-{
-    if (node.m_tree != this || node.m_generation != m_model->generation())
-        return -1;
-    return m_model->structure().contains(node.m_id) ? node.m_id : -1;
-}
-
-int TreeList::count() const
-{
-    return m_model->structure().count();
-}
-
-TreeListNode TreeList::firstNode() const
-{
-    return handle(0);
-}
-
-TreeListNode TreeList::nodeAt(int absoluteIndex) const
-{
-    return handle(absoluteIndex);
-}
-
-TreeListNode TreeList::nodeOfRow(int row) const
-{
-    return handle(m_model->structure().nodeOfRow(row));
-}
-
-TreeListNode TreeList::focusedNode() const
-{
-    return nodeId(m_focused) >= 0 ? m_focused : TreeListNode();
-}
-
-void TreeList::setFocusedNode(const TreeListNode &node)
-{
-    const int id = nodeId(node);
-    if (id >= 0)
-        focusNode(id);
-}
-
-void TreeList::setFocusedAbsoluteIndex(int absoluteIndex)
-{
-    setFocusedNode(nodeAt(absoluteIndex));
-}
-
-QString TreeList::focusedColumn() const
-{
-    const QModelIndex current = m_view->currentIndex();
-    return current.isValid() ? column(current.column()).name : QString();
-}
-
-void TreeList::setFocusedColumn(const QString &name)
-{
-    const int columnIndex = this->columnIndex(name);
-    const int node = nodeId(m_focused);
-    if (columnIndex >= 0 && node >= 0)
-        m_view->selectionModel()->setCurrentIndex(m_model->indexOfNode(node, columnIndex),
-                                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
-
-void TreeList::expand(const TreeListNode &node)
-{
-    const int id = nodeId(node);
-    if (id < 0 || m_model->structure().childCount(id) == 0)
-        return;
-    m_view->deferLayout();
-    m_view->expand(m_model->indexOfNode(id));
-}
-
-void TreeList::collapse(const TreeListNode &node)
-{
-    const int id = nodeId(node);
-    if (id < 0 || m_model->structure().childCount(id) == 0)
-        return;
-    m_view->deferLayout();
-    m_view->collapse(m_model->indexOfNode(id));
-}
-
-bool TreeList::isExpanded(const TreeListNode &node) const
-{
-    const int id = nodeId(node);
-    return id >= 0 && m_view->isExpanded(m_model->indexOfNode(id));
-}
-
-void TreeList::expandAll()
-{
-    m_view->expandAll();
-}
-
-void TreeList::collapseAll()
-{
-    m_view->collapseAll();
-    int root = nodeId(m_focused);
-    if (root < 0)
-        return;
-    while (m_model->structure().parent(root) >= 0)
-        root = m_model->structure().parent(root);
-    focusNode(root);
-}
-
-void TreeList::beginUpdate()
-{
-    if (m_updateDepth++ == 0)
-        m_view->setUpdatesEnabled(false);
-    m_view->deferLayout();
-}
-
-void TreeList::endUpdate()
-{
-    if (m_updateDepth == 0 || --m_updateDepth > 0)
-        return;
-    m_view->layoutNow();
-    if (m_focusPending)
-        showFocusInView();
-    m_view->setUpdatesEnabled(true);
-}
-
-// --- focus, in step with the recordset
-
-void TreeList::focusNode(int node)
-{
-    revealNode(node);
-    if (m_updateDepth > 0) {
-        recordFocus(node);
-        m_focusPending = true;
-        return;
-    }
-    recordFocus(node);
-    showFocusInView();
-}
-
-// Expands the collapsed ancestors, with the layout deferred so that it is redone once.
-void TreeList::revealNode(int node)
-{
-    const TreeListStructure &structure = m_model->structure();
-    for (int up = structure.parent(node); up >= 0; up = structure.parent(up)) {
-        const QModelIndex index = m_model->indexOfNode(up);
-        if (!m_view->isExpanded(index)) {
-            m_view->deferLayout();
-            m_view->expand(index);
-        }
-    }
-}
-
-void TreeList::showFocusInView()
-{
-    m_focusPending = false;
-    const int node = nodeId(m_focused);
-    if (node < 0)
-        return;
-    const int column = qMax(0, m_view->currentIndex().column());
-    const QModelIndex index = m_model->indexOfNode(node, column);
-    if (m_view->currentIndex() != index)
-        m_view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    m_view->scrollTo(index);
-}
-
-// The one place where the focus changes: the recordset follows and the change is announced.
-void TreeList::recordFocus(int node)
-{
-    if (node == nodeId(m_focused))
-        return;
-    if (!moveRecordsetTo(node)) {
-        // The recordset could not write the row it stands on and stayed there; so does the
-        // focus, once the view has finished its own change.
-        QMetaObject::invokeMethod(this, &TreeList::showFocusInView, Qt::QueuedConnection);
-        return;
-    }
-    const TreeListNode previous = m_focused;
-    m_focused = handle(node);
-    emit focusedNodeChanged(previous, m_focused);
-}
-
-bool TreeList::moveRecordsetTo(int node)
-{
-    const db::RecordsetPtr &recordset = m_model->recordset();
-    const int row = m_model->structure().row(node);
-    if (!recordset || recordset->currentRow() == row)
-        return true;
-    QScopedValueRollback guard(m_movingRecordset, true);
-    try {
-        recordset->setCurrentRow(row);
-    } catch (const db::DatabaseError &error) {
-        emit writeFailed(error);
-        return false;
-    }
-    return true;
-}
-
-void TreeList::onCurrentChanged(const QModelIndex &current)
-{
-    const int node = m_model->nodeOf(current);
-    if (node >= 0)
-        recordFocus(node);
-}
-
-void TreeList::onRecordsetRowChanged(int row)
-{
-    const int node = m_model->structure().nodeOfRow(row);
-    if (m_movingRecordset || node < 0)
-        return;
-    focusNode(node);
-}
-
-void TreeList::onCollapsed(const QModelIndex &index)
-{
-    const int node = m_model->nodeOf(index);
-    if (node >= 0 && m_model->structure().isAncestor(node, nodeId(m_focused)))
-        focusNode(node);
-}
-
-void TreeList::rememberExpandedNodes()
-{
-    m_expandedKeys.clear();
-    const TreeListStructure &structure = m_model->structure();
-    for (int node = 0; node < structure.count(); ++node) {
-        if (structure.childCount(node) > 0 && m_view->isExpanded(m_model->indexOfNode(node)))
-            m_expandedKeys.append(m_model->keyCode(node));
-    }
-}
-
-// The recordset changed its rows: nodes that were expanded stay so, and the focus goes to
-// the node of the recordset's current row.
-void TreeList::restoreAfterRebuild()
-{
-    const TreeListStructure &structure = m_model->structure();
-    if (!m_expandedKeys.isEmpty()) {
-        const QSet<quint64> expanded(m_expandedKeys.cbegin(), m_expandedKeys.cend());
-        m_expandedKeys.clear();
-        m_view->deferLayout();
-        for (int node = 0; node < structure.count(); ++node) {
-            if (structure.childCount(node) > 0 && expanded.contains(m_model->keyCode(node)))
-                m_view->expand(m_model->indexOfNode(node));
-        }
-    }
-    focusCurrentRow();
-}
-
 // --- values and cells
 
 QVariant TreeList::value(const TreeListNode &node, const QString &column) const
@@ -597,75 +358,6 @@ void TreeList::onMousePressed(const QModelIndex &index, Qt::MouseButton button, 
 {
     emit mouseDown(handle(m_model->nodeOf(index)), columnNameOf(index), button,
                    m_view->viewport()->mapTo(this, viewportPos));
-}
-
-// --- TreeListHooks: the delegates' calls become the public signals
-
-bool TreeList::startEditing(const QModelIndex &index)
-{
-    bool allow = true;
-    emit editingStarted(handle(m_model->nodeOf(index)), columnNameOf(index), allow);
-    return allow;
-}
-
-void TreeList::closeUp(const QModelIndex &index, const QVariant &value)
-{
-    emit editCloseUp(handle(m_model->nodeOf(index)), columnNameOf(index), value);
-}
-
-namespace {
-
-bool sameValue(const QVariant &stored, const QVariant &edited, TreeListColumnKind kind)
-{
-    if (stored.isNull() || edited.isNull())
-        return stored.isNull() && edited.isNull();
-    if (kind == TreeListColumnKind::Date)
-        return stored.toDateTime().date() == edited.toDate();
-    if (kind == TreeListColumnKind::ImageCombo) {
-        bool okStored = false;
-        bool okEdited = false;
-        const qint64 a = stored.toLongLong(&okStored);
-        const qint64 b = edited.toLongLong(&okEdited);
-        if (okStored && okEdited)
-            return a == b;
-    }
-    return stored.toString() == edited.toString();
-}
-
-} // namespace
-
-void TreeList::commitEdit(const QModelIndex &index, const QVariant &value, bool valid)
-{
-    const int node = m_model->nodeOf(index);
-    if (node < 0)
-        return;
-    const TreeListColumn &target = column(index.column());
-    if (sameValue(m_model->value(node, index.column()), value, target.kind))
-        return;
-    const TreeListNode editedNode = handle(node);
-    QVariant accepted = value;
-    bool accept = valid;
-    QString error = valid ? QString() : tr("Valore non valido");
-    emit validateEdit(editedNode, target.name, accepted, accept, error);
-    if (!accept) {
-        if (!error.isEmpty())
-            QToolTip::showText(m_view->viewport()->mapToGlobal(m_view->visualRect(index).bottomLeft()), error, m_view);
-        return;
-    }
-    if (m_model->writeValue(node, index.column(), accepted))
-        emit edited(editedNode, target.name);
-}
-
-QString TreeList::drawText(const QModelIndex &index, const QString &text)
-{
-    QString shown = text;
-    emit customDrawCell(handle(m_model->nodeOf(index)), columnNameOf(index), shown);
-    return shown;
-}
-
-void TreeList::buttonClicked(const QModelIndex &index)
-{
-    emit editButtonClicked(handle(m_model->nodeOf(index)), columnNameOf(index));
 }
 
 } // namespace fw

@@ -131,6 +131,7 @@ private:
     QString columnNameOf(const QModelIndex &index) const;
     void updateColumn(const QString &name, const std::function<void(TreeListColumn &)> &change);
     TreeListDelegate *delegateFor(const TreeListColumn &column) const;
+    void showColumn(int index, bool visible);
     void applyColumnWidths();
     void onSectionResized(int logicalIndex, int oldSize, int newSize);
 

@@ -12,6 +12,7 @@ TreeListHeader::TreeListHeader(QWidget *parent)
     setSectionsMovable(false);
     setHighlightSections(false);
     setStretchLastSection(false);
+    setMinimumSectionSize(8); // design widths may be narrower than the style's default minimum
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 

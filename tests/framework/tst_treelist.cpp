@@ -3,6 +3,7 @@
 #include "framework/treelist/treelistview.h"
 
 #include <QTest>
+#include <numeric>
 
 using fw::TreeListNode;
 
@@ -20,6 +21,7 @@ private slots:
     void collapsingAnAncestorTakesTheFocus();
     void recordsetChangesRebuildTheHierarchy();
     void unbindingEmptiesTheTree();
+    void designWidthsGiveColumnWidths();
 
 private:
     static QList<int> idsInTreeOrder(const TreeListFixture &f);
@@ -309,6 +311,38 @@ void TestTreeList::unbindingEmptiesTheTree()
     // Moving the recordset it was bound to no longer reaches the tree.
     f.recordset->moveLast();
     QVERIFY(!f.tree->focusedNode().isValid());
+}
+
+// Design widths are twips; filling the width, they are proportions.
+void TestTreeList::designWidthsGiveColumnWidths()
+{
+    TreeListFixture f;
+    QTreeView *view = f.tree->view();
+    f.tree->resize(800, 300);
+    f.tree->show();
+    const int dpi = f.tree->logicalDpiX();
+    QCOMPARE(view->columnWidth(0), fw::twipsToPixels(1200, dpi));
+    QCOMPARE(view->columnWidth(1), fw::twipsToPixels(300, dpi));
+
+    f.tree->setFillWidth(true);
+    const auto widths = [&] {
+        QList<int> result;
+        for (int i = 0; i < f.tree->columnCount(); ++i)
+            result.append(view->isColumnHidden(i) ? 0 : view->columnWidth(i));
+        return result;
+    };
+    const int available = view->viewport()->width();
+    QList<int> filled = widths();
+    QCOMPARE(std::accumulate(filled.begin(), filled.end(), 0), available);
+    QVERIFY(qAbs(filled.at(0) - 4 * filled.at(1)) <= 4); // 1200 against 300
+
+    // A hidden column leaves its share to the others and gets it back when shown again.
+    f.tree->setColumnVisible(QStringLiteral("trNOME"), false);
+    const QList<int> withoutName = widths();
+    QCOMPARE(withoutName.at(1), 0);
+    QCOMPARE(std::accumulate(withoutName.begin(), withoutName.end(), 0), available);
+    f.tree->setColumnVisible(QStringLiteral("trNOME"), true);
+    QCOMPARE(widths(), filled);
 }
 
 QTEST_MAIN(TestTreeList)
