@@ -2,11 +2,15 @@
 
 #include "data/distintastatements.h"
 #include "framework/recordframe.h"
+#include "framework/recordsetgrid.h"
+#include "framework/treelist/treelist.h"
 
 FRMGD_DISTINTA::FRMGD_DISTINTA(QWidget *parent)
     : FormFrame(parent)
 {
     setObjectName(QStringLiteral("FRMGD_DISTINTA"));
+    creaControlli();
+    collegaEventi();
     Form_Initialize();
 }
 
@@ -15,13 +19,6 @@ FRMGD_DISTINTA::~FRMGD_DISTINTA() = default;
 // Runs once, when the form object is created, before any host object is known.
 void FRMGD_DISTINTA::Form_Initialize()
 {
-}
-
-bool FRMGD_DISTINTA::activateForm()
-{
-    ImpostaFME_DISTINTE();
-    InizializzaScriptLayout();
-    return true;
 }
 
 // The editor's main frame holds no rows of its own: an empty node set with the name column.
@@ -35,4 +32,24 @@ void FRMGD_DISTINTA::ImpostaFME_DISTINTE()
 QString FRMGD_DISTINTA::companyChangeText() const
 {
     return QStringLiteral("Cambiando la ditta di lavoro è necessario uscire e rientrare nel programma.");
+}
+
+void FRMGD_DISTINTA::release(Release what)
+{
+    switch (what) {
+    case Release::GridWrapper:
+        GRD_ANAGRAFICHEDISTINTA->setRecordset(nullptr);
+        GRD_CERCADISTINTA->setRecordset(nullptr);
+        break;
+    case Release::HelperObjects:
+        DistruggiFrameworkDistinta();
+        TVW_DISTINTA->setRecordset(nullptr);
+        m_nodi.reset();
+        m_anagrafiche.reset();
+        m_risultatiRicerca.reset();
+        m_rsParametri.reset();
+        break;
+    case Release::FrameworkObjects:
+        break;
+    }
 }

@@ -1,0 +1,177 @@
+// Start-up of the editor: what the form prepares at load, what its first activation builds, and
+// the colours and captions that come from the host.
+#include "forms/distinta/frmgd_distinta.h"
+
+#include "framework/globalservices.h"
+#include "framework/recordsetgrid.h"
+#include "framework/themeservice.h"
+#include "framework/translationservice.h"
+#include "framework/treelist/treelist.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QStyle>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+
+namespace {
+
+const QList<std::pair<QString, QString>> gestioniCollegate = {
+    {QStringLiteral("Gestione listini e condizioni"), QStringLiteral("Listini")},
+    {QStringLiteral("Configurazione condizioni"), QStringLiteral("Provider")},
+    {QStringLiteral("Configurazione priorità"), QStringLiteral("Priorita")},
+    {QStringLiteral("Anagrafica distinta"), QStringLiteral("Distinta")},
+};
+
+void addMenuItem(QToolButton *button, const QString &caption, const QString &key)
+{
+    QAction *action = button->menu()->addAction(caption);
+    action->setData(key);
+}
+
+// The theme's colours and the tree's font on a plain grid.
+void applyGridColors(QTableWidget *grid, const fw::TreeListColors &colors, const QFont &font)
+{
+    QPalette palette = grid->palette();
+    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        if (colors.text.isValid())
+            palette.setColor(group, QPalette::Text, colors.text);
+    }
+    if (colors.highlight.isValid())
+        palette.setColor(QPalette::Active, QPalette::Highlight, colors.highlight);
+    if (colors.highlightText.isValid())
+        palette.setColor(QPalette::Active, QPalette::HighlightedText, colors.highlightText);
+    if (colors.hideSelection.isValid())
+        palette.setColor(QPalette::Inactive, QPalette::Highlight, colors.hideSelection);
+    grid->setPalette(palette);
+    grid->setFont(font);
+    grid->horizontalHeader()->setFont(font);
+    QStringList rules;
+    if (colors.gridLines.isValid())
+        rules << QStringLiteral("QTableView { gridline-color: %1; }").arg(colors.gridLines.name());
+    if (colors.header.isValid() && colors.headerText.isValid()) {
+        rules << QStringLiteral("QHeaderView::section { background-color: %1; color: %2; border: 0px;"
+                                " border-right: 1px solid %3; border-bottom: 1px solid %3; padding: 2px; }")
+                     .arg(colors.header.name(), colors.headerText.name(),
+                          (colors.gridLines.isValid() ? colors.gridLines : colors.header.darker()).name());
+    }
+    grid->setStyleSheet(rules.join(QLatin1Char(' ')));
+}
+
+} // namespace
+
+// The controls' events that the editor handles; the selector reacts to the user's clicks only,
+// never to a selection made by the code.
+void FRMGD_DISTINTA::collegaEventi()
+{
+    connect(TVW_SELDISTINTE, &QTreeWidget::itemClicked, this, &FRMGD_DISTINTA::TVW_SELDISTINTE_Click);
+    // Enter chooses a type too, where a click does not already activate the item.
+    if (!style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, TVW_SELDISTINTE))
+        connect(TVW_SELDISTINTE, &QTreeWidget::itemActivated, this, &FRMGD_DISTINTA::TVW_SELDISTINTE_Click);
+    connect(CMD_ESPANDICOLLASSA, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_ESPANDICOLLASSA_Click);
+    connect(TAB_VISUALIZZAGESTIONE, &QTabWidget::currentChanged, this, [this](int index) {
+        if (index == 1)
+            CaricaAnagraficheDistinta();
+    });
+    connect(GRD_ANAGRAFICHEDISTINTA, &fw::RecordsetGrid::headerClicked, this,
+            &FRMGD_DISTINTA::GRD_ANAGRAFICHEDISTINTA_HeaderClick);
+    connect(GRD_CERCADISTINTA, &fw::RecordsetGrid::buttonClicked, this, &FRMGD_DISTINTA::GRD_CERCADISTINTA_ButtonClick);
+    connect(TXTCERCA, &QLineEdit::returnPressed, this, &FRMGD_DISTINTA::TXTCERCA_KeyDown);
+    connect(CMD_CERCA->menu(), &QMenu::triggered, this,
+            [this](QAction *action) { CMD_CERCA_ButtonMenuClick(action->data().toString()); });
+    connect(CMD_RICERCA, &QPushButton::clicked, this,
+            [this] { cercaDaCaselle(QStringLiteral("CMD_RICERCA_ButtonClick")); });
+    connect(TXT_CODICE, &QLineEdit::returnPressed, this,
+            [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
+    connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
+            [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
+}
+
+void FRMGD_DISTINTA::loadForm()
+{
+    CBO_EREPROMO->clear();
+    CBO_EREPROMO->addItem(QStringLiteral("Eredita da capostipite"), 0);
+    CBO_EREPROMO->addItem(QStringLiteral("Eredita dal padre"), 1);
+    CBO_EREPROMO->addItem(QStringLiteral("Specifica per Cli/For Distinta"), 2);
+    CBO_EREPROMO->setCurrentIndex(0);
+    SplitterSetup();
+    TXT_IDPRIORITA_STRUTTURA->hide();
+    TXT_IDPRIORITA_LOCALIZZATA->hide();
+    TAB_VISUALIZZAGESTIONE->setCurrentIndex(0);
+    TAB_DETTAGLIOSOGGETTO->setCurrentIndex(0);
+}
+
+// The first activation, after the frame has linked the host and opened the form's connection.
+bool FRMGD_DISTINTA::activateForm()
+{
+    TraduzioneIntestazione_TVW_DISTINTA();
+    ImpostaFME_DISTINTE();
+    InizializzaScriptLayout();
+    InizializzaDistinte();
+    InizializzaQgrid();
+    step(QStringLiteral("Form_Activate"), [this] {
+        CMD_CERCA->menu()->clear();
+        addMenuItem(CMD_CERCA, QStringLiteral("Rag. Sociale"), QStringLiteral("RagSoc"));
+        addMenuItem(CMD_CERCA, QStringLiteral("Codice"), QStringLiteral("Codice"));
+        CMD_GESTIONICOLLEGATE->menu()->clear();
+        for (const auto &[caption, key] : gestioniCollegate)
+            addMenuItem(CMD_GESTIONICOLLEGATE, caption, key);
+    });
+    CaricaParametri();
+    SplitterReposition();
+    ColoriSTD();
+    return true;
+}
+
+// The host's theme colours on the tree and on the master-data sheet; without a theme the
+// designed colours stay.
+void FRMGD_DISTINTA::ColoriSTD()
+{
+    step(QStringLiteral("ColoriSTD"), [this] {
+        fw::GlobalServices *services = globals();
+        const std::shared_ptr<fw::ThemeService> theme = services ? services->createThemeService() : nullptr;
+        if (!theme)
+            return;
+        fw::TreeListColors colors;
+        colors.header = theme->color(QStringLiteral("GridHeaderColor"));
+        colors.text = theme->color(QStringLiteral("GridFontColor"));
+        colors.gridLines = theme->color(QStringLiteral("GridBorderColor"));
+        colors.footer = theme->color(QStringLiteral("GridFooterColor"));
+        colors.headerText = theme->color(QStringLiteral("GridHeaderFontColor"));
+        colors.hideSelection = theme->color(QStringLiteral("GridHideSelectionColor"));
+        colors.highlight = theme->color(QStringLiteral("GridHighLightColor"));
+        colors.highlightText = theme->color(QStringLiteral("GridHighLightFontColor"));
+        TVW_DISTINTA->setColors(colors);
+        applyGridColors(GRD_DATIANAGRAFICI, colors, QFont(QStringLiteral("Tahoma")));
+    });
+}
+
+void FRMGD_DISTINTA::TraduzioneIntestazione_TVW_DISTINTA()
+{
+    step(QStringLiteral("TraduzioneIntestazione_TVW_DISTINTA"), [this] {
+        TVW_DISTINTA->setBandCaption(traduci(TVW_DISTINTA->bandCaption()));
+        for (int i = 0; i < TVW_DISTINTA->columnCount(); ++i) {
+            const fw::TreeListColumn &column = TVW_DISTINTA->column(i);
+            TVW_DISTINTA->setColumnCaption(column.name, traduci(column.caption));
+        }
+    });
+}
+
+QString FRMGD_DISTINTA::testo(int id, const QString &defaultText) const
+{
+    fw::GlobalServices *services = globals();
+    fw::TranslationService *translation = services ? services->translationService() : nullptr;
+    return translation ? translation->text(id, defaultText) : defaultText;
+}
+
+QString FRMGD_DISTINTA::traduci(const QString &text) const
+{
+    fw::GlobalServices *services = globals();
+    fw::TranslationService *translation = services ? services->translationService() : nullptr;
+    return translation ? translation->translate(text) : text;
+}

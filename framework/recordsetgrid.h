@@ -1,0 +1,48 @@
+#pragma once
+
+#include "framework/recordsetgridcolumn.h"
+#include "platform/db/recordset.h"
+
+#include <QTableView>
+
+namespace fw {
+
+class RecordsetGridModel;
+
+// The suite's data-bound grid: a recordset's rows in declared columns (headings, widths in
+// twips, read-only, check-box flags, painted cells, button columns). The grid's current row
+// and the recordset's current row follow each other, as in a bound grid.
+class RecordsetGrid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit RecordsetGrid(QWidget *parent = nullptr);
+    ~RecordsetGrid() override;
+
+    // The columns shown, in this order; with none declared every field shows by its name.
+    void setColumns(const QList<RecordsetGridColumn> &columns);
+    // nullptr empties the grid.
+    void setRecordset(db::RecordsetPtr recordset);
+    db::RecordsetPtr recordset() const;
+
+    int columnOf(const QString &key) const;   // -1 when not shown
+    RecordsetGridModel *gridModel() const { return m_model; }
+
+signals:
+    // A button cell was pressed; row among the recordset's rows, key of its column.
+    void buttonClicked(int row, const QString &key);
+    // A column heading was clicked.
+    void headerClicked(const QString &key);
+
+private:
+    void applyWidths();
+    void onCurrentRowChanged(const QModelIndex &current);
+    void onRecordsetRowChanged(int row);
+
+    RecordsetGridModel *m_model;
+    QMetaObject::Connection m_rowConnection;
+    bool m_following = false;
+};
+
+} // namespace fw
