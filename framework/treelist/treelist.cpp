@@ -257,7 +257,11 @@ void TreeList::setHeaderFont(const QFont &font)
 
 void TreeList::setKeyField(const QString &name)
 {
+    if (name == keyField())
+        return;
     m_model->setKeyField(name);
+    if (recordset())
+        focusCurrentRow();
 }
 
 QString TreeList::keyField() const
@@ -267,7 +271,11 @@ QString TreeList::keyField() const
 
 void TreeList::setParentField(const QString &name)
 {
+    if (name == parentField())
+        return;
     m_model->setParentField(name);
+    if (recordset())
+        focusCurrentRow();
 }
 
 QString TreeList::parentField() const
