@@ -1,0 +1,158 @@
+#pragma once
+
+#include "forms/distinta/frmgd_distinta.h"
+#include "framework/recordsetgrid.h"
+#include "framework/treelist/treelist.h"
+#include "module/clsgd_distinta.h"
+#include "tests/support/scriptedhost.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QtTest>
+#include <optional>
+
+// What a test node has besides its type, kind and subject code.
+struct Nodo
+{
+    std::optional<qint64> parent;
+    std::optional<qint64> billingCode;
+    std::optional<qint64> structurePriority;
+    int company = 1;
+};
+
+// The editor on a fresh database holding only the rows a test writes: subjects, classification
+// types and nodes of company 1 (unless told otherwise), opened through the scripted host and
+// driven through its controls' names.
+class DistintaFixture
+{
+public:
+    DistintaFixture() : entry(host.createEntryClass()) {}
+    ~DistintaFixture() { delete form; }
+
+    void exec(const QString &sql) { host.database().connection()->execute(sql); }
+    QVariant scalar(const QString &sql) { return host.database().scalar(sql); }
+
+    void soggetto(int kind, int code, const QString &name, const QString &payment = {}, int company = 1)
+    {
+        const int general = ++m_generalCodes;
+        exec(QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) "
+                            "VALUES (%1, '%2', 'Verona', 'VR')")
+                 .arg(general).arg(QString(name).replace(QLatin1Char('\''), QLatin1String("''"))));
+        exec(QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16, "
+                            "CG44_CODPAG_CG62) VALUES (%1, %2, %3, %4, %5)")
+                 .arg(company).arg(kind).arg(code).arg(general)
+                 .arg(payment.isEmpty() ? QStringLiteral("NULL") : QLatin1Char('\'') + payment + QLatin1Char('\'')));
+    }
+
+    qint64 tipo(int kind, const QString &code, const QString &description, std::optional<qint64> division = {})
+    {
+        exec(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
+                            "GD01_INDTIPOSOGG, GD01_IDDIV_CO1A) VALUES (1, '%1', '%2', %3, %4)")
+                 .arg(code, description).arg(kind)
+                 .arg(division ? QString::number(*division) : QStringLiteral("NULL")));
+        return scalar(QStringLiteral("SELECT MAX(GD01_ID) FROM GD01_TIPODISTINTA")).toLongLong();
+    }
+
+    qint64 divisione(const QString &code, const QString &description)
+    {
+        exec(QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) "
+                            "VALUES (1, '%1', '%2')").arg(code, description));
+        return scalar(QStringLiteral("SELECT MAX(CO1A_IDDIV) FROM CO1A_ANAGDIVISIONI")).toLongLong();
+    }
+
+    // A node of a type; a null code or parent is written as NULL.
+    qint64 nodo(qint64 type, int kind, std::optional<int> code, const Nodo &extra = {})
+    {
+        const auto value = [](const auto &optional) {
+            return optional ? QString::number(*optional) : QStringLiteral("NULL");
+        };
+        exec(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
+                            "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
+                            "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09) "
+                            "VALUES (%1, %2, %3, %4, %5, '2024-01-01 00:00:00', '2099-12-31 00:00:00', %6, %7)")
+                 .arg(type).arg(value(extra.parent)).arg(extra.company).arg(kind).arg(value(code))
+                 .arg(value(extra.billingCode), value(extra.structurePriority)));
+        return scalar(QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA")).toLongLong();
+    }
+
+    FRMGD_DISTINTA *apri()
+    {
+        form = host.openEditor(*entry);
+        form->resize(1400, 900);
+        form->layout()->activate();
+        return form;
+    }
+
+    template<typename Control>
+    Control *control(const QString &name) const
+    {
+        Control *found = form->findChild<Control *>(name);
+        if (!found)
+            qFatal("no control %s", qPrintable(name));
+        return found;
+    }
+
+    fw::TreeList *albero() const { return control<fw::TreeList>(QStringLiteral("TVW_DISTINTA")); }
+    QTreeWidget *selettore() const { return control<QTreeWidget>(QStringLiteral("TVW_SELDISTINTE")); }
+    QString titolo() const { return control<QLabel>(QStringLiteral("lblDescDistinta"))->text(); }
+    QString didascaliaLivelli() const { return control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->text(); }
+
+    QTreeWidgetItem *voce(const QString &key) const
+    {
+        for (QTreeWidgetItemIterator it(selettore()); *it; ++it) {
+            if ((*it)->data(0, Qt::UserRole).toString() == key)
+                return *it;
+        }
+        return nullptr;
+    }
+
+    // A click of the user on a node of the selector.
+    void clicca(const QString &key)
+    {
+        QTreeWidget *tree = selettore();
+        control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->setCurrentIndex(0);
+        QTreeWidgetItem *item = voce(key);
+        QVERIFY2(item, qPrintable(key));
+        tree->scrollToItem(item);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+    }
+
+    // The subject codes of the tree in tree order, a level's depth shown by dots ("10", ".20").
+    QStringList codiciAlbero() const
+    {
+        QStringList codes;
+        for (fw::TreeListNode node = albero()->firstNode(); node.isValid(); node = node.next())
+            codes << QString(node.level(), QLatin1Char('.')) + node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
+        return codes;
+    }
+
+    QString codiceFocalizzato() const
+    {
+        return albero()->focusedNode().value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
+    }
+
+    // Every value of a field of a recordset, in row order.
+    static QVariantList colonna(const db::RecordsetPtr &recordset, const QString &field)
+    {
+        QVariantList values;
+        const int index = recordset->fieldIndex(field);
+        for (int row = 0; row < recordset->recordCount(); ++row)
+            values << recordset->valueAt(row, index);
+        return values;
+    }
+
+    ScriptedHost host;
+    std::unique_ptr<CLSGD_DISTINTA> entry;
+    QPointer<FRMGD_DISTINTA> form;
+
+private:
+    int m_generalCodes = 0;
+};
