@@ -220,6 +220,6 @@ private:
     db::RecordsetPtr m_risultatiRicerca;
     bool m_ricercaInCorso = false;
 
-    double m_quotaGestione = 0.28;    // share of the width taken by the management panel
-    double m_quotaDistinta = 0.66;    // share of the right side's height taken by the tree
+    double m_quotaGestione = 0.30;    // share of the width taken by the management panel
+    double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree
 };

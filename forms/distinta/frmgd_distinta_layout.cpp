@@ -125,6 +125,7 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     titleFont.setBold(true);
     lblDescDistinta->setFont(titleFont);
     lblDescDistinta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblDescDistinta->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     CMB_LIVELLO = named(new QComboBox, QStringLiteral("CMB_LIVELLO"));
     CMB_LIVELLO->setMinimumContentsLength(10);
@@ -135,31 +136,36 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     CMD_CERCA = menuButton(QStringLiteral("CMD_CERCA"), QStringLiteral("Cerca"));
     TXT_GD02_STATO = named(new QLineEdit, QStringLiteral("TXT_GD02_STATO"));
     TXT_GD02_STATO->setReadOnly(true);
+    TXT_GD02_STATO->setMinimumWidth(120);
     TXT_GD02_STATO->setMaximumWidth(160);
     CMD_STAMPA = button(QStringLiteral("CMD_STAMPA"), QStringLiteral("Stampa"));
     CMD_PARAMETRI = button(QStringLiteral("CMD_PARAMETRI"), QStringLiteral("Parametri"));
     CMD_GESTIONICOLLEGATE = menuButton(QStringLiteral("CMD_GESTIONICOLLEGATE"), QStringLiteral("Gestioni collegate"));
 
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(CMB_LIVELLO);
-    buttons->addWidget(CMD_ESPANDICOLLASSA);
-    buttons->addSpacing(12);
-    buttons->addWidget(TXTCERCA);
-    buttons->addWidget(CMD_CERCA);
-    buttons->addStretch();
-    buttons->addWidget(new QLabel(QStringLiteral("Stato")));
-    buttons->addWidget(TXT_GD02_STATO);
-    buttons->addWidget(CMD_STAMPA);
-    buttons->addWidget(CMD_PARAMETRI);
-    buttons->addWidget(CMD_GESTIONICOLLEGATE);
+    // The header line shares its row with the buttons that open other work; the tree's own
+    // tools (levels, search, state) sit on the row below.
+    auto *header = new QHBoxLayout;
+    header->addWidget(lblDescDistinta, 1);
+    header->addWidget(CMD_STAMPA);
+    header->addWidget(CMD_PARAMETRI);
+    header->addWidget(CMD_GESTIONICOLLEGATE);
+    auto *tools = new QHBoxLayout;
+    tools->addWidget(CMB_LIVELLO);
+    tools->addWidget(CMD_ESPANDICOLLASSA);
+    tools->addSpacing(12);
+    tools->addWidget(TXTCERCA);
+    tools->addWidget(CMD_CERCA);
+    tools->addStretch();
+    tools->addWidget(new QLabel(QStringLiteral("Stato")));
+    tools->addWidget(TXT_GD02_STATO);
 
     TVW_DISTINTA = named(new fw::TreeList, QStringLiteral("TVW_DISTINTA"));
     creaColonneDistinta();
 
     auto *layout = new QVBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(lblDescDistinta);
-    layout->addLayout(buttons);
+    layout->addLayout(header);
+    layout->addLayout(tools);
     layout->addWidget(TVW_DISTINTA, 1);
     return page(layout);
 }
