@@ -150,6 +150,7 @@ private:
     QString traduci(const QString &text) const;
 
     // subject list and search
+    void TAB_VISUALIZZAGESTIONE_Click(int index);
     void GRD_ANAGRAFICHEDISTINTA_HeaderClick(const QString &key);
     void GRD_CERCADISTINTA_ButtonClick(int row, const QString &key);
     void TXTCERCA_KeyDown();

@@ -38,6 +38,13 @@ void FRMGD_DISTINTA::CaricaAnagraficheDistinta()
     SplitterReposition();
 }
 
+// Showing the "Anagrafiche" page rebuilds the list, so that it reflects the trees as they are now.
+void FRMGD_DISTINTA::TAB_VISUALIZZAGESTIONE_Click(int index)
+{
+    if (index == 1 && connection())
+        CaricaAnagraficheDistinta();
+}
+
 // Dropping a table that is not there is no failure worth a word.
 void FRMGD_DISTINTA::EliminaTabellaTemp(const QString &table, const db::ConnectionPtr &connection)
 {

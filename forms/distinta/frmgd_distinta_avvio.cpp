@@ -74,10 +74,7 @@ void FRMGD_DISTINTA::collegaEventi()
     if (!style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, TVW_SELDISTINTE))
         connect(TVW_SELDISTINTE, &QTreeWidget::itemActivated, this, &FRMGD_DISTINTA::TVW_SELDISTINTE_Click);
     connect(CMD_ESPANDICOLLASSA, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_ESPANDICOLLASSA_Click);
-    connect(TAB_VISUALIZZAGESTIONE, &QTabWidget::currentChanged, this, [this](int index) {
-        if (index == 1)
-            CaricaAnagraficheDistinta();
-    });
+    connect(TAB_VISUALIZZAGESTIONE, &QTabWidget::currentChanged, this, &FRMGD_DISTINTA::TAB_VISUALIZZAGESTIONE_Click);
     connect(GRD_ANAGRAFICHEDISTINTA, &fw::RecordsetGrid::headerClicked, this,
             &FRMGD_DISTINTA::GRD_ANAGRAFICHEDISTINTA_HeaderClick);
     connect(GRD_CERCADISTINTA, &fw::RecordsetGrid::buttonClicked, this, &FRMGD_DISTINTA::GRD_CERCADISTINTA_ButtonClick);

@@ -2,7 +2,9 @@
 #include "framework/dictionarytranslationservice.h"
 #include "tests/forms/distintafixture.h"
 
+#include <QMenu>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 class TestDistintaAlbero : public QObject
 {
@@ -197,6 +199,43 @@ private slots:
         QCOMPARE(QSet<QString>(statements.cbegin(), statements.cend()), QSet<QString>(expected.cbegin(), expected.cend()));
         QCOMPARE(statements.size(), expected.size());
         QVERIFY(f.host.log().isQuiet());
+    }
+
+    // Every area the editor will hold is in place, the managements' menu is filled at start-up
+    // and the theme's colours reach the tree.
+    void theFormHoldsEveryAreaFromTheStart()
+    {
+        Clienti f;
+        f.apri();
+        for (const char *name : {"TAB_VISUALIZZAGESTIONE", "TVW_SELDISTINTE", "GRD_ANAGRAFICHEDISTINTA", "CMD_ADDANAGR",
+                                 "CMD_ADDANAGRCAPO", "CMD_REMANAGR", "TXT_CODICE", "TXT_RAGIONESOC", "CMD_RICERCA",
+                                 "GRD_CERCADISTINTA", "TAB_DETTAGLIOSOGGETTO", "GRD_DATIANAGRAFICI", "GRD_PROMO",
+                                 "GRD_PREMI", "lblDescDistinta", "CMB_LIVELLO", "CMD_ESPANDICOLLASSA", "TXTCERCA",
+                                 "CMD_CERCA", "CMD_STAMPA", "CMD_PARAMETRI", "CMD_GESTIONICOLLEGATE", "CBO_EREPROMO",
+                                 "TXT_GD02_STATO", "TXT_IDPRIORITA_STRUTTURA", "TXT_IDPRIORITA_LOCALIZZATA",
+                                 "TXT_GD02_ID", "SPLITTERVerticale", "SPLITTERorizzontale", "TVW_DISTINTA"})
+            QVERIFY2(f.form->findChild<QWidget *>(QString::fromLatin1(name)), name);
+        auto *tabs = f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"));
+        QCOMPARE(tabs->count(), 3);
+        QCOMPARE(tabs->tabText(1), QStringLiteral("Anagrafiche"));
+        QCOMPARE(f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"))->count(), 3);
+        QVERIFY(f.control<QLineEdit>(QStringLiteral("TXT_IDPRIORITA_STRUTTURA"))->isHidden());
+        QVERIFY(f.control<QLineEdit>(QStringLiteral("TXT_GD02_ID"))->isHidden());
+
+        auto *promo = f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"));
+        QCOMPARE(promo->count(), 3);
+        QCOMPARE(promo->itemText(2), QStringLiteral("Specifica per Cli/For Distinta"));
+        QCOMPARE(promo->itemData(2).toInt(), 2);
+
+        QStringList managements;
+        for (QAction *action : f.control<QToolButton>(QStringLiteral("CMD_GESTIONICOLLEGATE"))->menu()->actions())
+            managements << action->text() + QLatin1Char('=') + action->data().toString();
+        QCOMPARE(managements, QStringList({"Gestione listini e condizioni=Listini", "Configurazione condizioni=Provider",
+                                           "Configurazione priorità=Priorita", "Anagrafica distinta=Distinta"}));
+
+        QCOMPARE(f.albero()->colors().highlight, QColor(0, 0, 128));          // GridHighLightColor
+        QCOMPARE(f.albero()->colors().gridLines, QColor(192, 192, 192));      // GridBorderColor
+        QCOMPARE(f.albero()->font().family(), QStringLiteral("Tahoma"));
     }
 
     void captionsAndRootsPassThroughTheDictionary()
