@@ -32,9 +32,15 @@ double processCpuMs()
 
 Timing measure(int runs, const std::function<void()> &work)
 {
+    return measure(runs, [] {}, work);
+}
+
+Timing measure(int runs, const std::function<void()> &prepare, const std::function<void()> &work)
+{
     std::vector<double> times;
     double bestCpu = 0;
     for (int i = 0; i < std::max(runs, 1); ++i) {
+        prepare();
         const double cpuStart = processCpuMs();
         times.push_back(timeMs(work));
         const double cpu = processCpuMs() - cpuStart;

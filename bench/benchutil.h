@@ -24,6 +24,9 @@ struct Timing
 
 // Runs work `runs` times (at least once) and returns the best and the median time.
 Timing measure(int runs, const std::function<void()> &work);
+// The same with prepare run before each run, outside the timing: to bring back the state the
+// timed work starts from, or to drop what the previous run left.
+Timing measure(int runs, const std::function<void()> &prepare, const std::function<void()> &work);
 
 // One run of work, wall clock in milliseconds.
 double timeMs(const std::function<void()> &work);

@@ -1,0 +1,433 @@
+// The tree editor on the large generated databases, through the real form and its public
+// procedures: the phases of CaricaDistinta, the memory of a loaded tree, painting the tree's
+// viewport (which must run no statement), the subject list and the search in the tree. Every
+// time is set against the floor measured in the same run: the bare node query stepped through
+// with sqlite3.
+//
+//   bench_editor [--db-dir DIR] [--sizes 100000,1000000] [--runs N]
+//
+// Without --runs each figure takes the best of 5 runs at 100,000 nodes and of 3 from 1,000,000.
+
+#include "benchtable.h"
+#include "benchutil.h"
+
+#include "db/demodatabase.h"
+#include "forms/distinta/frmgd_distinta.h"
+#include "framework/defaulttheme.h"
+#include "framework/dictionarytranslationservice.h"
+#include "framework/hostcontext.h"
+#include "framework/hostglobalservices.h"
+#include "framework/sqlworkflowstateservice.h"
+#include "framework/treelist/treelist.h"
+#include "framework/treelist/treelistmodel.h"
+#include "framework/treelist/treelistview.h"
+#include "module/clsgd_distinta.h"
+#include "platform/db/backend.h"
+#include "platform/db/databaseerror.h"
+#include "platform/db/recordsetdata.h"
+#include "platform/db/tsqltranslator.h"
+#include "platform/os/windowupdatelock.h"
+#include "tests/support/scriptedlogservice.h"
+#include "tests/support/scriptednavigator.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QImage>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <malloc.h>
+#include <sqlite3.h>
+#include <vector>
+
+namespace {
+
+// ---- a witness of statements that does not go through the module: every connection this
+// process opens gets a trace callback that counts each statement SQLite starts.
+
+std::atomic<qint64> startedStatements{0};
+
+int countStatement(unsigned, void *, void *, void *)
+{
+    ++startedStatements;
+    return 0;
+}
+
+int installStatementCounter(sqlite3 *handle, char **, const sqlite3_api_routines *)
+{
+    sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, countStatement, nullptr);
+    return SQLITE_OK;
+}
+
+// ---- the shell as it opens the editor, on an existing database file: login context of
+// company 1, standard dictionary and theme, a log service that records instead of asking.
+
+class EditorHost
+{
+public:
+    explicit EditorHost(const QString &databasePath)
+        : m_connection(db::Connection::open(dbsetup::sqliteConnectionString(databasePath)))
+        , m_log(std::make_shared<ScriptedLogService>())
+        , m_translations(std::make_shared<fw::DictionaryTranslationService>())
+        , m_theme(std::make_shared<fw::DefaultTheme>())
+    {
+        m_globals.setWorkingCompany(1);
+        m_globals.setUser(QStringLiteral("bench"));
+        m_globals.setUserGroup(QStringLiteral("ADMIN"));
+        m_globals.setApplicationTitle(QStringLiteral("VRAX Bench"));
+        m_globals.setTranslationService(m_translations);
+        m_globals.setLogServiceFactory([log = m_log] { return log; });
+        m_globals.setThemeFactory([theme = m_theme] { return theme; });
+        m_globals.setWorkflowStateService(std::make_shared<fw::SqlWorkflowStateService>(
+            m_connection, m_globals.user(), m_globals.userGroup()));
+    }
+
+    ~EditorHost()
+    {
+        delete m_form;
+        m_entry.reset();
+    }
+
+    // ShowForm on a new entry class, then the first activation: the editor loads the first
+    // customer type, which is the large tree.
+    FRMGD_DISTINTA *openEditor()
+    {
+        m_entry = std::make_unique<CLSGD_DISTINTA>();
+        fw::HostContext context;
+        context.globals = &m_globals;
+        context.connection = m_connection;
+        context.navigator = &m_navigator;
+        context.caption = QStringLiteral("Distinta di classificazione");
+        context.menuModulo = QStringLiteral("GD");
+        context.menuPadre = QStringLiteral("GD00");
+        context.menuProg = QStringLiteral("GD01");
+        fw::fillHostContract(*m_entry, context);
+        m_entry->ShowForm();
+        m_form = m_entry->form();
+        if (m_form)
+            m_form->Form_Activate();
+        return m_form;
+    }
+
+    db::ConnectionPtr connection() const { return m_connection; }
+    ScriptedLogService &log() { return *m_log; }
+
+private:
+    db::ConnectionPtr m_connection;
+    std::shared_ptr<ScriptedLogService> m_log;
+    std::shared_ptr<fw::DictionaryTranslationService> m_translations;
+    std::shared_ptr<fw::DefaultTheme> m_theme;
+    fw::HostGlobalServices m_globals;
+    ScriptedNavigator m_navigator;
+    std::unique_ptr<CLSGD_DISTINTA> m_entry;
+    QPointer<FRMGD_DISTINTA> m_form;
+};
+
+[[noreturn]] void fail(const QString &what)
+{
+    QTextStream(stderr) << "bench_editor: " << what << '\n';
+    std::exit(1);
+}
+
+void check(bool condition, const QString &what)
+{
+    if (!condition)
+        fail(what);
+}
+
+QString ms(double value)
+{
+    return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
+}
+
+// One table row for a timed figure: best wall time, ratio to the floor; median, CPU and runs in
+// the note, with the verdict when the figure has the 2x target.
+enum class Target { None, TwiceFloor };
+
+void addTiming(bench::BenchTable &table, const QString &figure, const bench::Timing &timing,
+               double floorMs, Target target = Target::None, const QString &remark = {})
+{
+    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
+                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
+                       .arg(timing.runs);
+    if (target == Target::TwiceFloor)
+        note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
+                                              : QStringLiteral("; target <= 2x: MISSED");
+    if (!remark.isEmpty())
+        note += QStringLiteral("; ") + remark;
+    table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
+}
+
+// The tree's viewport brought to about width x height by sizing the form around it.
+QSize sizeViewport(FRMGD_DISTINTA *form, QWidget *viewport, QSize wanted)
+{
+    form->resize(wanted);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        QCoreApplication::processEvents();
+        const QSize now = viewport->size();
+        if (now.width() >= wanted.width() && now.height() >= wanted.height())
+            break;
+        const QSize grow(std::max(0, wanted.width() - now.width()), std::max(0, wanted.height() - now.height()));
+        form->resize(form->size() + grow + QSize(8, 8));
+    }
+    QCoreApplication::processEvents();
+    return viewport->size();
+}
+
+// A row near the end of the recordset whose name no other row holds, so that the search by name
+// has to read every row before it; -1 when every name is shared.
+int uniqueNameNearEnd(const db::Recordset &nodes, int nameField)
+{
+    QHash<QString, int> counts;
+    const int rows = nodes.recordCount();
+    for (int row = 0; row < rows; ++row)
+        ++counts[nodes.valueAt(row, nameField).toString().toLower()];
+    for (int row = rows - 1; row >= 0; --row) {
+        if (counts.value(nodes.valueAt(row, nameField).toString().toLower()) == 1)
+            return row;
+    }
+    return -1;
+}
+
+// Every node that has children is expanded, and the view has laid out a row for the last node.
+bool fullyExpanded(fw::TreeList *tree)
+{
+    fw::TreeListNode last;
+    for (fw::TreeListNode node = tree->firstNode(); node.isValid(); node = node.next()) {
+        if (node.hasChildren() && !node.isExpanded())
+            return false;
+        last = node;
+    }
+    return last.isValid() && tree->view()->visualRect(tree->model()->indexOfNode(last.id())).isValid();
+}
+
+// Statements in a DISTINTA_SQL_TRACE file: each ends with a line holding only "GO".
+int tracedStatements(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return int(file.readAll().split('\n').count("GO"));
+}
+
+int runsFor(int nodes, const QStringList &arguments, int optionRuns)
+{
+    if (arguments.contains(QStringLiteral("--runs")))
+        return optionRuns;
+    return nodes >= 1000000 ? 3 : 5;
+}
+
+void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable &table)
+{
+    const QString size = QString::number(database.nodes);
+    if (database.generationMs > 0)
+        table.addRow(QStringLiteral("database generation"), database.generationMs, QStringLiteral("ms"));
+
+    // ---- the floor
+    const bench::Floor floor = bench::measureFloor(database, runs);
+    const double floorMs = floor.timing.bestMs;
+    addTiming(table, QStringLiteral("floor: node query stepped with sqlite3"), floor.timing, floorMs,
+              Target::None, QStringLiteral("%1 rows").arg(floor.rows));
+
+    // ---- opening the editor: start-up and the first load of the large tree, and its memory
+    malloc_trim(0);
+    bench::resetPeakMemory();
+    const bench::Memory before = bench::memoryUsage();
+    EditorHost host(database.path);
+    FRMGD_DISTINTA *form = nullptr;
+    const qint64 statementsBeforeOpen = startedStatements;
+    const double openMs = bench::timeMs([&] { form = host.openEditor(); });
+    const qint64 openStatements = startedStatements - statementsBeforeOpen;
+    const bench::Memory loaded = bench::memoryUsage();
+    check(form, QStringLiteral("the editor did not open"));
+    check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
+    fw::TreeList *tree = form->findChild<fw::TreeList *>(QStringLiteral("TVW_DISTINTA"));
+    check(tree && form->nodi() && form->nodi()->recordCount() == floor.rows && tree->count() == floor.rows,
+          QStringLiteral("the tree does not hold the %1 rows of the floor").arg(floor.rows));
+
+    table.addRow(QStringLiteral("open editor (start-up + first CaricaDistinta)"), openMs, QStringLiteral("ms"),
+                 floorMs, QStringLiteral("1 run; %1 statements").arg(openStatements));
+    const double peakKb = double(loaded.peakKb - before.currentKb);
+    const double residentKb = double(loaded.currentKb - before.currentKb);
+    table.addRow(QStringLiteral("peak memory growth, open + load"), peakKb / 1024.0, QStringLiteral("MB"));
+    table.addRow(QStringLiteral("peak memory per node"), peakKb * 1024.0 / database.nodes, QStringLiteral("B"),
+                 std::nullopt, peakKb * 1024.0 / database.nodes < 1024 ? QStringLiteral("target < 1 KB: met")
+                                                                     : QStringLiteral("target < 1 KB: MISSED"));
+    table.addRow(QStringLiteral("resident after load, per node"), residentKb * 1024.0 / database.nodes,
+                 QStringLiteral("B"));
+
+    // ---- CaricaDistinta phase by phase, in its order, under its freeze of the tree
+    const QString sql = form->statementDistinta();
+    check(!sql.isEmpty(), QStringLiteral("no type is selected"));
+    addTiming(table, QStringLiteral("statementDistinta"),
+              bench::measure(runs, [&] { (void)form->statementDistinta(); }), floorMs);
+
+    const db::ConnectionPtr connection = host.connection();
+    std::shared_ptr<db::RecordsetData> rows;
+    const bench::Timing query = bench::measure(
+        runs, [&] { rows.reset(); },
+        [&] { rows = connection->backend().query(db::translateTsqlToSqlite(sql)); });
+    rows.reset();
+    addTiming(table, QStringLiteral("query: back end runs it, rows into cells"), query, floorMs);
+
+    db::RecordsetPtr nodes;
+    malloc_trim(0);
+    const qint64 withoutRowsKb = bench::memoryUsage().currentKb;
+    const bench::Timing load = bench::measure(runs, [&] { nodes.reset(); },
+                                              [&] { nodes = form->apriNodi(sql); });
+    const double rowsKb = double(bench::memoryUsage().currentKb - withoutRowsKb);
+    addTiming(table, QStringLiteral("load: apriNodi (query + recordset)"), load, floorMs, Target::TwiceFloor);
+    table.addRow(QStringLiteral("recordset on top of the query"), load.bestMs - query.bestMs,
+                 QStringLiteral("ms"), floorMs, QStringLiteral("apriNodi best - query best"));
+    table.addRow(QStringLiteral("of the resident memory: node rows, per node"), rowsKb * 1024.0 / database.nodes,
+                 QStringLiteral("B"), std::nullopt, QStringLiteral("one recordset more in memory"));
+
+    addTiming(table, QStringLiteral("caricaTestiDisegno (draw-time texts)"),
+              bench::measure(runs, [&] { form->caricaTestiDisegno(*nodes); }), floorMs);
+
+    {
+        os::WindowUpdateLock freeze(tree);
+        // Each build starts as in CaricaDistinta after a first load: no record frame, and a tree
+        // that lets go of its rows (outside the timing; the reload below times the whole).
+        const auto unbind = [&] {
+            form->DistruggiFrameworkDistinta();
+            tree->setRecordset(nullptr);
+        };
+        addTiming(table, QStringLiteral("build: legaAlbero"),
+                  bench::measure(runs, unbind, [&] { form->legaAlbero(nodes, sql); }), floorMs,
+                  Target::TwiceFloor);
+        addTiming(table, QStringLiteral("expand all: espandiTutto"),
+                  bench::measure(runs, [&] { unbind(); form->legaAlbero(nodes, sql); },
+                                 [&] { form->espandiTutto(); }),
+                  floorMs, Target::TwiceFloor);
+        addTiming(table, QStringLiteral("levels: CaricaLivelli"),
+                  bench::measure(runs, [&] { form->CaricaLivelli(); }), floorMs, Target::TwiceFloor,
+                  QStringLiteral("%1 levels").arg(form->livelloMassimo() + 1));
+    }
+    check(fullyExpanded(tree), QStringLiteral("espandiTutto left nodes collapsed"));
+    check(host.log().isQuiet(), QStringLiteral("a phase reported: ") + host.log().messageTexts().join(u'/'));
+
+    malloc_trim(0);
+    bench::resetPeakMemory();
+    const bench::Memory beforeReload = bench::memoryUsage();
+    addTiming(table, QStringLiteral("reload: CaricaDistinta whole"),
+              bench::measure(runs, [&] { form->CaricaDistinta(); }), floorMs, Target::None,
+              QStringLiteral("lets go of the previous tree too"));
+    table.addRow(QStringLiteral("peak memory growth, reload"),
+                 double(bench::memoryUsage().peakKb - beforeReload.currentKb) / 1024.0, QStringLiteral("MB"),
+                 std::nullopt, QStringLiteral("old and new rows alive together"));
+    nodes.reset();
+    check(tree->count() == floor.rows, QStringLiteral("the reload lost nodes"));
+
+    // ---- painting a full viewport at positions spread over the whole tree
+    form->show();
+    QWidget *viewport = tree->view()->viewport();
+    const QSize viewportSize = sizeViewport(form, viewport, QSize(1600, 1000));
+    QScrollBar *scroll = tree->view()->verticalScrollBar();
+    const int positions = 20;
+    QImage image(viewport->size(), QImage::Format_ARGB32_Premultiplied);
+
+    QTemporaryDir traceFolder;
+    const QString tracePath = traceFolder.filePath(QStringLiteral("paint.sql"));
+    qputenv("DISTINTA_SQL_TRACE", tracePath.toLocal8Bit());
+    const qint64 statementsBeforePaint = startedStatements;
+    int position = 0;
+    const bench::Timing paint = bench::measure(
+        positions * runs,
+        [&] {
+            scroll->setValue(int(qint64(scroll->maximum()) * (position++ % positions) / (positions - 1)));
+            QCoreApplication::processEvents();
+        },
+        [&] { viewport->render(&image); });
+    // What was painted last, to look at: BENCH_SNAPSHOT=<file.png>.
+    if (const QString snapshot = qEnvironmentVariable("BENCH_SNAPSHOT"); !snapshot.isEmpty())
+        image.save(snapshot);
+    const qint64 paintStatements = startedStatements - statementsBeforePaint;
+    const int traced = tracedStatements(tracePath);
+    // The trace must be live for its silence to mean something.
+    (void)connection->openRecordset(QStringLiteral("SELECT 1"));
+    const bool traceWorks = tracedStatements(tracePath) == traced + 1 && startedStatements > statementsBeforePaint;
+    qunsetenv("DISTINTA_SQL_TRACE");
+    check(traceWorks, QStringLiteral("the statement witnesses do not work"));
+    const int rowsPerViewport = viewport->height() / std::max(1, tree->view()->sizeHintForRow(0));
+
+    addTiming(table, QStringLiteral("paint: one full viewport"), paint, floorMs, Target::None,
+              QStringLiteral("%1x%2 px, %3 rows, %4 scroll positions")
+                  .arg(viewportSize.width()).arg(viewportSize.height()).arg(rowsPerViewport).arg(positions));
+    table.addRow(QStringLiteral("statements while painting (sqlite3 counter)"), double(paintStatements),
+                 QStringLiteral("stmts"), std::nullopt,
+                 paintStatements == 0 ? QStringLiteral("target 0: met") : QStringLiteral("target 0: MISSED"));
+    table.addRow(QStringLiteral("statements while painting (DISTINTA_SQL_TRACE)"), traced,
+                 QStringLiteral("stmts"), std::nullopt,
+                 traced == 0 ? QStringLiteral("target 0: met") : QStringLiteral("target 0: MISSED"));
+
+    // ---- the search in the tree, for a match near the end
+    QLineEdit *search = form->findChild<QLineEdit *>(QStringLiteral("TXTCERCA"));
+    check(search, QStringLiteral("no TXTCERCA"));
+    const db::RecordsetPtr bound = form->nodi();
+    const int nameField = bound->fieldIndex(QStringLiteral("RagioneSociale"));
+    const int codeField = bound->fieldIndex(QStringLiteral("GD02_CLIFOR_CG44"));
+    const int byName = uniqueNameNearEnd(*bound, nameField);
+    const int byCode = bound->recordCount() - 1;
+    const auto searchFor = [&](const QString &field, int row, int valueField, const QString &figure) {
+        if (row < 0) {
+            table.addRow(figure, 0, QStringLiteral("ms"), std::nullopt, QStringLiteral("no unique name to look for"));
+            return;
+        }
+        search->setText(bound->valueAt(row, valueField).toString());
+        const bench::Timing timing = bench::measure(runs, [&] { form->CercaNellaDistinta(field); });
+        check(bound->currentRow() == row && tree->focusedNode().isValid(),
+              QStringLiteral("%1 landed on row %2 instead of %3").arg(figure).arg(bound->currentRow()).arg(row));
+        addTiming(table, figure, timing, floorMs, Target::None,
+                  QStringLiteral("match at row %1 of %2").arg(row + 1).arg(bound->recordCount()));
+    };
+    searchFor(QStringLiteral("RagioneSociale"), byName, nameField, QStringLiteral("search by name: CercaNellaDistinta"));
+    searchFor(QStringLiteral("trGD02_CLIFOR_CG44"), byCode, codeField, QStringLiteral("search by code: CercaNellaDistinta"));
+
+    // ---- the subject list, every customer of the company
+    int subjects = 0;
+    const bench::Timing list = bench::measure(runs, [&] {
+        form->CaricaAnagraficheDistinta();
+        subjects = form->anagrafiche() ? form->anagrafiche()->recordCount() : 0;
+    });
+    check(subjects >= database.nodes, QStringLiteral("the subject list holds %1 rows").arg(subjects));
+    addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs, Target::None,
+              QStringLiteral("%1 subjects").arg(subjects));
+    check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("DISTINTA_SQL_TRACE"); // tracing every statement would distort the load times
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(installStatementCounter));
+
+    QApplication app(argc, argv);
+    const bench::Options options = bench::parseOptions(app.arguments());
+    bench::DatabaseFolder folder(options.databaseDir);
+
+    try {
+        for (const int nodes : options.sizes) {
+            const int runs = runsFor(nodes, app.arguments(), options.runs);
+            bench::BenchTable table(QStringLiteral("Tree editor, %1 nodes (%2 cores, best of %3)")
+                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(runs));
+            benchSize(folder.database(nodes), runs, table);
+            table.print();
+            malloc_trim(0);
+        }
+    } catch (const db::DatabaseError &error) {
+        fail(error.message() + u'\n' + error.statement());
+    }
+    return 0;
+}
