@@ -97,6 +97,48 @@ private slots:
         QVERIFY(f.host.log().isQuiet());
     }
 
+    // Every search starts again from the first row: an empty name matches that row, wherever
+    // the focus was; a code matches only the whole code, never a part of it.
+    void inTreeSearchesStartFromTheFirstRow()
+    {
+        Ricerca f;
+        f.apri();
+        f.cercaNellAlbero(QStringLiteral("20"), QStringLiteral("Codice"));
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("20"));
+
+        f.cercaNellAlbero(QString(), QStringLiteral("RagSoc"));
+        QCOMPARE(f.form->nodi()->currentRow(), 0);
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
+
+        f.cercaNellAlbero(QStringLiteral("Bar"), QStringLiteral("RagSoc"));   // "Bar Sport" comes first
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
+        f.cercaNellAlbero(QStringLiteral("0"), QStringLiteral("Codice"));      // in 10, 20 and 30, equal to none
+        QVERIFY(f.form->nodi()->eof());
+        f.cercaNellAlbero(QStringLiteral(" 10 "), QStringLiteral("Codice"));
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
+        f.cercaNellAlbero(QStringLiteral("pasticceria"), QStringLiteral("RagSoc"));   // any case
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("20"));
+        QVERIFY(f.host.log().isQuiet());
+    }
+
+    // Enter in the code box runs the cross-list search by code alone.
+    void enterInTheCodeBoxSearchesByCode()
+    {
+        Ricerca f;
+        f.apri();
+        f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->setCurrentIndex(2);
+        auto *code = f.control<QLineEdit>(QStringLiteral("TXT_CODICE"));
+        code->setText(QStringLiteral("30"));
+        QTest::keyClick(code, Qt::Key_Return);
+        QCOMPARE(f.risultato(QStringLiteral("ANAGRAFICA")), QVariantList({QStringLiteral("30-Bar Sport")}));
+        QCOMPARE(f.risultato(QStringLiteral("DITTA")), QVariantList({1}));   // not the other company's 30
+
+        code->setText(QStringLiteral("99"));
+        QTest::keyClick(code, Qt::Key_Return);
+        QCOMPARE(f.risultati()->model()->rowCount(), 0);
+        QCOMPARE(f.host.log().messageTexts(), QStringList({QStringLiteral("La ricerca non ha prodotto alcun risultato.")}));
+    }
+
     void searchAcrossEveryClassification()
     {
         Ricerca f;

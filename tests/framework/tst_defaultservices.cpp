@@ -3,6 +3,7 @@
 #include "framework/hostglobalservices.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/sqlworkflowstateservice.h"
+#include "platform/db/recordset.h"
 #include "tests/support/testdatabase.h"
 
 #include <QtTest>
@@ -65,6 +66,27 @@ private slots:
         globals.setVisibleDivisions({3, 7});
         QCOMPARE(globals.divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A")),
                  QStringLiteral(" AND (CO1C_IDDIV_CO1A IS NULL OR CO1C_IDDIV_CO1A IN (3,7))"));
+
+        // Appended to a real query it keeps the division-less rows and those of the visible
+        // divisions, and nothing else.
+        TestDatabase database;
+        database.connection()->execute(QStringLiteral(
+            "INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_IDDIV_CO1A) VALUES"
+            " (1, 'T', 'Tutte', NULL), (1, 'D3', 'Tre', 3), (1, 'D5', 'Cinque', 5), (1, 'D7', 'Sette', 7)"));
+        const auto visible = [&] {
+            const db::RecordsetPtr rows = database.connection()->openRecordset(
+                QStringLiteral("SELECT GD01_CODICE FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1")
+                + globals.divisionVisibility(QStringLiteral("GD01_IDDIV_CO1A")) + QStringLiteral(" ORDER BY GD01_CODICE"));
+            QStringList codes;
+            for (int row = 0; row < rows->recordCount(); ++row)
+                codes << rows->valueAt(row, 0).toString();
+            return codes;
+        };
+        QCOMPARE(visible(), QStringList({"D3", "D7", "T"}));
+        globals.setVisibleDivisions({5});
+        QCOMPARE(visible(), QStringList({"D5", "T"}));
+        globals.setVisibleDivisions({});
+        QCOMPARE(visible(), QStringList({"D3", "D5", "D7", "T"}));
     }
 
     void workflowStatesOfRows()
