@@ -13,17 +13,16 @@ void RecordsetData::indexFields()
 
 int RecordsetData::appendRow()
 {
-    cells.resize(cells.size() + size_t(fields.size()));
+    cells.resize(cells.size() + fields.size());
     deleted.push_back(0);
     return storedRowCount() - 1;
 }
 
 void RowStoreBuilder::finish(RecordsetData &data)
 {
-    const size_t total = m_cells.count();
-    m_cells.moveInto(data.cells);
-    const size_t rows = m_columns > 0 ? total / size_t(m_columns) : 0;
-    data.deleted.assign(rows, 0);
+    const qsizetype rows = m_columns > 0 ? m_cells.size() / m_columns : 0;
+    data.cells = std::move(m_cells);
+    data.deleted.assign(size_t(rows), 0);
 }
 
 } // namespace db

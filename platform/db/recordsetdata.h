@@ -1,6 +1,5 @@
 #pragma once
 
-#include "cellstorage.h"
 #include "field.h"
 
 #include <QHash>
@@ -24,13 +23,14 @@ struct PendingRow
 
 // The rows of a recordset, shared by the recordset and its clones. Cells are kept flat
 // (row after row, one QVariant per cell) so that large reads cost no allocation per row.
-// Internal to platform/db.
+// QVariant is relocatable, so the list grows with realloc, which moves a large block by
+// remapping its pages instead of copying the cells. Internal to platform/db.
 struct RecordsetData
 {
     QList<FieldInfo> fields;
     QStringList sourceColumns;          // base-table column a field writes to; empty when computed
     QHash<QString, int> fieldByName;    // lower-case name -> index (first of equal names)
-    CellVector cells;                   // row after row
+    QList<QVariant> cells;              // row after row
     std::vector<quint8> deleted;        // one flag per stored row
     QString statement;
     QString baseTable;                  // empty when edits stay in memory
@@ -41,17 +41,15 @@ struct RecordsetData
     int columnCount() const { return int(fields.size()); }
     int storedRowCount() const { return int(deleted.size()); }
     bool isWritable() const { return !baseTable.isEmpty(); }
-    QVariant &cell(int row, int column) { return cells[size_t(row) * size_t(fields.size()) + size_t(column)]; }
-    const QVariant &cell(int row, int column) const
-    {
-        return cells[size_t(row) * size_t(fields.size()) + size_t(column)];
-    }
+    QVariant &cell(int row, int column) { return cells[qsizetype(row) * fields.size() + column]; }
+    const QVariant &cell(int row, int column) const { return cells[qsizetype(row) * fields.size() + column]; }
 
     void indexFields();
     int appendRow(); // a row of nulls; returns its stored index
 };
 
-// Gathers the cells of a query's rows as they are read, built in place.
+// Gathers the cells of a query's rows as they are read; the recordset's rows change only once
+// the whole query has been read.
 class RowStoreBuilder
 {
 public:
@@ -60,14 +58,13 @@ public:
     template<typename... Args>
     void emplace(Args &&...args)
     {
-        ::new (m_cells.nextSlot()) QVariant(std::forward<Args>(args)...);
-        m_cells.added();
+        m_cells.emplaceBack(std::forward<Args>(args)...);
     }
     void finish(RecordsetData &data);
 
 private:
     int m_columns;
-    CellBuffer m_cells;
+    QList<QVariant> m_cells;
 };
 
 } // namespace db
