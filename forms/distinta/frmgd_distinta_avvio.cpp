@@ -3,6 +3,7 @@
 #include "forms/distinta/frmgd_distinta.h"
 
 #include "framework/globalservices.h"
+#include "framework/gridcolors.h"
 #include "framework/recordsetgrid.h"
 #include "framework/themeservice.h"
 #include "framework/translationservice.h"
@@ -32,35 +33,6 @@ void addMenuItem(QToolButton *button, const QString &caption, const QString &key
 {
     QAction *action = button->menu()->addAction(caption);
     action->setData(key);
-}
-
-// The theme's colours and the tree's font on a plain grid.
-void applyGridColors(QTableWidget *grid, const fw::TreeListColors &colors, const QFont &font)
-{
-    QPalette palette = grid->palette();
-    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        if (colors.text.isValid())
-            palette.setColor(group, QPalette::Text, colors.text);
-    }
-    if (colors.highlight.isValid())
-        palette.setColor(QPalette::Active, QPalette::Highlight, colors.highlight);
-    if (colors.highlightText.isValid())
-        palette.setColor(QPalette::Active, QPalette::HighlightedText, colors.highlightText);
-    if (colors.hideSelection.isValid())
-        palette.setColor(QPalette::Inactive, QPalette::Highlight, colors.hideSelection);
-    grid->setPalette(palette);
-    grid->setFont(font);
-    grid->horizontalHeader()->setFont(font);
-    QStringList rules;
-    if (colors.gridLines.isValid())
-        rules << QStringLiteral("QTableView { gridline-color: %1; }").arg(colors.gridLines.name());
-    if (colors.header.isValid() && colors.headerText.isValid()) {
-        rules << QStringLiteral("QHeaderView::section { background-color: %1; color: %2; border: 0px;"
-                                " border-right: 1px solid %3; border-bottom: 1px solid %3; padding: 2px; }")
-                     .arg(colors.header.name(), colors.headerText.name(),
-                          (colors.gridLines.isValid() ? colors.gridLines : colors.header.darker()).name());
-    }
-    grid->setStyleSheet(rules.join(QLatin1Char(' ')));
 }
 
 } // namespace
@@ -134,7 +106,7 @@ void FRMGD_DISTINTA::ColoriSTD()
         const std::shared_ptr<fw::ThemeService> theme = services ? services->createThemeService() : nullptr;
         if (!theme)
             return;
-        fw::TreeListColors colors;
+        fw::GridColors colors;
         colors.header = theme->color(QStringLiteral("GridHeaderColor"));
         colors.text = theme->color(QStringLiteral("GridFontColor"));
         colors.gridLines = theme->color(QStringLiteral("GridBorderColor"));
@@ -144,7 +116,10 @@ void FRMGD_DISTINTA::ColoriSTD()
         colors.highlight = theme->color(QStringLiteral("GridHighLightColor"));
         colors.highlightText = theme->color(QStringLiteral("GridHighLightFontColor"));
         TVW_DISTINTA->setColors(colors);
-        applyGridColors(GRD_DATIANAGRAFICI, colors, QFont(QStringLiteral("Tahoma")));
+        fw::applyGridColors(GRD_DATIANAGRAFICI, colors);
+        const QFont tahoma(QStringLiteral("Tahoma"));
+        GRD_DATIANAGRAFICI->setFont(tahoma);
+        GRD_DATIANAGRAFICI->horizontalHeader()->setFont(tahoma);
     });
 }
 

@@ -223,24 +223,10 @@ void TreeList::onSectionResized(int logicalIndex, int oldSize, int newSize)
 
 // --- looks
 
-void TreeList::setColors(const TreeListColors &colors)
+void TreeList::setColors(const GridColors &colors)
 {
     m_colors = colors;
-    QPalette palette = m_view->palette();
-    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        if (colors.text.isValid())
-            palette.setColor(group, QPalette::Text, colors.text);
-    }
-    if (colors.highlight.isValid())
-        palette.setColor(QPalette::Active, QPalette::Highlight, colors.highlight);
-    if (colors.highlightText.isValid())
-        palette.setColor(QPalette::Active, QPalette::HighlightedText, colors.highlightText);
-    if (colors.hideSelection.isValid()) {
-        palette.setColor(QPalette::Inactive, QPalette::Highlight, colors.hideSelection);
-        if (colors.text.isValid())
-            palette.setColor(QPalette::Inactive, QPalette::HighlightedText, colors.text);
-    }
-    m_view->setPalette(palette);
+    applyGridPalette(m_view, colors);
     m_view->bandHeader()->setColors(colors.header, colors.headerText, colors.gridLines);
     m_view->setHierarchyLineColor(colors.gridLines);
     for (TreeListDelegate *delegate : {m_plainDelegate, m_textDelegate, m_dateDelegate, m_comboDelegate, m_buttonDelegate})

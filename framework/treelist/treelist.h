@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/treelist/treelistcolors.h"
+#include "framework/gridcolors.h"
 #include "framework/treelist/treelistcolumn.h"
 #include "framework/treelist/treelisthooks.h"
 #include "framework/treelist/treelistnode.h"
@@ -53,8 +53,8 @@ public:
     bool fillWidth() const { return m_fillWidth; }
 
     // --- looks (setFont() sets the font of cells and header)
-    void setColors(const TreeListColors &colors);
-    const TreeListColors &colors() const { return m_colors; }
+    void setColors(const GridColors &colors);
+    const GridColors &colors() const { return m_colors; }
     void setHeaderFont(const QFont &font);
 
     // --- binding
@@ -156,7 +156,7 @@ private:
     TreeListDelegate *m_comboDelegate;
     TreeListDelegate *m_buttonDelegate;
     QMetaObject::Connection m_rowConnection;
-    TreeListColors m_colors;
+    GridColors m_colors;
     bool m_fillWidth = false;
     bool m_applyingWidths = false;
     TreeListNode m_focused;
