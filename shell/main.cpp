@@ -120,7 +120,6 @@ int main(int argc, char *argv[])
         std::make_shared<fw::SqlWorkflowStateService>(connection, options.user, options.userGroup));
 
     MainWindow window(globals, databaseDescription);
-    window.resize(1280, 800);
 
     fw::HostContext shell;
     shell.globals = &globals;
@@ -138,7 +137,12 @@ int main(int argc, char *argv[])
     QObject::connect(&window, &MainWindow::openEditorRequested, &window,
                      [&modules, &shell] { modules.open(editorProgramId, shell); });
 
-    window.show();
+    if (options.unattended()) {
+        window.resize(1280, 800);   // a picture of a known size, whatever the screen
+        window.show();
+    } else {
+        window.showMaximized();
+    }
     const bool opened = modules.open(editorProgramId, shell) != nullptr;
 
     if (options.unattended()) {

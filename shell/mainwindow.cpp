@@ -43,10 +43,11 @@ void MainWindow::addForm(QWidget *form)
     QMdiSubWindow *window = m_mdiArea->addSubWindow(form);
     window->setWindowTitle(form->windowTitle());
     connect(form, &QWidget::windowTitleChanged, window, &QWidget::setWindowTitle);
-    // Most of the area, leaving the sub-window's frame in sight; the user may maximise it.
+    // Opened maximized, the editor gets all the room there is; restored, the sub-window keeps
+    // most of the area with its frame in sight.
     const QSize area = m_mdiArea->viewport()->size();
     window->resize(area.isEmpty() ? QSize(1000, 700) : area * 0.95);
-    window->show();
+    window->showMaximized();
 }
 
 QStringList MainWindow::openForms() const
