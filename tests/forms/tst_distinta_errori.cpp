@@ -1,4 +1,5 @@
 #include "db/sqlitefile.h"
+#include "framework/dictionarytranslationservice.h"
 #include "framework/hostglobalservices.h"
 #include "tests/forms/distintafixture.h"
 
@@ -108,6 +109,7 @@ private slots:
         f.clicca(QStringLiteral("C%1").arg(f.b01));
         QCOMPARE(f.log->errorDialogs().size(), 1);
         QVERIFY(!f.form->frameDistinta());   // the old tree's frame was released before loading
+        QVERIFY(f.didascaliaLivelli() != f.host.translations().text(94563, QString()));   // nothing after it ran
         QVERIFY(f.log->messages().isEmpty());
 
         f.rimettiAnagrafiche();
@@ -129,6 +131,8 @@ private slots:
         QCOMPARE(f.log->errorDialogs().size(), 1);
         QCOMPARE(f.albero()->count(), 0);
         QVERIFY(!f.form->nodi());
+        // The statement after the failed one did run: the level button shows its neutral caption.
+        QCOMPARE(f.didascaliaLivelli(), f.host.translations().text(94563, QString()));
         QVERIFY(!f.form->frameDistinta());
 
         // With nothing loaded the in-tree search and the level button do nothing, silently.

@@ -137,6 +137,7 @@ private slots:
         QTest::newRow("yes/no/cancel, Yes default") << 3 << int(fw::Answer::Cancel);
         QTest::newRow("yes/no, No default") << 308 << int(fw::Answer::No);
         QTest::newRow("warning") << 48 << int(fw::Answer::Ok);
+        QTest::newRow("error dialog leaves") << 4370 << int(fw::Answer::Abort);
     }
 
     void escapeAnswersCancelOrTheDefault()
