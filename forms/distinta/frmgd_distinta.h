@@ -136,6 +136,9 @@ private:
     void creaColonneDistinta();
     void registraPosizioneSplitter();
 
+    // tree
+    void scaricaDistinta();
+
     // selector
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
     void aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind);

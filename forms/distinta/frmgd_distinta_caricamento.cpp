@@ -19,7 +19,9 @@
 void FRMGD_DISTINTA::CaricaDistinta()
 {
     const QString procedure = QStringLiteral("CaricaDistinta");
-    DistruggiFrameworkDistinta();
+    // The previous rows go before the new ones are read, so that a reload needs about the memory
+    // of a first load; a load that fails leaves an empty tree behind.
+    scaricaDistinta();
 
     QString sql;
     if (!step(procedure, [&] { sql = statementDistinta(); }) || sql.isEmpty())
@@ -32,17 +34,29 @@ void FRMGD_DISTINTA::CaricaDistinta()
     if (!nodi || nodi->isEmpty()) {
         // An empty classification is no failure: the tree simply shows nothing.
         m_nodi = nodi;
-        TVW_DISTINTA->setRecordset(nullptr);
-        CMB_LIVELLO->clear();
         return;
     }
 
     os::WindowUpdateLock freeze(TVW_DISTINTA);
     caricaTestiDisegno(*nodi);
-    if (!step(procedure, [&] { legaAlbero(nodi, sql); }))
+    if (!step(procedure, [&] { legaAlbero(nodi, sql); })) {
+        scaricaDistinta();
         return;
+    }
     espandiTutto();
     CaricaLivelli();
+}
+
+// Lets go of the loaded classification: its record frame, the tree's rows, the texts drawn in
+// its cells and its levels.
+void FRMGD_DISTINTA::scaricaDistinta()
+{
+    DistruggiFrameworkDistinta();
+    TVW_DISTINTA->setRecordset(nullptr);
+    m_nodi.reset();
+    m_ragioniSocialiFatt.clear();
+    m_descrizioniPriorita.clear();
+    CMB_LIVELLO->clear();
 }
 
 // The type identifier is the selected key without its first letter; a root's key ("P0", "P1")
