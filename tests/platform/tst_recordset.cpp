@@ -29,6 +29,8 @@ private slots:
     void writabilityFollowsTheStatement_data();
     void writabilityFollowsTheStatement();
     void gridEditConflictIsSignalled();
+    void valuesThatDoNotFitTheFieldAreRefused_data();
+    void valuesThatDoNotFitTheFieldAreRefused();
     void largeReadsKeepEveryRow();
 
 private:
@@ -380,6 +382,46 @@ void TestRecordset::gridEditConflictIsSignalled()
     QVERIFY(rs->setData(rs->index(0, 1), QStringLiteral("Rossi M.")));
     QCOMPARE(other->openRecordset(QStringLiteral("SELECT NOME FROM SOGG WHERE ID = 1"))->value(0).toString(),
              QStringLiteral("Rossi M."));
+}
+
+void TestRecordset::valuesThatDoNotFitTheFieldAreRefused_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("no 29 February in 2023") << "DATAFINE" << QVariant(QStringLiteral("29/02/2023"));
+    QTest::newRow("no 31 April") << "DATAFINE" << QVariant(QStringLiteral("31/04/2024"));
+    QTest::newRow("month 13") << "DATAFINE" << QVariant(QStringLiteral("2024-13-01"));
+    QTest::newRow("not a date") << "DATAFINE" << QVariant(QStringLiteral("domani"));
+    QTest::newRow("letters in a code") << "CODICE" << QVariant(QStringLiteral("12a"));
+    QTest::newRow("not an amount") << "IMPORTO" << QVariant(QStringLiteral("dieci"));
+}
+
+// A value the field cannot hold is refused before anything is written: the row keeps its
+// values, no change is pending and the database is untouched.
+void TestRecordset::valuesThatDoNotFitTheFieldAreRefused()
+{
+    QFETCH(QString, field);
+    QFETCH(QVariant, value);
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG WHERE ID = 1"));
+    const QVariant before = rs->value(field);
+    m_connection->clearErrors();
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, rs->setValue(field, value));
+    QCOMPARE(m_connection->errors().size(), 1);
+    QCOMPARE(m_connection->errors().first().source, QStringLiteral("Recordset"));
+    QVERIFY(m_connection->errors().first().description.contains(field));
+    QVERIFY(!rs->isEditing());
+    QCOMPARE(rs->value(field), before);
+    QVERIFY(!rs->setData(rs->index(0, rs->fieldIndex(field)), value));
+    QCOMPARE(rs->value(field), before);
+
+    // The day that exists goes through, as the user typed it.
+    rs->setValue(QStringLiteral("DATAFINE"), QStringLiteral("29/02/2024"));
+    rs->update();
+    RecordsetPtr check = m_connection->openRecordset(QStringLiteral(
+        "SELECT DATAFINE, CODICE, IMPORTO FROM SOGG WHERE ID = 1"));
+    QCOMPARE(check->value(0).toDateTime(), QDateTime(QDate(2024, 2, 29), QTime(0, 0)));
+    QCOMPARE(check->value(1).toInt(), 10);
+    QCOMPARE(check->value(2).toDouble(), 1.5);
 }
 
 void TestRecordset::largeReadsKeepEveryRow()
