@@ -107,10 +107,14 @@ struct Recordset::Private
     {
         const FieldInfo &info = data->fields.at(field);
         bool ok = true;
-        const QVariant converted = storedvalues::coerce(value, info.type, &ok);
+        QVariant converted = storedvalues::coerce(value, info.type, &ok);
         if (!ok)
             raise(makeError(QStringLiteral("Valore non valido per il campo %1: %2").arg(info.name, value.toString()),
                             recordsetSource));
+        // Kept as the database stores it, so that the next update's check of the original
+        // value compares like with like.
+        if (info.type == FieldType::Decimal && !converted.isNull())
+            converted = storedvalues::roundToScale(converted.toDouble(), info.numericScale);
         QVariant &cell = data->cell(stored, field);
         const bool pending = data->pending.count(stored) > 0;
         if (!pending && storedvalues::sameValue(cell, converted) && cell.metaType() == converted.metaType())

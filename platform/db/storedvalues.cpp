@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 #include <array>
+#include <cmath>
 
 namespace db::storedvalues {
 
@@ -123,6 +124,12 @@ QDateTime parseDateTime(const QString &text)
 QString formatDateTime(const QDateTime &value)
 {
     return value.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+double roundToScale(double value, int scale)
+{
+    const double factor = std::pow(10.0, scale);
+    return std::round(value * factor) / factor;
 }
 
 QVariant coerce(const QVariant &value, FieldType type, bool *ok)

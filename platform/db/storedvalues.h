@@ -32,6 +32,9 @@ QString formatDateTime(const QDateTime &value);
 // when the value cannot be converted. A null value stays null.
 QVariant coerce(const QVariant &value, FieldType type, bool *ok);
 
+// A decimal rounded half away from zero to scale digits, as a DECIMAL(p,scale) column keeps it.
+double roundToScale(double value, int scale);
+
 // Equality as a changed-value test: null differs from any value; dates by instant.
 bool sameValue(const QVariant &a, const QVariant &b);
 

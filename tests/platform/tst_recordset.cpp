@@ -23,6 +23,7 @@ private slots:
     void findSearchesForwardFromCurrentRow();
     void inMemoryEditsNeverReachTheDatabase();
     void cleanUpdateInsertAndDelete();
+    void decimalsAreKeptAtTheColumnScale();
     void movingOffAPendingRowWritesIt();
     void conflictingUpdateIsRefused();
     void computedColumnsAreNotWritable();
@@ -264,6 +265,24 @@ void TestRecordset::cleanUpdateInsertAndDelete()
     check = m_connection->openRecordset(QStringLiteral("SELECT ID FROM SOGG ORDER BY ID"));
     QCOMPARE(check->recordCount(), 4);
     QVERIFY(!check->find(QStringLiteral("ID = 2")));
+}
+
+// A DECIMAL(18,2) column stores two digits: the recordset keeps what the server will hold, or
+// the next update's check of the original value would see a change by nobody.
+void TestRecordset::decimalsAreKeptAtTheColumnScale()
+{
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG WHERE ID = 1"));
+    QCOMPARE(rs->field(rs->fieldIndex(QStringLiteral("IMPORTO"))).numericScale, 2);
+    rs->setValue(QStringLiteral("IMPORTO"), 7.125);
+    QCOMPARE(rs->value(QStringLiteral("IMPORTO")).toDouble(), 7.13);
+    rs->setValue(QStringLiteral("IMPORTO"), -0.005);
+    QCOMPARE(rs->value(QStringLiteral("IMPORTO")).toDouble(), -0.01);
+    rs->setValue(QStringLiteral("IMPORTO"), QVariant());
+    QVERIFY(rs->value(QStringLiteral("IMPORTO")).isNull());
+    rs->setValue(QStringLiteral("IMPORTO"), 2.344);
+    rs->update();
+    RecordsetPtr check = m_connection->openRecordset(QStringLiteral("SELECT IMPORTO FROM SOGG WHERE ID = 1"));
+    QCOMPARE(check->value(0).toDouble(), 2.34);
 }
 
 void TestRecordset::movingOffAPendingRowWritesIt()
