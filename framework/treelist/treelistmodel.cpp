@@ -1,6 +1,7 @@
 #include "framework/treelist/treelistmodel.h"
 
-#include <QDateTime>
+#include "framework/controlvalue.h"
+
 #include <QTimer>
 
 namespace fw {
@@ -230,36 +231,14 @@ QString TreeListModel::text(int node, int column) const
     return m_columns.at(column).displayText(value(node, column));
 }
 
+// A typed cell converts as a bound control's text does; blank text clears a field that is not text.
 QVariant TreeListModel::toFieldValue(int field, const QVariant &value) const
 {
-    if (value.isNull())
-        return {};
     const db::FieldType type = m_recordset->field(field).type;
-    if (value.metaType().id() == QMetaType::QDate)
-        return type == db::FieldType::DateTime ? QVariant(QDateTime(value.toDate(), QTime(0, 0))) : value;
-    if (value.metaType().id() != QMetaType::QString || type == db::FieldType::Text)
-        return value;
-    const QString text = value.toString().trimmed();
-    if (text.isEmpty())
+    if (value.metaType().id() == QMetaType::QString && type != db::FieldType::Text
+        && value.toString().trimmed().isEmpty())
         return {};
-    bool ok = false;
-    switch (type) {
-    case db::FieldType::Integer: {
-        const qlonglong number = text.toLongLong(&ok);
-        return ok ? QVariant(number) : value;
-    }
-    case db::FieldType::Double:
-    case db::FieldType::Decimal: {
-        const double number = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
-        return ok ? QVariant(number) : value;
-    }
-    case db::FieldType::DateTime: {
-        const QDate date = QDate::fromString(text, QLatin1String(TreeListColumn::DateFormat));
-        return date.isValid() ? QVariant(QDateTime(date, QTime(0, 0))) : value;
-    }
-    default:
-        return value;
-    }
+    return controlvalue::toFieldValue(value, type);
 }
 
 bool TreeListModel::writeValue(int node, int column, const QVariant &value)
