@@ -62,16 +62,31 @@ void SqlWorkflowStateService::ConfermaStato(const QString &rowGuid, int state)
 
 void SqlWorkflowStateService::DuplicaStato(const QString &fromGuid, const QString &toGuid)
 {
-    const int state = currentState(fromGuid);
-    if (state != 0)
-        ConfermaStato(toGuid, state);
+    // A state numbered 0 is a state like any other: only a row without a record has none.
+    if (const std::optional<int> state = GetStatoFromGUID(fromGuid))
+        ConfermaStato(toGuid, *state);
 }
 
-int SqlWorkflowStateService::currentState(const QString &rowGuid)
+QList<WorkflowState> SqlWorkflowStateService::GetStatiFlusso(const QString &workflow)
+{
+    const auto rs = m_connection->openRecordset(
+        QStringLiteral("SELECT WF01_ID, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT FROM WF01_STATI"
+                       " WHERE WF01_FLUSSO = %1 ORDER BY WF01_ORDINE, WF01_ID").arg(quoted(workflow)));
+    QList<WorkflowState> states;
+    for (int row = 0; row < rs->recordCount(); ++row) {
+        states.append({rs->valueAt(row, 0).toInt(), rs->valueAt(row, 1).toString().trimmed(),
+                       rs->valueAt(row, 2).toString().trimmed(), rs->valueAt(row, 3).toInt() != 0});
+    }
+    return states;
+}
+
+std::optional<int> SqlWorkflowStateService::GetStatoFromGUID(const QString &rowGuid)
 {
     const auto rs = m_connection->openRecordset(
         QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = %1").arg(quoted(rowGuid)));
-    return rs->isEmpty() ? 0 : rs->value(0).toInt();
+    if (rs->isEmpty())
+        return std::nullopt;
+    return rs->valueAt(0, 0).toInt();
 }
 
 } // namespace fw

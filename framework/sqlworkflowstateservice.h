@@ -17,9 +17,10 @@ public:
     int GetDefaultFlussoStato(const QString &workflow) override;
     void ConfermaStato(const QString &rowGuid, int state) override;
     void DuplicaStato(const QString &fromGuid, const QString &toGuid) override;
+    QList<WorkflowState> GetStatiFlusso(const QString &workflow) override;
+    std::optional<int> GetStatoFromGUID(const QString &rowGuid) override;
 
 private:
-    int currentState(const QString &rowGuid);
 
     db::ConnectionPtr m_connection;
     QString m_user;

@@ -1,8 +1,19 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 namespace fw {
+
+// One state of a workflow, as the state control lists it.
+struct WorkflowState
+{
+    int id = 0;
+    QString code;
+    QString description;
+    bool isDefault = false;
+};
 
 // The host's state management of rows, keyed by the row's guid: each row of a workflow-managed
 // table is in one state of its workflow at a time.
@@ -22,6 +33,12 @@ public:
 
     // Gives the row `toGuid` the current state of the row `fromGuid` (nothing when it has none).
     virtual void DuplicaStato(const QString &fromGuid, const QString &toGuid) = 0;
+
+    // The states of a workflow in their order, for choosing one.
+    virtual QList<WorkflowState> GetStatiFlusso(const QString &workflow) = 0;
+
+    // The row's current state; none when the row has no state yet.
+    virtual std::optional<int> GetStatoFromGUID(const QString &rowGuid) = 0;
 };
 
 } // namespace fw

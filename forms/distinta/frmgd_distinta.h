@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QDate>
 #include <QHash>
+#include <QSet>
 #include <QPointer>
 
 #include "framework/recordframe.h"
@@ -22,10 +23,14 @@ class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 
+class QMenu;
+class QAction;
+
 namespace fw {
 class RecordsetGrid;
 class TreeList;
 class TreeListNode;
+class WorkflowStateControl;
 }
 
 // The classification tree editor, the form that the entry class opens.
@@ -86,6 +91,8 @@ public:
     db::RecordsetPtr apriNodi(const QString &sql);
     // Reads the texts drawn in the unbound and priority columns, once per load.
     void caricaTestiDisegno(const db::Recordset &nodi);
+    // The texts of one row's billing code and priorities, when the load did not read them.
+    void completaTestiDisegno(const db::Recordset &nodi, int row);
     // Record frame, key and parent fields, hierarchy of the tree.
     void legaAlbero(const db::RecordsetPtr &nodi, const QString &sql);
     void espandiTutto();
@@ -102,6 +109,49 @@ public:
     void CaricaAnagraficheDistinta();
     void EliminaTabellaTemp(const QString &table, const db::ConnectionPtr &connection);
     void InizializzaQgrid();
+
+    // --- link checks and node deletion (frmgd_distinta_eliminazione.cpp)
+    void CMD_REMANAGR_Click();
+    void EliminaCliforDaStruttura();
+    bool ContaFigli(qint64 idNodo);
+    // dataFine: only deadlines after it count; none for any definitive bonus.
+    bool PremioDefinitivo(qint64 idNodo, const std::optional<QDate> &dataFine);
+    bool LegamiContratto(const QString &codice);
+    bool LegamiPremiPromoAtt();
+    bool LegamiPremiPromoAttFigli(const db::RecordsetPtr &figli);
+    QString ultimoMessaggioControllo() const { return m_ultimoMessaggioControllo; }
+
+    // --- validation of a link (frmgd_distinta_verifica.cpp)
+    // The node being checked: set by the caller, read by VerificaNodo and VerificaRicorsivi.
+    struct NodoInVerifica
+    {
+        qint64 idNodo = 0;        // 0 while inserting
+        qint64 idPadre = 0;       // 0 for a root
+        qint64 codice = 0;        // the subject's code
+        QDate dataInizio;
+        QDate dataFine;
+        bool haPadre = false;
+    };
+    bool VerificaNodo(const QString &modo);   // "Insert" or "Edit"; true when the link may be saved
+    bool VerificaRicorsivi();
+    NodoInVerifica &nodoInVerifica() { return m_verifica; }
+    QString anagraficheNonImportate() const { return m_nonImportate; }
+
+    // --- node insertion (frmgd_distinta_inserimento.cpp)
+    void CMD_ADDANAGR_Click();
+    void CMD_ADDANAGRCAPO_Click();
+    void InserisciNodo(bool &capostipite);
+
+    // --- in-tree editing (frmgd_distinta_modifica.cpp, frmgd_distinta_txtalfa.cpp)
+    QString DescrizionePrioritaDigitata(const QString &codice);
+    void GestioneTXTAnagrafica(const QString &modo);   // "Anagr" or "Tendina"
+
+    // --- propagation to the children and link state (frmgd_distinta_propagazione.cpp)
+    void mnuPropagaFigli_Click();
+    void mnuRilasciaFigli_Click();
+    void TXT_GD02_STATO_AfterItem(bool cambiatoDallUtente);
+    bool propagazioneInCorso() const { return m_propagazioneInCorso; }
+    bool eliminazioneInCorso() const { return m_eliminazioneInCorso; }
 
     // --- search (frmgd_distinta_ricerca.cpp)
     void CercaNellaDistinta(const QString &campo);   // "RagioneSociale" or "trGD02_CLIFOR_CG44"
@@ -138,6 +188,7 @@ private:
 
     // tree
     void scaricaDistinta();
+    void leggiTestiDisegno(const QSet<qint64> &billingCodes, const QSet<qint64> &priorities);
 
     // selector
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
@@ -151,6 +202,31 @@ private:
     void comprimiLivello();
     QString testo(int id, const QString &defaultText) const;
     QString traduci(const QString &text) const;
+
+    // write side
+    void aggiornaComandi();
+    void contaSelezionatiPiuTardi();
+    int domanda(const QString &testo);
+    void avviso(const QString &testo);
+    bool rigaModificataAltrove(const QString &procedure, bool soloSeEliminato = false);
+    void rileggiNodoInConflitto(const db::DatabaseError &error);
+    void TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &previous, const fw::TreeListNode &current);
+    void TVW_DISTINTA_OnEditing(const fw::TreeListNode &node, const QString &column, bool &allow);
+    void TVW_DISTINTA_OnEditCloseUp(const fw::TreeListNode &node, const QString &column, const QVariant &value);
+    void TVW_DISTINTA_OnValidateEdit(const fw::TreeListNode &node, const QString &column, QVariant &value,
+                                     bool &accept, QString &error);
+    bool TVW_DISTINTA_OnEdited(const fw::TreeListNode &node, const QString &column, const QVariant &value,
+                               bool valid);
+    void TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button,
+                                  const QPoint &pos);
+    void azzeraCodiceFatturazione(const fw::TreeListNode &node);
+    void creaTXT_ALFA();
+    void TXT_ALFA_Invio();
+    void TXT_ALFA_Annulla();
+    QString guidNodo(qint64 idNodo);
+    QHash<qint64, QString> guidNodiDistinta();
+    void creaMenuCollegamento();
+    fw::TreeListNode nodoCliccato() const;
 
     // subject list and search
     void TAB_VISUALIZZAGESTIONE_Click(int index);
@@ -177,7 +253,7 @@ private:
     QPushButton *CMD_ESPANDICOLLASSA = nullptr;
     QLineEdit *TXTCERCA = nullptr;
     QToolButton *CMD_CERCA = nullptr;
-    QLineEdit *TXT_GD02_STATO = nullptr;
+    fw::WorkflowStateControl *TXT_GD02_STATO = nullptr;
     QPushButton *CMD_STAMPA = nullptr;
     QPushButton *CMD_PARAMETRI = nullptr;
     QToolButton *CMD_GESTIONICOLLEGATE = nullptr;
@@ -194,6 +270,12 @@ private:
     QLineEdit *TXT_IDPRIORITA_STRUTTURA = nullptr;
     QLineEdit *TXT_IDPRIORITA_LOCALIZZATA = nullptr;
     QLineEdit *TXT_GD02_ID = nullptr;
+
+    QLineEdit *TXT_ALFA = nullptr;                 // the billing code typed over its cell
+    QMenu *mnuCollegamento = nullptr;
+    QAction *mnuPropagaFigli = nullptr;
+    QMenu *mnuStatoLegame = nullptr;
+    QAction *mnuRilasciaFigli = nullptr;
 
     QSplitter *SPLITTERVerticale = nullptr;
     QSplitter *SPLITTERorizzontale = nullptr;
@@ -223,6 +305,30 @@ private:
 
     db::RecordsetPtr m_risultatiRicerca;
     bool m_ricercaInCorso = false;
+
+    NodoInVerifica m_verifica;
+    qint64 m_codicePadre = 0;                   // subject of the prospective parent
+    QString m_nonImportate;                     // refusal lines, each ending with a line feed
+    QString m_ultimoMessaggioControllo;         // why PremioDefinitivo refused
+    bool m_rifiutoPremioDefinitivo = false;     // the last VerificaNodo refused for that reason
+    bool m_eliminazioneInCorso = false;
+    bool m_propagazioneInCorso = false;
+    bool m_conteggioInAttesa = false;
+    int m_selezionati = 0;                      // ticked rows of the subject list
+
+    // The node the context menu was opened on, as it was then.
+    struct NodoCliccato
+    {
+        qint64 idNodo = 0;
+        int livello = 0;
+        int indice = -1;                        // absolute position in the tree
+        short tipoAnagFatt = 0;
+        double codiceFatt = 0;
+    } m_cliccato;
+
+    // The billing-code editor's node and mode while it is open.
+    qint64 m_idNodoTXT_ALFA = 0;
+    bool m_messaggioTXT_ALFA = false;           // a message of its own takes the focus from it
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

@@ -35,6 +35,9 @@ void FRMGD_DISTINTA::CaricaAnagraficheDistinta()
     InizializzaQgrid();
     m_anagrafiche = list;
     GRD_ANAGRAFICHEDISTINTA->setRecordset(list);
+    connect(list.get(), &QAbstractItemModel::dataChanged, this, &FRMGD_DISTINTA::contaSelezionatiPiuTardi);
+    connect(list.get(), &QAbstractItemModel::modelReset, this, &FRMGD_DISTINTA::contaSelezionatiPiuTardi);
+    contaSelezionatiPiuTardi();
     SplitterReposition();
 }
 

@@ -8,6 +8,7 @@
 #include "framework/themeservice.h"
 #include "framework/translationservice.h"
 #include "framework/treelist/treelist.h"
+#include "framework/workflowstatecontrol.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -46,6 +47,19 @@ void FRMGD_DISTINTA::collegaEventi()
     if (!style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, TVW_SELDISTINTE))
         connect(TVW_SELDISTINTE, &QTreeWidget::itemActivated, this, &FRMGD_DISTINTA::TVW_SELDISTINTE_Click);
     connect(CMD_ESPANDICOLLASSA, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_ESPANDICOLLASSA_Click);
+    connect(CMD_ADDANAGR, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_ADDANAGR_Click);
+    connect(CMD_ADDANAGRCAPO, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_ADDANAGRCAPO_Click);
+    connect(CMD_REMANAGR, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_REMANAGR_Click);
+    connect(TVW_DISTINTA, &fw::TreeList::focusedNodeChanged, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode);
+    connect(TVW_DISTINTA, &fw::TreeList::editingStarted, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnEditing);
+    connect(TVW_DISTINTA, &fw::TreeList::editCloseUp, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnEditCloseUp);
+    connect(TVW_DISTINTA, &fw::TreeList::validateEdit, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnValidateEdit);
+    connect(TVW_DISTINTA, &fw::TreeList::mouseDown, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnMouseDown);
+    // A refused write is handled once the tree has finished the edit that caused it.
+    connect(TVW_DISTINTA, &fw::TreeList::writeFailed, this, [this](const db::DatabaseError &error) {
+        QMetaObject::invokeMethod(this, [this, error] { rileggiNodoInConflitto(error); }, Qt::QueuedConnection);
+    });
+    connect(TXT_GD02_STATO, &fw::WorkflowStateControl::AfterItem, this, &FRMGD_DISTINTA::TXT_GD02_STATO_AfterItem);
     connect(TAB_VISUALIZZAGESTIONE, &QTabWidget::currentChanged, this, &FRMGD_DISTINTA::TAB_VISUALIZZAGESTIONE_Click);
     connect(GRD_ANAGRAFICHEDISTINTA, &fw::RecordsetGrid::headerClicked, this,
             &FRMGD_DISTINTA::GRD_ANAGRAFICHEDISTINTA_HeaderClick);
@@ -91,9 +105,14 @@ bool FRMGD_DISTINTA::activateForm()
         for (const auto &[caption, key] : gestioniCollegate)
             addMenuItem(CMD_GESTIONICOLLEGATE, caption, key);
     });
+    step(QStringLiteral("Form_Activate"), [this] {
+        fw::GlobalServices *services = globals();
+        TXT_GD02_STATO->setWorkflow(services ? services->workflowStateService() : nullptr, QStringLiteral("DISTINTA"));
+    });
     CaricaParametri();
     SplitterReposition();
     ColoriSTD();
+    aggiornaComandi();
     return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include "data/distintastatements.h"
 #include "data/modgd_distinta.h"
+#include "framework/globalservices.h"
 #include "framework/recordframe.h"
 #include "framework/treelist/treelist.h"
 #include "platform/os/windowupdatelock.h"
@@ -75,37 +76,69 @@ db::RecordsetPtr FRMGD_DISTINTA::apriNodi(const QString &sql)
     return connection()->openRecordset(sql);
 }
 
+namespace {
+
+struct CampiTesti
+{
+    int billing;
+    int priorities[2];
+
+    explicit CampiTesti(const db::Recordset &nodi)
+        : billing(nodi.fieldIndex(QStringLiteral("GD02_CLIFORFATT_CG44")))
+        , priorities{nodi.fieldIndex(QStringLiteral("GD02_IDSTRUTTURA_LP09")),
+                     nodi.fieldIndex(QStringLiteral("GD02_IDLOCALIZZATA_LP09"))}
+    {
+    }
+};
+
+void raccogli(QSet<qint64> &into, const db::Recordset &nodi, int row, int field)
+{
+    bool ok = false;
+    const qint64 number = nodi.valueAt(row, field).toLongLong(&ok);
+    if (ok)
+        into.insert(number);
+}
+
+} // namespace
+
 // The billing names and the priority descriptions are read once for every distinct value of the
 // load, so that drawing a cell never reaches the database.
 void FRMGD_DISTINTA::caricaTestiDisegno(const db::Recordset &nodi)
 {
-    const QString procedure = QStringLiteral("TVW_DISTINTA_OnCustomDrawCell");
     m_ragioniSocialiFatt.clear();
     m_descrizioniPriorita.clear();
-
-    const int billingField = nodi.fieldIndex(QStringLiteral("GD02_CLIFORFATT_CG44"));
-    const int priorityFields[] = {nodi.fieldIndex(QStringLiteral("GD02_IDSTRUTTURA_LP09")),
-                                  nodi.fieldIndex(QStringLiteral("GD02_IDLOCALIZZATA_LP09"))};
+    const CampiTesti campi(nodi);
     QSet<qint64> billingCodes;
     QSet<qint64> priorities;
-    const auto collect = [&](QSet<qint64> &into, int row, int field) {
-        const QVariant value = nodi.valueAt(row, field);
-        bool ok = false;
-        const qint64 number = value.toLongLong(&ok);
-        if (ok)
-            into.insert(number);
-    };
     for (int row = 0; row < nodi.recordCount(); ++row) {
-        collect(billingCodes, row, billingField);
-        for (int field : priorityFields)
-            collect(priorities, row, field);
+        raccogli(billingCodes, nodi, row, campi.billing);
+        for (int field : campi.priorities)
+            raccogli(priorities, nodi, row, field);
     }
+    leggiTestiDisegno(billingCodes, priorities);
+}
 
-    for (qint64 code : std::as_const(billingCodes)) {
+void FRMGD_DISTINTA::completaTestiDisegno(const db::Recordset &nodi, int row)
+{
+    const CampiTesti campi(nodi);
+    QSet<qint64> billingCodes;
+    QSet<qint64> priorities;
+    raccogli(billingCodes, nodi, row, campi.billing);
+    for (int field : campi.priorities)
+        raccogli(priorities, nodi, row, field);
+    billingCodes.removeIf([this](qint64 code) { return m_ragioniSocialiFatt.contains(code); });
+    priorities.removeIf([this](qint64 id) { return m_descrizioniPriorita.contains(id); });
+    leggiTestiDisegno(billingCodes, priorities);
+}
+
+void FRMGD_DISTINTA::leggiTestiDisegno(const QSet<qint64> &billingCodes, const QSet<qint64> &priorities)
+{
+    const QString procedure = QStringLiteral("TVW_DISTINTA_OnCustomDrawCell");
+    for (qint64 code : billingCodes) {
         if (!step(procedure, [&] { m_ragioniSocialiFatt.insert(code, AssegnaRagioneSociale(code)); }))
             return;
     }
-    for (qint64 id : std::as_const(priorities)) {
+    for (qint64 id : priorities) {
         if (!step(procedure, [&] { m_descrizioniPriorita.insert(id, DescrizionePriorita(id)); }))
             return;
     }
@@ -138,6 +171,16 @@ void FRMGD_DISTINTA::legaAlbero(const db::RecordsetPtr &nodi, const QString &sql
     frame->bind(TXT_IDPRIORITA_LOCALIZZATA, QStringLiteral("GD02_IDLOCALIZZATA_LP09"));
     frame->bind(CBO_EREPROMO, QStringLiteral("GD02_INDEREPROMO"));
     frame->bind(TXT_GD02_ID, QStringLiteral("GD02_ID"));
+
+    // In-tree edits and propagations stamp who changed the node and when.
+    const fw::GlobalServices *services = globals();
+    const QString group = services ? services->userGroup() : QString();
+    const QString user = services ? services->user() : QString();
+    nodi->setUpdateStamp([group, user] {
+        return QList<std::pair<QString, QVariant>>{{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
+                                                   {QStringLiteral("GD02_GRUPPOVAR"), group},
+                                                   {QStringLiteral("GD02_UTENTEVAR"), user}};
+    });
 
     TVW_DISTINTA->setKeyField(QStringLiteral("GD02_ID"));
     TVW_DISTINTA->setParentField(QStringLiteral("GD02_IDPARENT_GD02"));

@@ -5,6 +5,7 @@
 
 #include "framework/recordsetgrid.h"
 #include "framework/treelist/treelist.h"
+#include "framework/workflowstatecontrol.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -134,10 +135,9 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     TXTCERCA = named(new QLineEdit, QStringLiteral("TXTCERCA"));
     TXTCERCA->setMinimumWidth(160);
     CMD_CERCA = menuButton(QStringLiteral("CMD_CERCA"), QStringLiteral("Cerca"));
-    TXT_GD02_STATO = named(new QLineEdit, QStringLiteral("TXT_GD02_STATO"));
-    TXT_GD02_STATO->setReadOnly(true);
-    TXT_GD02_STATO->setMinimumWidth(120);
-    TXT_GD02_STATO->setMaximumWidth(160);
+    TXT_GD02_STATO = named(new fw::WorkflowStateControl, QStringLiteral("TXT_GD02_STATO"));
+    TXT_GD02_STATO->setMinimumWidth(140);
+    TXT_GD02_STATO->setMaximumWidth(180);
     CMD_STAMPA = button(QStringLiteral("CMD_STAMPA"), QStringLiteral("Stampa"));
     CMD_PARAMETRI = button(QStringLiteral("CMD_PARAMETRI"), QStringLiteral("Parametri"));
     CMD_GESTIONICOLLEGATE = menuButton(QStringLiteral("CMD_GESTIONICOLLEGATE"), QStringLiteral("Gestioni collegate"));
@@ -161,6 +161,8 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
 
     TVW_DISTINTA = named(new fw::TreeList, QStringLiteral("TVW_DISTINTA"));
     creaColonneDistinta();
+    creaTXT_ALFA();
+    creaMenuCollegamento();
 
     auto *layout = new QVBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);

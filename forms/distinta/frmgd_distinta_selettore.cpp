@@ -118,5 +118,6 @@ void FRMGD_DISTINTA::TVW_SELDISTINTE_Click()
         CaricaAnagraficheDistinta();
     CaricaIntestazioneDistinta();
     CaricaDistinta();
+    aggiornaComandi();
     TVW_DISTINTA->setFocus();
 }

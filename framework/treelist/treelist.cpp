@@ -41,6 +41,10 @@ TreeList::TreeList(QWidget *parent)
     connect(m_model, &TreeListModel::aboutToRebuild, this, &TreeList::rememberExpandedNodes);
     connect(m_model, &TreeListModel::rebuilt, this, &TreeList::restoreAfterRebuild);
     connect(m_model, &TreeListModel::writeFailed, this, &TreeList::writeFailed);
+    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_view, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
+        emit contextMenuRequested(focusedNode(), m_view->viewport()->mapToGlobal(pos));
+    });
 }
 
 TreeList::~TreeList()

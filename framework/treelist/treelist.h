@@ -115,6 +115,8 @@ signals:
     void mouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button,
                    const QPoint &pos);
     void writeFailed(const db::DatabaseError &error);
+    // The user asked for the context menu (right click or the keyboard) on the focused node.
+    void contextMenuRequested(const fw::TreeListNode &node, const QPoint &globalPos);
 
 private:
     friend class TreeListNode;

@@ -495,6 +495,81 @@ void Recordset::deleteCurrent()
     d->removeStoredRow(stored);
 }
 
+Recordset::RowState Recordset::resync()
+{
+    const int stored = d->currentStored();
+    if (stored < 0)
+        d->raise(noCurrentRecord());
+    if (!d->data->isWritable())
+        return RowState::Unchanged;
+    d->restoreOriginals(stored);
+    const std::vector<QVariant> before(d->data->cells.begin() + ptrdiff_t(size_t(stored) * size_t(d->data->columnCount())),
+                                       d->data->cells.begin() + ptrdiff_t(size_t(stored + 1) * size_t(d->data->columnCount())));
+    bool found = false;
+    try {
+        found = WriteBack::rereadRow(*d->connection, *d->data, stored);
+    } catch (const DatabaseError &error) {
+        d->raise(error);
+    }
+    if (!found)
+        return RowState::Gone;
+    bool changed = false;
+    for (int field = 0; field < d->data->columnCount(); ++field) {
+        if (!storedvalues::sameValue(before[size_t(field)], d->data->cell(stored, field))) {
+            changed = true;
+            d->notifyCellChanged(stored, field);
+        }
+    }
+    return changed ? RowState::Changed : RowState::Unchanged;
+}
+
+void Recordset::forgetRows(const QList<int> &rows)
+{
+    QList<int> stored;
+    for (int row : rows) {
+        if (row >= 0 && row < d->size())
+            stored << d->rows[size_t(row)];
+    }
+    if (stored.isEmpty())
+        return;
+    for (int gone : std::as_const(stored)) {
+        d->data->deleted[size_t(gone)] = 1;
+        d->data->pending.erase(gone);
+    }
+    for (Recordset *sibling : d->data->siblings) {
+        Private &other = *sibling->d;
+        const int current = other.currentStored();
+        sibling->beginResetModel();
+        other.rebuildRows();
+        if (current >= 0 && other.data->deleted[size_t(current)]) {
+            // Where the row was: the first remaining row after it, as after deleteCurrent().
+            other.position = int(std::lower_bound(other.rows.begin(), other.rows.end(), current) - other.rows.begin());
+            other.onDeletedRow = true;
+        } else if (current >= 0) {
+            other.position = other.indexOfStored(current);
+        } else {
+            other.position = std::min(other.position, other.size());
+        }
+        sibling->endResetModel();
+        other.moved();
+    }
+}
+
+void Recordset::setUpdateStamp(UpdateStamp stamp)
+{
+    d->data->updateStamp = std::move(stamp);
+}
+
+bool Recordset::isConflict(const DatabaseError &error)
+{
+    const QString conflict = QString::fromUtf8(WriteBack::conflictMessage());
+    for (const DbError &entry : error.errors()) {
+        if (entry.description == conflict)
+            return true;
+    }
+    return false;
+}
+
 // --- model
 
 int Recordset::rowCount(const QModelIndex &parent) const

@@ -6,7 +6,9 @@
 #include <QAbstractTableModel>
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace db {
 
@@ -88,6 +90,24 @@ public:
     void update();                   // writes pending changes (no-op when none); throws
     void cancelUpdate();
     void deleteCurrent();            // deletes the current row (and its base-table row); throws
+    // Reads the current row again from its base table, dropping pending changes: after another
+    // user's change was refused, the row shows what the database holds. Says whether the row
+    // was changed meanwhile or is gone (then nothing changes). Recordsets that are not writable
+    // answer Unchanged.
+    enum class RowState { Unchanged, Changed, Gone };
+    RowState resync();
+    // Takes rows (among the filtered rows) out of the client-side set without writing anything:
+    // rows that the database has already removed, by a statement or by a trigger. A current row
+    // that goes leaves the recordset where the row was, as deleteCurrent() does.
+    void forgetRows(const QList<int> &rows);
+
+    // Columns of the base table that every UPDATE of a row also sets, whether or not the
+    // recordset reads them: the change stamp (date, group, user), asked for at each update.
+    using UpdateStamp = std::function<QList<std::pair<QString, QVariant>>()>;
+    void setUpdateStamp(UpdateStamp stamp);
+
+    // Whether a failure is the refusal of a change because another user changed the row first.
+    static bool isConflict(const DatabaseError &error);
 
     // --- QAbstractTableModel: one row per filtered row, one column per field.
     // setData() writes the cell and updates at once, like a grid edit.

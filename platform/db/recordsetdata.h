@@ -7,7 +7,9 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace db {
@@ -37,6 +39,8 @@ struct RecordsetData
     QList<int> keyFields;
     std::unordered_map<int, PendingRow> pending; // by stored row
     std::vector<Recordset *> siblings;  // the original and its clones, for change notification
+    // Columns every UPDATE also sets (who changed the row and when), evaluated at each update.
+    std::function<QList<std::pair<QString, QVariant>>()> updateStamp;
 
     int columnCount() const { return int(fields.size()); }
     int storedRowCount() const { return int(deleted.size()); }

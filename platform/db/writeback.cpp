@@ -110,6 +110,15 @@ void WriteBack::updateRow(Connection &connection, const RecordsetData &data, int
     }
     if (changed.isEmpty())
         return;
+    if (data.updateStamp) {
+        for (const auto &[column, value] : data.updateStamp()) {
+            if (data.sourceColumns.contains(column, Qt::CaseInsensitive))
+                continue;   // a column the recordset reads is written as any other field
+            const FieldType type = value.metaType().id() == QMetaType::QDateTime ? FieldType::DateTime : FieldType::Text;
+            assignments << identifier(column) + QStringLiteral(" = ?");
+            values << bindable(value, type, sqlite);
+        }
+    }
 
     QString where = keyCondition(data, pending.original, row, sqlite, &values);
     for (int field : std::as_const(changed)) {
@@ -138,6 +147,42 @@ void WriteBack::deleteRow(Connection &connection, const RecordsetData &data, int
     QVariantList values;
     const QString where = keyCondition(data, {}, row, sqlite, &values);
     run(connection, QStringLiteral("DELETE FROM %1 WHERE %2").arg(identifier(data.baseTable), where), values);
+}
+
+bool WriteBack::rereadRow(Connection &connection, RecordsetData &data, int row)
+{
+    QStringList columns;
+    QList<int> fields;
+    for (int field = 0; field < data.columnCount(); ++field) {
+        if (!data.fields.at(field).writable)
+            continue;
+        columns << identifier(data.sourceColumns.at(field));
+        fields << field;
+    }
+    // Keys are numbers or codes: written as literals, a code with its quotes doubled.
+    QStringList conditions;
+    for (int field : data.keyFields) {
+        const QVariant &key = data.cell(row, field);
+        const int id = key.metaType().id();
+        const bool number = id == QMetaType::Int || id == QMetaType::LongLong || id == QMetaType::Double;
+        const QString literal = number ? key.toString()
+                                       : QLatin1Char('\'') + key.toString().replace(QLatin1Char('\''), QStringLiteral("''"))
+                                             + QLatin1Char('\'');
+        conditions << identifier(data.sourceColumns.at(field)) + QStringLiteral(" = ") + literal;
+    }
+    const QString sql = QStringLiteral("SELECT %1 FROM %2 WHERE %3")
+                            .arg(columns.join(QStringLiteral(", ")), identifier(data.baseTable),
+                                 conditions.join(QStringLiteral(" AND ")));
+    StatementTrace::write(sql);
+    const std::shared_ptr<RecordsetData> read = connection.backend().query(sql);
+    if (read->storedRowCount() == 0)
+        return false;
+    for (int i = 0; i < fields.size(); ++i) {
+        bool ok = false;
+        const QVariant value = storedvalues::coerce(read->cell(0, i), data.fields.at(fields.at(i)).type, &ok);
+        data.cell(row, fields.at(i)) = ok ? value : read->cell(0, i);
+    }
+    return true;
 }
 
 } // namespace db

@@ -18,6 +18,9 @@ public:
     // Throws the "changed by another user" error when the row no longer holds the original values.
     static void updateRow(Connection &connection, const RecordsetData &data, int row, const PendingRow &pending);
     static void deleteRow(Connection &connection, const RecordsetData &data, int row);
+    // Reads the row's base-table columns again by its key; false when the row is gone. Computed
+    // columns keep their values.
+    static bool rereadRow(Connection &connection, RecordsetData &data, int row);
 
     static const char *conflictMessage();
 };

@@ -26,6 +26,9 @@ struct Nodo
     std::optional<qint64> billingCode;
     std::optional<qint64> structurePriority;
     int company = 1;
+    QString start = QStringLiteral("2024-01-01");
+    QString end = QStringLiteral("2099-12-31");
+    std::optional<int> billingRule;
 };
 
 // The editor on a fresh database holding only the rows a test writes: subjects, classification
@@ -76,11 +79,41 @@ public:
         };
         exec(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
                             "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
-                            "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09) "
-                            "VALUES (%1, %2, %3, %4, %5, '2024-01-01 00:00:00', '2099-12-31 00:00:00', %6, %7)")
+                            "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09, GD02_TIPOANAGFATT) "
+                            "VALUES (%1, %2, %3, %4, %5, '%6 00:00:00', '%7 00:00:00', %8, %9, %10)")
                  .arg(type).arg(value(extra.parent)).arg(extra.company).arg(kind).arg(value(code))
-                 .arg(value(extra.billingCode), value(extra.structurePriority)));
+                 .arg(extra.start, extra.end)
+                 .arg(value(extra.billingCode), value(extra.structurePriority), value(extra.billingRule)));
         return scalar(QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA")).toLongLong();
+    }
+
+    // A contract of a subject, with one condition (a bonus, or a promotional activity) that
+    // reaches a node, or (node 0) the subject itself over a period. Returns the condition.
+    qint64 contratto(int subjectCode, const QString &code = QStringLiteral("C1"))
+    {
+        exec(QStringLiteral("INSERT INTO GD10_CONTRATTI (GD10_DITTA_CG18, GD10_CODCONTR, GD10_DESCR, GD10_CLIFOR_CG44) "
+                            "VALUES (1, '%1', 'Contratto %1', %2)").arg(code).arg(subjectCode));
+        return scalar(QStringLiteral("SELECT MAX(GD10_ID) FROM GD10_CONTRATTI")).toLongLong();
+    }
+    qint64 condizione(qint64 contract, qint64 node, int subjectCode = 0, const QString &start = QStringLiteral("2024-01-01"),
+                      const QString &end = QStringLiteral("2024-12-31"), int kind = 0)
+    {
+        exec(QStringLiteral("INSERT INTO GD13_PREMI (GD13_DITTA_CG18, GD13_ID_GD10, GD13_CODCONTR_GD10, GD13_VERCONTR_GD10, "
+                            "GD13_PROGRCOND, GD13_CODCOND, GD13_DESCR, GD13_TIPOCOND, GD13_DATAINIZIO, GD13_DATAFINE) "
+                            "VALUES (1, %1, 'C1', 1, %1, 'P%1', 'Premio %1', %2, '%3 00:00:00', '%4 00:00:00')")
+                 .arg(contract).arg(kind).arg(start, end));
+        const qint64 condition = scalar(QStringLiteral("SELECT MAX(GD13_ID) FROM GD13_PREMI")).toLongLong();
+        exec(QStringLiteral("INSERT INTO GD14_SOGGCONTR (GD14_DITTA_CG18, GD14_ID_GD13, GD14_CODCONTR_GD10, "
+                            "GD14_VERCONTR_GD10, GD14_PROGRCOND_GD13, GD14_ID_GD02, GD14_TIPOCF_CG44, GD14_CLIFOR_CG44) "
+                            "VALUES (1, %1, 'C1', 1, %2, %3, %4, %5)")
+                 .arg(condition).arg(contract).arg(node).arg(kind).arg(subjectCode));
+        return condition;
+    }
+    // A settlement deadline of a condition; state 2 or more is definitive.
+    void scadenza(qint64 condition, const QString &due, int state)
+    {
+        exec(QStringLiteral("INSERT INTO GD18_LIQUIDAZIONE (GD18_DITTA_CG18, GD18_ID_GD13, GD18_DATASCADENZA, "
+                            "GD18_STATOSCADENZA) VALUES (1, %1, '%2 00:00:00', %3)").arg(condition).arg(due).arg(state));
     }
 
     FRMGD_DISTINTA *apri()
@@ -133,6 +166,20 @@ public:
             codes << QString(node.level(), QLatin1Char('.')) + node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
         return codes;
     }
+
+    // Focuses the node of a subject code, as a click would.
+    void focalizza(int code)
+    {
+        for (fw::TreeListNode node = albero()->firstNode(); node.isValid(); node = node.next()) {
+            if (node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toInt() == code) {
+                albero()->setFocusedNode(node);
+                return;
+            }
+        }
+        QFAIL(qPrintable(QStringLiteral("no node %1").arg(code)));
+    }
+
+    void premi(const QString &button) { control<QPushButton>(button)->click(); }
 
     QString codiceFocalizzato() const
     {

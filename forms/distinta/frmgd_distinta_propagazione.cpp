@@ -1,0 +1,196 @@
+// The tree's context menu and what it pushes down a branch: the billing rule and code of the
+// node the menu was opened on, or its link state, copied to every node below it. Each node is
+// saved on its own, through the rows the tree is bound to; a node another clerk changed since
+// it was read is left as that clerk saved it, and named at the end.
+#include "forms/distinta/frmgd_distinta.h"
+
+#include "data/modgd_distinta.h"
+#include "data/nodistatements.h"
+#include "framework/globalservices.h"
+#include "framework/progressfeedback.h"
+#include "framework/treelist/treelist.h"
+#include "framework/workflowstatecontrol.h"
+
+#include <QMenu>
+#include <QScopedValueRollback>
+
+namespace {
+
+const QString procedurePropaga = QStringLiteral("mnuPropagaFigli_Click");
+const QString procedureRilascia = QStringLiteral("mnuRilasciaFigli_Click");
+
+// The positions of the nodes below a node, in display order: the walk ends at the first node
+// that is not deeper than it.
+QList<int> discendenti(const fw::TreeListNode &node)
+{
+    QList<int> positions;
+    for (fw::TreeListNode next = node.next(); next.isValid() && next.level() > node.level(); next = next.next())
+        positions << next.absoluteIndex();
+    return positions;
+}
+
+} // namespace
+
+void FRMGD_DISTINTA::creaMenuCollegamento()
+{
+    mnuCollegamento = new QMenu(this);
+    mnuCollegamento->setObjectName(QStringLiteral("mnuCollegamento"));
+    mnuPropagaFigli = mnuCollegamento->addAction(QStringLiteral("Imposta valori fatturazione sui figli"));
+    mnuPropagaFigli->setObjectName(QStringLiteral("mnuPropagaFigli"));
+    mnuStatoLegame = mnuCollegamento->addMenu(QStringLiteral("Gestione stato"));
+    mnuStatoLegame->setObjectName(QStringLiteral("mnuStatoLegame"));
+    mnuRilasciaFigli = mnuStatoLegame->addAction(QStringLiteral("Imposta valore di stato sui figli"));
+    mnuRilasciaFigli->setObjectName(QStringLiteral("mnuRilasciaFigli"));
+    connect(mnuPropagaFigli, &QAction::triggered, this, &FRMGD_DISTINTA::mnuPropagaFigli_Click);
+    connect(mnuRilasciaFigli, &QAction::triggered, this, &FRMGD_DISTINTA::mnuRilasciaFigli_Click);
+
+    connect(TVW_DISTINTA, &fw::TreeList::contextMenuRequested, this,
+            [this](const fw::TreeListNode &node, const QPoint &globalPos) {
+                if (!node.isValid())
+                    return;
+                // From the keyboard there was no click: the focused node is the one the menu acts on.
+                if (m_cliccato.indice != node.absoluteIndex())
+                    TVW_DISTINTA_OnMouseDown(node, QString(), Qt::RightButton, QPoint());
+                mnuPropagaFigli->setEnabled(node.hasChildren());
+                mnuRilasciaFigli->setEnabled(TXT_GD02_STATO->hasService());
+                mnuCollegamento->popup(globalPos);
+            });
+}
+
+// The node the menu was opened on, while the tree still shows it there.
+fw::TreeListNode FRMGD_DISTINTA::nodoCliccato() const
+{
+    const fw::TreeListNode node = TVW_DISTINTA->nodeAt(m_cliccato.indice);
+    if (!node.isValid() || !m_nodi
+        || m_nodi->valueAt(node.row(), m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong() != m_cliccato.idNodo)
+        return {};
+    return node;
+}
+
+// What the menu commands need of the node pressed on, taken before the menu opens.
+void FRMGD_DISTINTA::TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, const QString &, Qt::MouseButton,
+                                              const QPoint &)
+{
+    if (!node.isValid() || !m_nodi)
+        return;
+    quietly([&] {
+        const int row = node.row();
+        m_cliccato.idNodo = m_nodi->valueAt(row, m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
+        m_cliccato.livello = node.level();
+        m_cliccato.indice = node.absoluteIndex();
+        m_cliccato.tipoAnagFatt = short(m_nodi->valueAt(row, m_nodi->fieldIndex(QStringLiteral("GD02_TIPOANAGFATT"))).toInt());
+        m_cliccato.codiceFatt = MODGD_DISTINTA::NvlNumero(
+                                    MODGD_DISTINTA::NvlTrim(m_nodi->valueAt(row, m_nodi->fieldIndex(
+                                                                                     QStringLiteral("GD02_CLIFORFATT_CG44"))),
+                                                            0))
+                                    .toDouble();
+    });
+}
+
+void FRMGD_DISTINTA::mnuPropagaFigli_Click()
+{
+    QScopedValueRollback propagating(m_propagazioneInCorso, true);
+    const fw::TreeListNode cliccato = nodoCliccato();
+    if (!m_nodi || m_nodi->isEmpty() || !cliccato.isValid())
+        return;
+    const QList<int> nodi = discendenti(cliccato);
+    const QVariant codice = m_cliccato.codiceFatt != 0 ? QVariant(qint64(m_cliccato.codiceFatt)) : QVariant();
+    QStringList modificatiAltrove;
+
+    fw::ProgressFeedback avanzamento(this, QStringLiteral("Impostazione dei valori di fatturazione sui figli"),
+                                     int(nodi.size()), true);
+    TVW_DISTINTA->beginUpdate();
+    int fatti = 0;
+    for (int posizione : nodi) {
+        TVW_DISTINTA->setFocusedAbsoluteIndex(posizione);
+        const bool continua = step(procedurePropaga, [&] {
+            try {
+                m_nodi->setValue(QStringLiteral("GD02_TIPOANAGFATT"), m_cliccato.tipoAnagFatt);
+                m_nodi->setValue(QStringLiteral("GD02_CLIFORFATT_CG44"), codice);
+                m_nodi->update();
+            } catch (const db::DatabaseError &error) {
+                m_nodi->cancelUpdate();   // a retry starts again from the stored row
+                if (!db::Recordset::isConflict(error))
+                    throw;
+                // Another clerk's values stay; the row shows them.
+                connection()->clearErrors();
+                m_nodi->resync();
+                modificatiAltrove << MODGD_DISTINTA::NvlStringa(m_nodi->value(QStringLiteral("GD02_CLIFOR_CG44")))
+                                         + QStringLiteral(" - ")
+                                         + MODGD_DISTINTA::NvlStringa(m_nodi->value(QStringLiteral("RAGIONESOCIALE")));
+            }
+        });
+        if (!continua || !avanzamento.advance(++fatti))
+            break;
+    }
+    TVW_DISTINTA->setFocusedAbsoluteIndex(m_cliccato.indice);
+    TVW_DISTINTA->endUpdate();
+    TVW_DISTINTA->refresh();
+    if (!modificatiAltrove.isEmpty())
+        avviso(QStringLiteral("Nodi non aggiornati perché modificati da un altro utente dopo la lettura "
+                              "(i loro dati sono stati riletti):\n")
+               + modificatiAltrove.join(QLatin1Char('\n')));
+}
+
+void FRMGD_DISTINTA::mnuRilasciaFigli_Click()
+{
+    QScopedValueRollback propagating(m_propagazioneInCorso, true);
+    const fw::TreeListNode cliccato = nodoCliccato();
+    if (!m_nodi || m_nodi->isEmpty() || !cliccato.isValid())
+        return;
+    QHash<qint64, QString> guids;
+    if (!step(procedureRilascia, [&] { guids = guidNodiDistinta(); }))
+        return;
+    const QString guidCliccato = guids.value(m_cliccato.idNodo);
+    // A node without a state first takes the workflow's default one.
+    if (!step(procedureRilascia, [&] {
+            TXT_GD02_STATO->setGuid(guidCliccato);
+            if (TXT_GD02_STATO->GetDescrizioneStatoFromGUID(guidCliccato).isEmpty()) {
+                TXT_GD02_STATO->GetDefaultFlussoStato();
+                TXT_GD02_STATO->ConfermaStato();
+            }
+        }))
+        return;
+
+    const QList<int> nodi = discendenti(cliccato);
+    fw::ProgressFeedback avanzamento(this, QStringLiteral("Impostazione dello stato sui figli"), int(nodi.size()), true);
+    TVW_DISTINTA->beginUpdate();
+    int fatti = 0;
+    for (int posizione : nodi) {
+        TVW_DISTINTA->setFocusedAbsoluteIndex(posizione);
+        const bool continua = step(procedureRilascia, [&] {
+            const qint64 id = m_nodi->value(QStringLiteral("GD02_ID")).toLongLong();
+            TXT_GD02_STATO->DuplicaStato(guidCliccato, guids.value(id));
+        });
+        if (!continua || !avanzamento.advance(++fatti))
+            break;
+    }
+    TVW_DISTINTA->setFocusedAbsoluteIndex(m_cliccato.indice);
+    TVW_DISTINTA->endUpdate();
+    TVW_DISTINTA->refresh();
+    step(procedureRilascia, [&] { TXT_GD02_STATO->setGuid(guidCliccato); });
+}
+
+// Only a choice of the user is stored; the control's own changes (a node shown) are not.
+void FRMGD_DISTINTA::TXT_GD02_STATO_AfterItem(bool cambiatoDallUtente)
+{
+    if (cambiatoDallUtente)
+        step(QStringLiteral("TXT_GD02_STATO_AfterItem"), [this] { TXT_GD02_STATO->ConfermaStato(); });
+}
+
+QString FRMGD_DISTINTA::guidNodo(qint64 idNodo)
+{
+    const db::RecordsetPtr guid = connection()->openRecordset(nodistatements::nodeGuidQuery(companyCode(), idNodo));
+    return guid->isEmpty() ? QString() : MODGD_DISTINTA::NvlStringa(guid->valueAt(0, 0));
+}
+
+QHash<qint64, QString> FRMGD_DISTINTA::guidNodiDistinta()
+{
+    const db::RecordsetPtr rows = connection()->openRecordset(
+        nodistatements::typeGuidsQuery(companyCode(), m_idDistinta.toLongLong()));
+    QHash<qint64, QString> guids;
+    guids.reserve(rows->recordCount());
+    for (int row = 0; row < rows->recordCount(); ++row)
+        guids.insert(rows->valueAt(row, 0).toLongLong(), MODGD_DISTINTA::NvlStringa(rows->valueAt(row, 1)));
+    return guids;
+}
