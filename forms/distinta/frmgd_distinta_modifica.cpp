@@ -107,6 +107,12 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnValidateEdit(const fw::TreeListNode &node, c
 {
     const bool valid = accept;
     error.clear();
+    // What the date editor itself cannot read is never stored, whatever the node's billing rule.
+    if (!valid && (column == colonnaInizio || column == colonnaFine)) {
+        avviso(column == colonnaInizio ? QStringLiteral("Attenzione data validità inizio errata o non caricata")
+                                       : QStringLiteral("Attenzione data validità fine errata o non caricata"));
+        return;
+    }
     accept = TVW_DISTINTA_OnEdited(node, column, value, valid);
     if (!accept)
         return;

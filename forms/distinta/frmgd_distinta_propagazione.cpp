@@ -48,9 +48,9 @@ void FRMGD_DISTINTA::creaMenuCollegamento()
             [this](const fw::TreeListNode &node, const QPoint &globalPos) {
                 if (!node.isValid())
                     return;
-                // From the keyboard there was no click: the focused node is the one the menu acts on.
-                if (m_cliccato.indice != node.absoluteIndex())
-                    TVW_DISTINTA_OnMouseDown(node, QString(), Qt::RightButton, QPoint());
+                // Taken again as the menu opens: from the keyboard there was no click, and the
+                // node may have changed since the last one.
+                TVW_DISTINTA_OnMouseDown(node, QString(), Qt::RightButton, QPoint());
                 mnuPropagaFigli->setEnabled(node.hasChildren());
                 mnuRilasciaFigli->setEnabled(TXT_GD02_STATO->hasService());
                 mnuCollegamento->popup(globalPos);

@@ -27,8 +27,19 @@ QWidget *TreeListDelegate::createEditor(QWidget *parent, const QStyleOptionViewI
     return createKindEditor(parent, index);
 }
 
+namespace {
+
+// Set while an editor stores the choice made in its drop-down.
+constexpr char choiceMade[] = "fwTreeListChoiceMade";
+
+} // namespace
+
+// An editor whose choice is being stored keeps it: a close-up handler that writes another field
+// of the row makes the view refresh the row's editors before the choice is read.
 void TreeListDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 {
+    if (editor->property(choiceMade).toBool())
+        return;
     setEditorValue(editor, index);
 }
 
@@ -54,6 +65,7 @@ QVariant TreeListDelegate::editorValue(QWidget *, bool *valid) const
 
 void TreeListDelegate::finishOnChoice(QWidget *editor, const QModelIndex &index, const QVariant &choice) const
 {
+    editor->setProperty(choiceMade, true);
     m_hooks->closeUp(index, choice);
     auto *self = const_cast<TreeListDelegate *>(this);
     emit self->commitData(editor);

@@ -181,6 +181,24 @@ public:
 
     void premi(const QString &button) { control<QPushButton>(button)->click(); }
 
+    // The subject list's page, and a tick given to a subject there as the user gives it.
+    void paginaAnagrafiche() { control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->setCurrentIndex(1); }
+    void spunta(int code)
+    {
+        auto *grid = control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA"));
+        const QVariantList codes = colonna(form->anagrafiche(), QStringLiteral("Codice"));
+        const int row = int(codes.indexOf(QVariant(code)));
+        QVERIFY2(row >= 0, qPrintable(QString::number(code)));
+        QVERIFY(grid->model()->setData(grid->model()->index(row, 0), Qt::Checked, Qt::CheckStateRole));
+    }
+    QVariant cellaLista(int code, const QString &field) const
+    {
+        const QVariantList codes = colonna(form->anagrafiche(), QStringLiteral("Codice"));
+        return colonna(form->anagrafiche(), field).value(int(codes.indexOf(QVariant(code))));
+    }
+    // Lets queued work (counting ticks, editors opened after an edit) run.
+    static void attendi() { QCoreApplication::processEvents(); QCoreApplication::processEvents(); }
+
     QString codiceFocalizzato() const
     {
         return albero()->focusedNode().value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();

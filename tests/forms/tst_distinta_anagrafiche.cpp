@@ -34,7 +34,6 @@ class TestDistintaAnagrafiche : public QObject
         }
 
         fw::RecordsetGrid *griglia() const { return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA")); }
-        void paginaAnagrafiche() { control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->setCurrentIndex(1); }
         QVariantList valori(const QString &field) const { return colonna(form->anagrafiche(), field); }
         QVariant valore(int code, const QString &field) const
         {
