@@ -112,6 +112,27 @@ private slots:
         QCOMPARE(f.states.GetDescrizioneStatoFromGUID(QStringLiteral("padre")), QStringLiteral("Approvata"));
     }
 
+    // The states to choose from, in the workflow's order, and a row's state: state 0 is a state
+    // like any other, copied as the others are; a row without a record has none.
+    void statesToChooseAndStateZero()
+    {
+        Fixture f;
+        f.database.connection()->execute(QStringLiteral(
+            "INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE)"
+            " VALUES (0, 'DISTINTA', 'NUO', 'Nuovo', 0, 0)"));
+        QStringList described;
+        for (const fw::WorkflowState &state : f.states.GetStatiFlusso(QStringLiteral("DISTINTA")))
+            described << QStringLiteral("%1 %2%3").arg(state.id).arg(state.description, state.isDefault ? "*" : "");
+        QCOMPARE(described, QStringList({"0 Nuovo", "8 Annullata", "7 Sospesa*", "5 Bozza*", "6 Approvata"}));
+        QVERIFY(f.states.GetStatiFlusso(QStringLiteral("ALTRO")).isEmpty());
+
+        QVERIFY(!f.states.GetStatoFromGUID(QStringLiteral("g")).has_value());
+        f.states.ConfermaStato(QStringLiteral("g"), 0);
+        QCOMPARE(f.states.GetStatoFromGUID(QStringLiteral("g")), std::optional<int>(0));
+        f.states.DuplicaStato(QStringLiteral("g"), QStringLiteral("h"));
+        QCOMPARE(f.states.GetDescrizioneStatoFromGUID(QStringLiteral("h")), QStringLiteral("Nuovo"));
+    }
+
     // Guids and names reach the statements quoted; a state whose row in WF01_STATI is gone has
     // no description.
     void awkwardKeysAndMissingStates()
