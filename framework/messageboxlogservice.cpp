@@ -1,6 +1,7 @@
 #include "framework/messageboxlogservice.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStringList>
 #include <QTextStream>
 
@@ -32,6 +33,20 @@ QList<ButtonAnswer> buttonsOf(int style)
         return {{QMessageBox::Retry, Answer::Retry}, {QMessageBox::Cancel, Answer::Cancel}};
     default:
         return {{QMessageBox::Ok, Answer::Ok}};
+    }
+}
+
+// The buttons speak Italian whatever the system's language.
+QString italianCaption(QMessageBox::StandardButton button)
+{
+    switch (button) {
+    case QMessageBox::Yes: return QStringLiteral("Sì");
+    case QMessageBox::No: return QStringLiteral("No");
+    case QMessageBox::Cancel: return QStringLiteral("Annulla");
+    case QMessageBox::Abort: return QStringLiteral("Interrompi");
+    case QMessageBox::Retry: return QStringLiteral("Riprova");
+    case QMessageBox::Ignore: return QStringLiteral("Ignora");
+    default: return QStringLiteral("OK");
     }
 }
 
@@ -101,7 +116,7 @@ int MessageBoxLogService::ask(const QString &text, const QString &title, int sty
     const QList<ButtonAnswer> buttons = buttonsOf(style);
     QMessageBox box(iconOf(style), title, text);
     for (const ButtonAnswer &b : buttons)
-        box.addButton(b.button);
+        box.addButton(b.button)->setText(italianCaption(b.button));
     box.setDefaultButton(buttons.at(defaultIndex(style, buttons.size())).button);
     if (style & MessageStyle::SystemModal) {
         box.setWindowModality(Qt::ApplicationModal);

@@ -108,6 +108,11 @@ bool FRMGD_DISTINTA::activateForm()
     step(QStringLiteral("Form_Activate"), [this] {
         fw::GlobalServices *services = globals();
         TXT_GD02_STATO->setWorkflow(services ? services->workflowStateService() : nullptr, QStringLiteral("DISTINTA"));
+        // The tree was loaded before the control was ready: it shows the focused node's state now.
+        const fw::TreeListNode focused = TVW_DISTINTA->focusedNode();
+        if (focused.isValid() && m_nodi)
+            TXT_GD02_STATO->setGuid(guidNodo(m_nodi->valueAt(focused.row(), m_nodi->fieldIndex(QStringLiteral("GD02_ID")))
+                                                 .toLongLong()));
     });
     CaricaParametri();
     SplitterReposition();

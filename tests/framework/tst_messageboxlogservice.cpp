@@ -27,6 +27,7 @@ class TestMessageBoxLogService : public QObject
         QString title;
         QString text;
         bool onTop = false;
+        QStringList captions;
     };
 
     // Answers the next box that opens with press(box) once the box's event loop runs.
@@ -38,8 +39,10 @@ class TestMessageBoxLogService : public QObject
                 whenTheBoxOpens(seen, press);
                 return;
             }
-            for (QAbstractButton *button : box->buttons())
+            for (QAbstractButton *button : box->buttons()) {
                 seen->buttons << box->standardButton(button);
+                seen->captions << button->text();
+            }
             seen->icon = box->icon();
             if (box->defaultButton())
                 seen->defaultButton = box->standardButton(box->defaultButton());
@@ -67,6 +70,22 @@ class TestMessageBoxLogService : public QObject
     }
 
 private slots:
+    // Whatever the system's language, the buttons read in Italian.
+    void buttonsSpeakItalian()
+    {
+        fw::MessageBoxLogService log;
+        Seen question;
+        whenTheBoxOpens(&question, pressing(QMessageBox::No));
+        log.showMessage(QStringLiteral("Domanda"), QStringLiteral("Titolo"), fw::MessageStyle::YesNoWarning);
+        question.captions.sort();
+        QCOMPARE(question.captions, QStringList({QStringLiteral("No"), QStringLiteral("Sì")}));
+        Seen error;
+        whenTheBoxOpens(&error, pressing(QMessageBox::Abort));
+        log.showMessage(QStringLiteral("Errore"), QStringLiteral("Titolo"), fw::MessageStyle::ErrorDialog);
+        error.captions.sort();
+        QCOMPARE(error.captions, QStringList({QStringLiteral("Ignora"), QStringLiteral("Interrompi"), QStringLiteral("Riprova")}));
+    }
+
     void stylesGiveButtonsIconAndDefault_data()
     {
         using B = QMessageBox::StandardButton;
