@@ -10,25 +10,17 @@
 
 #include "benchtable.h"
 #include "benchutil.h"
+#include "editorhost.h"
 
-#include "db/demodatabase.h"
 #include "forms/distinta/frmgd_distinta.h"
-#include "framework/defaulttheme.h"
-#include "framework/dictionarytranslationservice.h"
-#include "framework/hostcontext.h"
-#include "framework/hostglobalservices.h"
-#include "framework/sqlworkflowstateservice.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistmodel.h"
 #include "framework/treelist/treelistview.h"
-#include "module/clsgd_distinta.h"
 #include "platform/db/backend.h"
 #include "platform/db/databaseerror.h"
 #include "platform/db/recordsetdata.h"
 #include "platform/db/tsqltranslator.h"
 #include "platform/os/windowupdatelock.h"
-#include "tests/support/scriptedlogservice.h"
-#include "tests/support/scriptednavigator.h"
 
 #include <QApplication>
 #include <QFile>
@@ -65,105 +57,6 @@ int installStatementCounter(sqlite3 *handle, char **, const sqlite3_api_routines
 {
     sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, countStatement, nullptr);
     return SQLITE_OK;
-}
-
-// ---- the shell as it opens the editor, on an existing database file: login context of
-// company 1, standard dictionary and theme, a log service that records instead of asking.
-
-class EditorHost
-{
-public:
-    explicit EditorHost(const QString &databasePath)
-        : m_connection(db::Connection::open(dbsetup::sqliteConnectionString(databasePath)))
-        , m_log(std::make_shared<ScriptedLogService>())
-        , m_translations(std::make_shared<fw::DictionaryTranslationService>())
-        , m_theme(std::make_shared<fw::DefaultTheme>())
-    {
-        m_globals.setWorkingCompany(1);
-        m_globals.setUser(QStringLiteral("bench"));
-        m_globals.setUserGroup(QStringLiteral("ADMIN"));
-        m_globals.setApplicationTitle(QStringLiteral("VRAX Bench"));
-        m_globals.setTranslationService(m_translations);
-        m_globals.setLogServiceFactory([log = m_log] { return log; });
-        m_globals.setThemeFactory([theme = m_theme] { return theme; });
-        m_globals.setWorkflowStateService(std::make_shared<fw::SqlWorkflowStateService>(
-            m_connection, m_globals.user(), m_globals.userGroup()));
-    }
-
-    ~EditorHost()
-    {
-        delete m_form;
-        m_entry.reset();
-    }
-
-    // ShowForm on a new entry class, then the first activation: the editor loads the first
-    // customer type, which is the large tree.
-    FRMGD_DISTINTA *openEditor()
-    {
-        m_entry = std::make_unique<CLSGD_DISTINTA>();
-        fw::HostContext context;
-        context.globals = &m_globals;
-        context.connection = m_connection;
-        context.navigator = &m_navigator;
-        context.caption = QStringLiteral("Distinta di classificazione");
-        context.menuModulo = QStringLiteral("GD");
-        context.menuPadre = QStringLiteral("GD00");
-        context.menuProg = QStringLiteral("GD01");
-        fw::fillHostContract(*m_entry, context);
-        m_entry->ShowForm();
-        m_form = m_entry->form();
-        if (m_form)
-            m_form->Form_Activate();
-        return m_form;
-    }
-
-    db::ConnectionPtr connection() const { return m_connection; }
-    ScriptedLogService &log() { return *m_log; }
-
-private:
-    db::ConnectionPtr m_connection;
-    std::shared_ptr<ScriptedLogService> m_log;
-    std::shared_ptr<fw::DictionaryTranslationService> m_translations;
-    std::shared_ptr<fw::DefaultTheme> m_theme;
-    fw::HostGlobalServices m_globals;
-    ScriptedNavigator m_navigator;
-    std::unique_ptr<CLSGD_DISTINTA> m_entry;
-    QPointer<FRMGD_DISTINTA> m_form;
-};
-
-[[noreturn]] void fail(const QString &what)
-{
-    QTextStream(stderr) << "bench_editor: " << what << '\n';
-    std::exit(1);
-}
-
-void check(bool condition, const QString &what)
-{
-    if (!condition)
-        fail(what);
-}
-
-QString ms(double value)
-{
-    return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
-}
-
-// One table row for a timed figure: best wall time, ratio to the floor; median, CPU and runs in
-// the note, with the verdict when the figure has the 2x target.
-enum class Target { None, TwiceFloor };
-
-void addTiming(bench::BenchTable &table, const QString &figure, const bench::Timing &timing,
-               double floorMs, Target target = Target::None, const QString &remark = {})
-{
-    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
-                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
-                       .arg(timing.runs);
-    if (target == Target::TwiceFloor)
-        note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
-                                              : QStringLiteral("; target <= 2x: MISSED");
-    if (!remark.isEmpty())
-        note += QStringLiteral("; ") + remark;
-    table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
 }
 
 // The tree's viewport brought to about width x height by sizing the form around it.
@@ -234,23 +127,23 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     // ---- the floor
     const bench::Floor floor = bench::measureFloor(database, runs);
     const double floorMs = floor.timing.bestMs;
-    addTiming(table, QStringLiteral("floor: node query stepped with sqlite3"), floor.timing, floorMs,
-              Target::None, QStringLiteral("%1 rows").arg(floor.rows));
+    bench::addTiming(table, QStringLiteral("floor: node query stepped with sqlite3"), floor.timing, floorMs,
+              bench::Target::None, QStringLiteral("%1 rows").arg(floor.rows));
 
     // ---- opening the editor: start-up and the first load of the large tree, and its memory
     malloc_trim(0);
     bench::resetPeakMemory();
     const bench::Memory before = bench::memoryUsage();
-    EditorHost host(database.path);
+    bench::EditorHost host(database.path);
     FRMGD_DISTINTA *form = nullptr;
     const qint64 statementsBeforeOpen = startedStatements;
     const double openMs = bench::timeMs([&] { form = host.openEditor(); });
     const qint64 openStatements = startedStatements - statementsBeforeOpen;
     const bench::Memory loaded = bench::memoryUsage();
-    check(form, QStringLiteral("the editor did not open"));
-    check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
+    bench::check(form, QStringLiteral("the editor did not open"));
+    bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
     fw::TreeList *tree = form->findChild<fw::TreeList *>(QStringLiteral("TVW_DISTINTA"));
-    check(tree && form->nodi() && form->nodi()->recordCount() == floor.rows && tree->count() == floor.rows,
+    bench::check(tree && form->nodi() && form->nodi()->recordCount() == floor.rows && tree->count() == floor.rows,
           QStringLiteral("the tree does not hold the %1 rows of the floor").arg(floor.rows));
 
     table.addRow(QStringLiteral("open editor (start-up + first CaricaDistinta)"), openMs, QStringLiteral("ms"),
@@ -266,8 +159,8 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
 
     // ---- CaricaDistinta phase by phase, in its order, under its freeze of the tree
     const QString sql = form->statementDistinta();
-    check(!sql.isEmpty(), QStringLiteral("no type is selected"));
-    addTiming(table, QStringLiteral("statementDistinta"),
+    bench::check(!sql.isEmpty(), QStringLiteral("no type is selected"));
+    bench::addTiming(table, QStringLiteral("statementDistinta"),
               bench::measure(runs, [&] { (void)form->statementDistinta(); }), floorMs);
 
     const db::ConnectionPtr connection = host.connection();
@@ -276,7 +169,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         runs, [&] { rows.reset(); },
         [&] { rows = connection->backend().query(db::translateTsqlToSqlite(sql)); });
     rows.reset();
-    addTiming(table, QStringLiteral("query: back end runs it, rows into cells"), query, floorMs);
+    bench::addTiming(table, QStringLiteral("query: back end runs it, rows into cells"), query, floorMs);
 
     db::RecordsetPtr nodes;
     malloc_trim(0);
@@ -286,11 +179,11 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     const double rowsKb = double(bench::memoryUsage().currentKb - withoutRowsKb);
     // The recordset adds little to the query (its rows are the back end's cells): the two best
     // times differ by less than their noise, so no difference is shown.
-    addTiming(table, QStringLiteral("load: apriNodi (query + recordset)"), load, floorMs, Target::TwiceFloor);
+    bench::addTiming(table, QStringLiteral("load: apriNodi (query + recordset)"), load, floorMs, bench::Target::TwiceFloor);
     table.addRow(QStringLiteral("of the resident memory: node rows, per node"), rowsKb * 1024.0 / database.nodes,
                  QStringLiteral("B"), std::nullopt, QStringLiteral("one recordset more in memory"));
 
-    addTiming(table, QStringLiteral("caricaTestiDisegno (draw-time texts)"),
+    bench::addTiming(table, QStringLiteral("caricaTestiDisegno (draw-time texts)"),
               bench::measure(runs, [&] { form->caricaTestiDisegno(*nodes); }), floorMs);
 
     {
@@ -301,31 +194,31 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
             form->DistruggiFrameworkDistinta();
             tree->setRecordset(nullptr);
         };
-        addTiming(table, QStringLiteral("build: legaAlbero"),
+        bench::addTiming(table, QStringLiteral("build: legaAlbero"),
                   bench::measure(runs, unbind, [&] { form->legaAlbero(nodes, sql); }), floorMs,
-                  Target::TwiceFloor);
-        addTiming(table, QStringLiteral("expand all: espandiTutto"),
+                  bench::Target::TwiceFloor);
+        bench::addTiming(table, QStringLiteral("expand all: espandiTutto"),
                   bench::measure(runs, [&] { unbind(); form->legaAlbero(nodes, sql); },
                                  [&] { form->espandiTutto(); }),
-                  floorMs, Target::TwiceFloor);
-        addTiming(table, QStringLiteral("levels: CaricaLivelli"),
-                  bench::measure(runs, [&] { form->CaricaLivelli(); }), floorMs, Target::TwiceFloor,
+                  floorMs, bench::Target::TwiceFloor);
+        bench::addTiming(table, QStringLiteral("levels: CaricaLivelli"),
+                  bench::measure(runs, [&] { form->CaricaLivelli(); }), floorMs, bench::Target::TwiceFloor,
                   QStringLiteral("%1 levels").arg(form->livelloMassimo() + 1));
     }
-    check(fullyExpanded(tree), QStringLiteral("espandiTutto left nodes collapsed"));
-    check(host.log().isQuiet(), QStringLiteral("a phase reported: ") + host.log().messageTexts().join(u'/'));
+    bench::check(fullyExpanded(tree), QStringLiteral("espandiTutto left nodes collapsed"));
+    bench::check(host.log().isQuiet(), QStringLiteral("a phase reported: ") + host.log().messageTexts().join(u'/'));
 
     nodes.reset();   // from here on only the form holds the rows, as after a user's load
     malloc_trim(0);
     bench::resetPeakMemory();
     const bench::Memory beforeReload = bench::memoryUsage();
-    addTiming(table, QStringLiteral("reload: CaricaDistinta whole"),
-              bench::measure(runs, [&] { form->CaricaDistinta(); }), floorMs, Target::None,
+    bench::addTiming(table, QStringLiteral("reload: CaricaDistinta whole"),
+              bench::measure(runs, [&] { form->CaricaDistinta(); }), floorMs, bench::Target::None,
               QStringLiteral("lets go of the previous tree too"));
     table.addRow(QStringLiteral("peak memory growth, reload"),
                  double(bench::memoryUsage().peakKb - beforeReload.currentKb) / 1024.0, QStringLiteral("MB"),
                  std::nullopt, QStringLiteral("the previous rows let go before the new ones are read"));
-    check(tree->count() == floor.rows, QStringLiteral("the reload lost nodes"));
+    bench::check(tree->count() == floor.rows, QStringLiteral("the reload lost nodes"));
 
     // ---- painting a full viewport at positions spread over the whole tree
     form->show();
@@ -356,10 +249,10 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     (void)connection->openRecordset(QStringLiteral("SELECT 1"));
     const bool traceWorks = tracedStatements(tracePath) == traced + 1 && startedStatements > statementsBeforePaint;
     qunsetenv("DISTINTA_SQL_TRACE");
-    check(traceWorks, QStringLiteral("the statement witnesses do not work"));
+    bench::check(traceWorks, QStringLiteral("the statement witnesses do not work"));
     const int rowsPerViewport = viewport->height() / std::max(1, tree->view()->sizeHintForRow(0));
 
-    addTiming(table, QStringLiteral("paint: one full viewport"), paint, floorMs, Target::None,
+    bench::addTiming(table, QStringLiteral("paint: one full viewport"), paint, floorMs, bench::Target::None,
               QStringLiteral("%1x%2 px, %3 rows, %4 scroll positions")
                   .arg(viewportSize.width()).arg(viewportSize.height()).arg(rowsPerViewport).arg(positions));
     table.addRow(QStringLiteral("statements while painting (sqlite3 counter)"), double(paintStatements),
@@ -371,7 +264,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
 
     // ---- the search in the tree, for a match near the end
     QLineEdit *search = form->findChild<QLineEdit *>(QStringLiteral("TXTCERCA"));
-    check(search, QStringLiteral("no TXTCERCA"));
+    bench::check(search, QStringLiteral("no TXTCERCA"));
     const db::RecordsetPtr bound = form->nodi();
     const int nameField = bound->fieldIndex(QStringLiteral("RagioneSociale"));
     const int codeField = bound->fieldIndex(QStringLiteral("GD02_CLIFOR_CG44"));
@@ -384,9 +277,9 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         }
         search->setText(bound->valueAt(row, valueField).toString());
         const bench::Timing timing = bench::measure(runs, [&] { form->CercaNellaDistinta(field); });
-        check(bound->currentRow() == row && tree->focusedNode().isValid(),
+        bench::check(bound->currentRow() == row && tree->focusedNode().isValid(),
               QStringLiteral("%1 landed on row %2 instead of %3").arg(figure).arg(bound->currentRow()).arg(row));
-        addTiming(table, figure, timing, floorMs, Target::None,
+        bench::addTiming(table, figure, timing, floorMs, bench::Target::None,
                   QStringLiteral("match at row %1 of %2").arg(row + 1).arg(bound->recordCount()));
     };
     searchFor(QStringLiteral("RagioneSociale"), byName, nameField, QStringLiteral("search by name: CercaNellaDistinta"));
@@ -398,10 +291,10 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         form->CaricaAnagraficheDistinta();
         subjects = form->anagrafiche() ? form->anagrafiche()->recordCount() : 0;
     });
-    check(subjects >= database.nodes, QStringLiteral("the subject list holds %1 rows").arg(subjects));
-    addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs, Target::None,
+    bench::check(subjects >= database.nodes, QStringLiteral("the subject list holds %1 rows").arg(subjects));
+    bench::addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs, bench::Target::None,
               QStringLiteral("%1 subjects").arg(subjects));
-    check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
+    bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
 }
 
 } // namespace
@@ -427,7 +320,7 @@ int main(int argc, char *argv[])
             malloc_trim(0);
         }
     } catch (const db::DatabaseError &error) {
-        fail(error.message() + u'\n' + error.statement());
+        bench::fail(error.message() + u'\n' + error.statement());
     }
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "platform/db/sqlitefunctions.h"
 #include "platform/db/tsqltranslator.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -13,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
+#include <cstdlib>
 #include <sqlite3.h>
 #include <time.h>
 #include <vector>
@@ -50,6 +52,18 @@ Timing measure(int runs, const std::function<void()> &prepare, const std::functi
     const size_t n = times.size();
     const double median = n % 2 ? times[n / 2] : (times[n / 2 - 1] + times[n / 2]) / 2;
     return {times.front(), median, bestCpu, int(n)};
+}
+
+void fail(const QString &what)
+{
+    QTextStream(stderr) << QCoreApplication::applicationName() << ": " << what << '\n';
+    std::exit(1);
+}
+
+void check(bool condition, const QString &what)
+{
+    if (!condition)
+        fail(what);
 }
 
 double timeMs(const std::function<void()> &work)

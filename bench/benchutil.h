@@ -61,6 +61,10 @@ struct Options
 
 Options parseOptions(const QStringList &arguments);
 
+// Ends the program with a message naming it, for a benchmark whose work went wrong.
+[[noreturn]] void fail(const QString &what);
+void check(bool condition, const QString &what);
+
 // ---- generated databases
 
 // One generated database and the classification that holds its large tree.

@@ -36,19 +36,21 @@ QString overlapQuery(const Collegamento &link)
         + QStringLiteral(" GD01_TIPODISTINTA_FIGLIO.GD01_DESCR AS DescDistinta,")
         + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_CODICE AS CodDistintaCapo,")
         + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_DESCR AS DescDistintaCapo")
-        // The parent's joins nest without parentheses, ON clauses innermost first.
+        // One chain of outer joins: each join of the parent's group only meets rows of the
+        // parent, so the chain means what the nested groups mean, and lets the database start
+        // from the subject's own links through their index.
         + QStringLiteral(" FROM GD01_TIPODISTINTA AS GD01_TIPODISTINTA_FIGLIO")
         + QStringLiteral(" LEFT OUTER JOIN GD02_DISTINTA AS GD02_DISTINTA_FIGLIO")
         + QStringLiteral(" ON GD01_TIPODISTINTA_FIGLIO.GD01_ID = GD02_DISTINTA_FIGLIO.GD02_ID_GD01")
         + QStringLiteral(" LEFT OUTER JOIN GD02_DISTINTA AS GD02_DISTINTA_PADRE")
+        + QStringLiteral(" ON GD02_DISTINTA_FIGLIO.GD02_IDPARENT_GD02 = GD02_DISTINTA_PADRE.GD02_ID")
         + QStringLiteral(" LEFT OUTER JOIN GD01_TIPODISTINTA AS GD01_TIPODISTINTA_PADRE")
         + QStringLiteral(" ON GD02_DISTINTA_PADRE.GD02_ID_GD01 = GD01_TIPODISTINTA_PADRE.GD01_ID")
-        + QStringLiteral(" ON GD02_DISTINTA_FIGLIO.GD02_IDPARENT_GD02 = GD02_DISTINTA_PADRE.GD02_ID")
         + QStringLiteral(" LEFT OUTER JOIN CG44_CLIFOR")
-        + QStringLiteral(" LEFT OUTER JOIN CG16_ANAGGEN ON CG44_CLIFOR.CG44_CODICE_CG16 = CG16_ANAGGEN.CG16_CODICE")
         + QStringLiteral(" ON GD02_DISTINTA_PADRE.GD02_DITTA_CG18 = CG44_CLIFOR.CG44_DITTA_CG18")
         + QStringLiteral(" AND GD02_DISTINTA_PADRE.GD02_TIPOCF_CG44 = CG44_CLIFOR.CG44_TIPOCF")
         + QStringLiteral(" AND GD02_DISTINTA_PADRE.GD02_CLIFOR_CG44 = CG44_CLIFOR.CG44_CLIFOR")
+        + QStringLiteral(" LEFT OUTER JOIN CG16_ANAGGEN ON CG44_CLIFOR.CG44_CODICE_CG16 = CG16_ANAGGEN.CG16_CODICE")
         + QStringLiteral(" WHERE GD02_DISTINTA_FIGLIO.GD02_DITTA_CG18 = ") + number(link.company)
         + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_CLIFOR_CG44 = ") + number(link.subjectCode)
         + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_TIPOCF_CG44 = ") + number(link.subjectKind);

@@ -22,7 +22,11 @@ namespace {
 
 bool isCreateIndex(const char *sql)
 {
-    const QString text = QString::fromUtf8(sql).simplified().toUpper();
+    // The statement's text may begin with the comment lines written above it.
+    QStringList lines = QString::fromUtf8(sql).split(QLatin1Char('\n'));
+    while (!lines.isEmpty() && (lines.first().trimmed().startsWith(QLatin1String("--")) || lines.first().trimmed().isEmpty()))
+        lines.removeFirst();
+    const QString text = lines.join(QLatin1Char(' ')).simplified().toUpper();
     return text.startsWith(QLatin1String("CREATE INDEX"))
         || text.startsWith(QLatin1String("CREATE UNIQUE INDEX"));
 }

@@ -1,5 +1,7 @@
 #include "framework/recordframe.h"
 
+#include <limits>
+
 #include "framework/controlvalue.h"
 #include "framework/logservice.h"
 
@@ -79,15 +81,21 @@ void RecordFrame::bind(QWidget *control, const QString &fieldName)
 
 void RecordFrame::refreshControls()
 {
+    refreshFields(0, std::numeric_limits<int>::max());
+}
+
+// The controls bound to the fields firstField..lastField show the current row again.
+void RecordFrame::refreshFields(int firstField, int lastField)
+{
     const bool onRow = m_recordset && m_recordset->currentRow() >= 0;
     m_filling = true;
     for (const Binding &binding : std::as_const(m_bindings)) {
         if (!binding.control)
             continue;
-        QVariant value;
-        if (onRow && m_recordset->fieldIndex(binding.fieldName) >= 0)
-            value = m_recordset->value(binding.fieldName);
-        controlvalue::write(binding.control, value);
+        const int field = m_recordset ? m_recordset->fieldIndex(binding.fieldName) : -1;
+        if (field >= 0 && (field < firstField || field > lastField))
+            continue;
+        controlvalue::write(binding.control, onRow && field >= 0 ? m_recordset->value(field) : QVariant());
     }
     m_filling = false;
 }
@@ -212,8 +220,15 @@ void RecordFrame::setRecordset(db::RecordsetPtr recordset)
         if (!m_filling)
             refreshControls();
     };
+    // A change of cells touches the controls only when it is on the current row and in the
+    // fields they show: writing other rows (a whole branch at a time) leaves them alone.
+    auto followCells = [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
+        const int row = m_recordset->currentRow();
+        if (!m_filling && row >= topLeft.row() && row <= bottomRight.row())
+            refreshFields(topLeft.column(), bottomRight.column());
+    };
     m_recordsetConnections << connect(m_recordset.get(), &db::Recordset::currentRowChanged, this, follow)
-                           << connect(m_recordset.get(), &QAbstractItemModel::dataChanged, this, follow)
+                           << connect(m_recordset.get(), &QAbstractItemModel::dataChanged, this, followCells)
                            << connect(m_recordset.get(), &QAbstractItemModel::modelReset, this, follow);
 }
 

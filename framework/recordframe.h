@@ -90,6 +90,7 @@ private:
     };
 
     void setRecordset(db::RecordsetPtr recordset);
+    void refreshFields(int firstField, int lastField);
     void setState(int state);
     void controlEdited(QWidget *control);
     bool hasPendingChanges() const;

@@ -39,9 +39,9 @@ void FRMGD_DISTINTA::contaSelezionatiPiuTardi()
 // Nothing happens while a propagation walks the branch or a deletion takes the node away.
 void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const fw::TreeListNode &current)
 {
-    aggiornaComandi();
     if (m_propagazioneInCorso || m_eliminazioneInCorso)
         return;
+    aggiornaComandi();
     if (TXT_ALFA->isVisible())
         TXT_ALFA->hide();
     if (!current.isValid() || !m_nodi) {

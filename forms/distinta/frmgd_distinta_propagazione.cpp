@@ -1,7 +1,7 @@
 // The tree's context menu and what it pushes down a branch: the billing rule and code of the
-// node the menu was opened on, or its link state, copied to every node below it. Each node is
-// saved on its own, through the rows the tree is bound to; a node another clerk changed since
-// it was read is left as that clerk saved it, and named at the end.
+// node the menu was opened on, or its link state, copied to every node below it in display
+// order. Each node is saved on its own, through the rows the tree is bound to; a node another
+// clerk changed since it was read is left as that clerk saved it, and named at the end.
 #include "forms/distinta/frmgd_distinta.h"
 
 #include "data/modgd_distinta.h"
@@ -87,6 +87,8 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, cons
     });
 }
 
+// The rows are written through a clone of the tree's rows: the same rows and the same checked
+// write-back, without moving the focus over every node of the branch on the way.
 void FRMGD_DISTINTA::mnuPropagaFigli_Click()
 {
     QScopedValueRollback propagating(m_propagazioneInCorso, true);
@@ -95,6 +97,9 @@ void FRMGD_DISTINTA::mnuPropagaFigli_Click()
         return;
     const QList<int> nodi = discendenti(cliccato);
     const QVariant codice = m_cliccato.codiceFatt != 0 ? QVariant(qint64(m_cliccato.codiceFatt)) : QVariant();
+    const db::RecordsetPtr righe = m_nodi->clone();
+    const int campoRegola = righe->fieldIndex(QStringLiteral("GD02_TIPOANAGFATT"));
+    const int campoCodice = righe->fieldIndex(QStringLiteral("GD02_CLIFORFATT_CG44"));
     QStringList modificatiAltrove;
 
     fw::ProgressFeedback avanzamento(this, QStringLiteral("Impostazione dei valori di fatturazione sui figli"),
@@ -102,22 +107,22 @@ void FRMGD_DISTINTA::mnuPropagaFigli_Click()
     TVW_DISTINTA->beginUpdate();
     int fatti = 0;
     for (int posizione : nodi) {
-        TVW_DISTINTA->setFocusedAbsoluteIndex(posizione);
         const bool continua = step(procedurePropaga, [&] {
+            righe->setCurrentRow(TVW_DISTINTA->nodeAt(posizione).row());
             try {
-                m_nodi->setValue(QStringLiteral("GD02_TIPOANAGFATT"), m_cliccato.tipoAnagFatt);
-                m_nodi->setValue(QStringLiteral("GD02_CLIFORFATT_CG44"), codice);
-                m_nodi->update();
+                righe->setValue(campoRegola, m_cliccato.tipoAnagFatt);
+                righe->setValue(campoCodice, codice);
+                righe->update();
             } catch (const db::DatabaseError &error) {
-                m_nodi->cancelUpdate();   // a retry starts again from the stored row
+                righe->cancelUpdate();   // a retry starts again from the stored row
                 if (!db::Recordset::isConflict(error))
                     throw;
                 // Another clerk's values stay; the row shows them.
                 connection()->clearErrors();
-                m_nodi->resync();
-                modificatiAltrove << MODGD_DISTINTA::NvlStringa(m_nodi->value(QStringLiteral("GD02_CLIFOR_CG44")))
+                righe->resync();
+                modificatiAltrove << MODGD_DISTINTA::NvlStringa(righe->value(QStringLiteral("GD02_CLIFOR_CG44")))
                                          + QStringLiteral(" - ")
-                                         + MODGD_DISTINTA::NvlStringa(m_nodi->value(QStringLiteral("RAGIONESOCIALE")));
+                                         + MODGD_DISTINTA::NvlStringa(righe->value(QStringLiteral("RAGIONESOCIALE")));
             }
         });
         if (!continua || !avanzamento.advance(++fatti))
@@ -153,20 +158,18 @@ void FRMGD_DISTINTA::mnuRilasciaFigli_Click()
         return;
 
     const QList<int> nodi = discendenti(cliccato);
+    const int campoId = m_nodi->fieldIndex(QStringLiteral("GD02_ID"));
     fw::ProgressFeedback avanzamento(this, QStringLiteral("Impostazione dello stato sui figli"), int(nodi.size()), true);
-    TVW_DISTINTA->beginUpdate();
     int fatti = 0;
     for (int posizione : nodi) {
-        TVW_DISTINTA->setFocusedAbsoluteIndex(posizione);
         const bool continua = step(procedureRilascia, [&] {
-            const qint64 id = m_nodi->value(QStringLiteral("GD02_ID")).toLongLong();
+            const qint64 id = m_nodi->valueAt(TVW_DISTINTA->nodeAt(posizione).row(), campoId).toLongLong();
             TXT_GD02_STATO->DuplicaStato(guidCliccato, guids.value(id));
         });
         if (!continua || !avanzamento.advance(++fatti))
             break;
     }
     TVW_DISTINTA->setFocusedAbsoluteIndex(m_cliccato.indice);
-    TVW_DISTINTA->endUpdate();
     TVW_DISTINTA->refresh();
     step(procedureRilascia, [&] { TXT_GD02_STATO->setGuid(guidCliccato); });
 }
