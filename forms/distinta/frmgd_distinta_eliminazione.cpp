@@ -17,11 +17,17 @@ namespace {
 
 const QString procedureEliminazione = QStringLiteral("EliminaCliforDaStruttura");
 
-// A date of the node as the condition statements write it; an empty date fails the statement,
-// as it does on the server.
-QDate dataNodo(const db::Recordset &nodi, const QString &campo)
+// The current row of a node recordset as the condition statement reads it. An empty date
+// fails the statement, as it does on the server.
+legamistatements::NodoCondizioni nodoCondizioni(const db::Recordset &nodi)
 {
-    return nodi.value(campo).toDate();
+    legamistatements::NodoCondizioni nodo;
+    nodo.nodeId = nodi.value(QStringLiteral("GD02_ID")).toLongLong();
+    nodo.subjectKind = nodi.value(QStringLiteral("GD02_TIPOCF_CG44")).toInt();
+    nodo.subjectCode = nodi.value(QStringLiteral("GD02_CLIFOR_CG44")).toLongLong();
+    nodo.start = nodi.value(QStringLiteral("GD02_DATAINIZIOVAL")).toDate();
+    nodo.end = nodi.value(QStringLiteral("GD02_DATAFINEVAL")).toDate();
+    return nodo;
 }
 
 } // namespace
@@ -178,14 +184,9 @@ bool FRMGD_DISTINTA::LegamiPremiPromoAtt()
 {
     bool legato = false;
     step(QStringLiteral("LegamiPremiPromoAtt:"), [&] {
-        legamistatements::NodoCondizioni nodo;
-        nodo.nodeId = m_nodi->value(QStringLiteral("GD02_ID")).toLongLong();
-        nodo.subjectKind = m_nodi->value(QStringLiteral("GD02_TIPOCF_CG44")).toInt();
-        nodo.subjectCode = m_nodi->value(QStringLiteral("GD02_CLIFOR_CG44")).toLongLong();
-        nodo.start = dataNodo(*m_nodi, QStringLiteral("GD02_DATAINIZIOVAL"));
-        nodo.end = dataNodo(*m_nodi, QStringLiteral("GD02_DATAFINEVAL"));
         const QString divisione = m_divisione ? QString::number(*m_divisione) : QString();
-        legato = connection()->openRecordset(legamistatements::conditionsQuery(companyCode(), nodo, divisione))
+        legato = connection()->openRecordset(legamistatements::conditionsQuery(companyCode(), nodoCondizioni(*m_nodi),
+                                                                               divisione))
                      ->recordCount() >= 1;
     });
     return legato;
@@ -197,13 +198,8 @@ bool FRMGD_DISTINTA::LegamiPremiPromoAttFigli(const db::RecordsetPtr &figli)
     step(QStringLiteral("LegamiPremiPromoAttFigli:"), [&] {
         const QString divisione = m_divisione ? QString::number(*m_divisione) : QString();
         for (figli->moveFirst(); !figli->eof(); figli->moveNext()) {
-            legamistatements::NodoCondizioni figlio;
-            figlio.nodeId = figli->value(QStringLiteral("GD02_ID")).toLongLong();
-            figlio.subjectKind = figli->value(QStringLiteral("GD02_TIPOCF_CG44")).toInt();
-            figlio.subjectCode = figli->value(QStringLiteral("GD02_CLIFOR_CG44")).toLongLong();
-            figlio.start = dataNodo(*figli, QStringLiteral("GD02_DATAINIZIOVAL"));
-            figlio.end = dataNodo(*figli, QStringLiteral("GD02_DATAFINEVAL"));
-            if (connection()->openRecordset(legamistatements::conditionsQuery(companyCode(), figlio, divisione))
+            if (connection()->openRecordset(legamistatements::conditionsQuery(companyCode(), nodoCondizioni(*figli),
+                                                                              divisione))
                     ->recordCount() >= 1) {
                 legato = true;
                 return;
