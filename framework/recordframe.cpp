@@ -3,6 +3,7 @@
 #include "framework/controlvalue.h"
 #include "framework/logservice.h"
 
+#include <QScopedValueRollback>
 #include <QWidget>
 
 namespace fw {
@@ -45,6 +46,7 @@ void RecordFrame::attach(db::RecordsetPtr recordset, const QString &sql, const Q
         m_recordset->moveFirst();
     refreshControls();
     setState(Browse);
+    announceRow();
 }
 
 void RecordFrame::requery()
@@ -68,6 +70,7 @@ void RecordFrame::requery()
     refreshControls();
     setState(Browse);
     emit recordsetReplaced(m_recordset);
+    announceRow();
 }
 
 void RecordFrame::bind(QWidget *control, const QString &fieldName)
@@ -77,12 +80,18 @@ void RecordFrame::bind(QWidget *control, const QString &fieldName)
     refreshControls();
 }
 
+void RecordFrame::watch(QWidget *control)
+{
+    m_bindings.append({control, QString()});
+    controlvalue::onChange(control, this, [this, control] { controlEdited(control); });
+}
+
 void RecordFrame::refreshControls()
 {
     const bool onRow = m_recordset && m_recordset->currentRow() >= 0;
     m_filling = true;
     for (const Binding &binding : std::as_const(m_bindings)) {
-        if (!binding.control)
+        if (!binding.control || binding.fieldName.isEmpty())
             continue;
         QVariant value;
         if (onRow && m_recordset->fieldIndex(binding.fieldName) >= 0)
@@ -110,6 +119,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
             refreshControls();
             setState(Browse);
             emit recordsetReplaced(m_recordset);
+            announceRow();
         }
         return true;
     }
@@ -122,6 +132,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
         m_recordset->setCurrentRow(match);
         refreshControls();
         setState(Browse);
+        announceRow();
     }
     return true;
 }
@@ -132,12 +143,15 @@ void RecordFrame::addNew()
     m_typed = false;
     refreshControls();
     setState(Insert);
+    announceRow();
     emit AfterAddNew();
 }
 
 bool RecordFrame::update()
 {
-    if (!m_recordset || m_recordset->currentRow() < 0 || !m_recordset->isEditing())
+    // A change typed only in a watched control leaves the row itself untouched until the
+    // handlers write it.
+    if (!m_recordset || m_recordset->currentRow() < 0 || (!m_recordset->isEditing() && m_state != Edit))
         return true;
     bool cancel = false;
     emit ValidateRecord(cancel);
@@ -160,7 +174,17 @@ void RecordFrame::undo()
     m_typed = false;
     refreshControls();
     setState(Browse);
+    announceRow();
     emit AfterUndo();
+}
+
+bool RecordFrame::leaveRow()
+{
+    if (m_state == Insert && !m_typed) {
+        undo();
+        return true;
+    }
+    return update();
 }
 
 bool RecordFrame::deleteCurrent()
@@ -174,6 +198,7 @@ bool RecordFrame::deleteCurrent()
     m_recordset->deleteCurrent();
     refreshControls();
     setState(Browse);
+    announceRow();
     return true;
 }
 
@@ -212,9 +237,22 @@ void RecordFrame::setRecordset(db::RecordsetPtr recordset)
         if (!m_filling)
             refreshControls();
     };
-    m_recordsetConnections << connect(m_recordset.get(), &db::Recordset::currentRowChanged, this, follow)
+    auto showRow = [this] {
+        if (m_filling)
+            return;
+        refreshControls();
+        announceRow();
+    };
+    m_recordsetConnections << connect(m_recordset.get(), &db::Recordset::currentRowChanged, this, showRow)
                            << connect(m_recordset.get(), &QAbstractItemModel::dataChanged, this, follow)
-                           << connect(m_recordset.get(), &QAbstractItemModel::modelReset, this, follow);
+                           << connect(m_recordset.get(), &QAbstractItemModel::modelReset, this, showRow);
+}
+
+// The handlers fill watched controls: what they write is no change of the row.
+void RecordFrame::announceRow()
+{
+    QScopedValueRollback filling(m_filling, true);
+    emit rowShown();
 }
 
 void RecordFrame::setState(int state)

@@ -29,6 +29,17 @@ SqlWorkflowStateService::SqlWorkflowStateService(db::ConnectionPtr connection, c
 {
 }
 
+QList<WorkflowStateService::Stato> SqlWorkflowStateService::StatiFlusso(const QString &workflow)
+{
+    const auto rs = m_connection->openRecordset(
+        QStringLiteral("SELECT WF01_ID, WF01_DESCR FROM WF01_STATI WHERE WF01_FLUSSO = %1 ORDER BY WF01_ORDINE")
+            .arg(quoted(workflow)));
+    QList<Stato> states;
+    for (int row = 0; row < rs->recordCount(); ++row)
+        states.append({rs->valueAt(row, 0).toInt(), rs->valueAt(row, 1).toString().trimmed()});
+    return states;
+}
+
 QString SqlWorkflowStateService::GetDescrizioneStatoFromGUID(const QString &rowGuid)
 {
     const auto rs = m_connection->openRecordset(

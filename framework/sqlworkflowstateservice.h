@@ -13,6 +13,7 @@ class SqlWorkflowStateService : public WorkflowStateService
 public:
     SqlWorkflowStateService(db::ConnectionPtr connection, const QString &user, const QString &userGroup);
 
+    QList<Stato> StatiFlusso(const QString &workflow) override;
     QString GetDescrizioneStatoFromGUID(const QString &rowGuid) override;
     int GetDefaultFlussoStato(const QString &workflow) override;
     void ConfermaStato(const QString &rowGuid, int state) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 namespace fw {
@@ -9,7 +10,16 @@ namespace fw {
 class WorkflowStateService
 {
 public:
+    struct Stato
+    {
+        int id = 0;
+        QString descrizione;
+    };
+
     virtual ~WorkflowStateService() = default;
+
+    // The states of a workflow in their order, as a state control offers them.
+    virtual QList<Stato> StatiFlusso(const QString &workflow) = 0;
 
     // The description of the row's current state; empty when the row has none yet.
     virtual QString GetDescrizioneStatoFromGUID(const QString &rowGuid) = 0;
