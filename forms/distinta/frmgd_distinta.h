@@ -11,9 +11,13 @@
 #include "framework/recordframe.h"
 #include <optional>
 
+class FRMGD_ANAGDISTINTA;
+struct PrioritaScelta;
+class QAction;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QSplitter;
 class QTabWidget;
@@ -23,6 +27,7 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace fw {
+class ModuleManager;
 class RecordsetGrid;
 class TreeList;
 class TreeListNode;
@@ -68,7 +73,8 @@ public:
     void SplitterReposition();
 
     // --- selector of classification types (frmgd_distinta_selettore.cpp)
-    void InizializzaDistinte();
+    // chiave: the node to choose again after a rebuild, when it is still there.
+    void InizializzaDistinte(const QString &chiave = {});
     void TVW_SELDISTINTE_Click();
 
     // --- the tree (frmgd_distinta_caricamento.cpp)
@@ -107,6 +113,23 @@ public:
     void CercaNellaDistinta(const QString &campo);   // "RagioneSociale" or "trGD02_CLIFOR_CG44"
     void CercaDistinte(const QString &codice, const QString &ragioneSociale);
 
+    // --- linked managements and the subject's master data and card (frmgd_distinta_gestioni.cpp)
+    void CMD_GESTIONICOLLEGATE_Click(const QString &key, const QString &caption);
+    void mnuAnagCF_Click();
+    void mnuSchedaCF_Click();
+    void RichiamaSchedaClienti(qint64 codice);
+    void RichiamaSchedaFornitori(qint64 codice);
+    FRMGD_ANAGDISTINTA *anagraficaDistinta() const;
+
+    // --- price-list priorities of the node (frmgd_distinta_priorita.cpp)
+    // Identifier of a priority code, code of an identifier; empty when there is none. A failing
+    // lookup is reported and answers empty, with ok false.
+    QVariant Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, const QString &codice, bool *ok = nullptr);
+    QString Get_LP09_CODICE(const db::ConnectionPtr &connection, const QVariant &idPriorita, bool *ok = nullptr);
+    void TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node, const QString &column);
+    // Opens the picker and waits for it; the priority chosen, none when closed without a choice.
+    std::optional<PrioritaScelta> ScegliPriorita();
+
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
     QString idDistinta() const { return m_idDistinta; }           // GD01_ID of the chosen type
@@ -139,7 +162,21 @@ private:
     // tree
     void scaricaDistinta();
 
+    // linked managements and priorities
+    void collegaGestioni();
+    void creaMenuCollegamento();
+    void TVW_DISTINTA_MouseDown(const fw::TreeListNode &node, Qt::MouseButton button, const QPoint &pos);
+    fw::ModuleManager *gestoreModuli(const QString &gestione);
+    void apriAnagraficaDistinta();
+    void anagraficaDistintaChiusa();
+    void collegaPriorita();
+    void TXT_PRIORITA_Validate(QLineEdit *field, const QString &campo);
+    bool assegnaPriorita(const QString &procedure, const QString &campo, const QVariant &idPriorita);
+    void mostraCodiciPriorita();
+    QString codicePriorita(const QVariant &idPriorita);
+
     // selector
+    QTreeWidgetItem *voceSelettore(const QString &key) const;
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
     void aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind);
     int contaNodiSelettore() const;
@@ -195,6 +232,10 @@ private:
     QLineEdit *TXT_IDPRIORITA_LOCALIZZATA = nullptr;
     QLineEdit *TXT_GD02_ID = nullptr;
 
+    QMenu *mnuCollegamento = nullptr;
+    QAction *mnuAnagCF = nullptr;
+    QAction *mnuSchedaCF = nullptr;
+
     QSplitter *SPLITTERVerticale = nullptr;
     QSplitter *SPLITTERorizzontale = nullptr;
 
@@ -223,6 +264,11 @@ private:
 
     db::RecordsetPtr m_risultatiRicerca;
     bool m_ricercaInCorso = false;
+
+    QPointer<FRMGD_ANAGDISTINTA> m_anagraficaDistinta;
+    std::optional<qint64> m_soggettoMenu;            // subject of the node the menu opened on
+    QHash<qint64, QString> m_codiciPriorita;         // LP09_CODICE by LP09_ID, for the rows below
+    std::weak_ptr<db::Recordset> m_codiciPrioritaDi;   // the rows the codes were read for
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

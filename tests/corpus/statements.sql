@@ -219,3 +219,140 @@ GO
 -- expect: empty
 SELECT LP09_DESCR FROM LP09_TESTATAPRIORITA WHERE LP09_ID = '999'
 GO
+-- ImpostaFME_DISTINTE: the record frame of the type maintenance, company 1
+-- expect: rows = 6
+-- filled: GD01_ID, GD01_CODICE, GD01_GUID
+SELECT * FROM GD01_TIPODISTINTA  WHERE GD01_DITTA_CG18 = 1
+GO
+-- DIVISIONI_Lookup: the divisions of company 1
+-- expect: rows = 2
+-- filled: CO1A_CODICE, CO1A_DESCR
+SELECT CO1A_CODICE, CO1A_DESCR FROM CO1A_ANAGDIVISIONI  WHERE CO1A_DITTA_CG18 = 1
+GO
+-- DIVISIONI_Decode: a division code, read without the company
+-- expect: rows = 1
+-- filled: CO1A_DESCR
+SELECT CO1A_DESCR, CO1A_CODICE FROM CO1A_ANAGDIVISIONI  WHERE CO1A_CODICE = 'UNI'
+GO
+-- DIVISIONI_Decode: a typed code with a quote, doubled
+-- expect: empty
+SELECT CO1A_DESCR, CO1A_CODICE FROM CO1A_ANAGDIVISIONI  WHERE CO1A_CODICE = 'A''LI'
+GO
+-- DecodeCodiceDivisione: a division code of the company (lines joined by CR LF)
+-- expect: rows = 1
+-- filled: CO1A_IDDIV
+SELECT CO1A_IDDIV
+   FROM
+    CO1A_ANAGDIVISIONI
+WHERE
+    CO1A_DITTA_CG18 = 1 
+    AND CO1A_CODICE = 'BEV'
+GO
+-- DecodeCodiceDivisione: the division code of another company
+-- expect: empty
+SELECT CO1A_IDDIV
+   FROM
+    CO1A_ANAGDIVISIONI
+WHERE
+    CO1A_DITTA_CG18 = 1 
+    AND CO1A_CODICE = 'UNI'
+GO
+-- Get_CodiceDivisione: the code of a stored division (lines joined by CR LF)
+-- expect: rows = 1
+-- filled: CO1A_CODICE
+SELECT CO1A_CODICE
+   FROM
+    CO1A_ANAGDIVISIONI
+WHERE
+    CO1A_IDDIV = 2
+GO
+-- Get_MG3G_ID_LP09 (FRMGD_ANAGDISTINTA): the identifier of a priority code
+-- expect: rows = 1
+-- filled: LP09_ID
+SELECT LP09_ID FROM LP09_TESTATAPRIORITA WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'GDO'
+GO
+-- Get_LP09_CODICE (FRMGD_ANAGDISTINTA): the code of a priority identifier
+-- expect: rows = 1
+-- filled: LP09_CODICE
+SELECT LP09_CODICE FROM LP09_TESTATAPRIORITA WHERE LP09_ID = 2
+GO
+-- PRIORITA_Lookup: the price-list priorities of company 1
+-- expect: rows = 6
+-- filled: LP09_CODICE, LP09_DESCR
+SELECT LP09_CODICE, LP09_DESCR FROM LP09_TESTATAPRIORITA WITH (NOLOCK) WHERE LP09_DITTA_CG18 = 1 ORDER BY LP09_CODICE
+GO
+-- PRIORITA_Decode: the description of a priority code of the company
+-- expect: rows = 1
+-- filled: LP09_DESCR
+SELECT LP09_DESCR, LP09_CODICE FROM LP09_TESTATAPRIORITA WITH (NOLOCK) WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'STD'
+GO
+-- GRID_TIPODISTINTA: the text of a division cell
+-- expect: rows = 1
+-- filled: DESCR
+SELECT RTRIM(CO1A_CODICE) + ' - ' + CO1A_DESCR AS DESCR  FROM CO1A_ANAGDIVISIONI  WHERE CO1A_DITTA_CG18 = 1 AND CO1A_IDDIV = '1'
+GO
+-- GRID_TIPODISTINTA: the text of a priority cell
+-- expect: rows = 1
+-- filled: DESCR
+SELECT LP09_CODICE + ' - ' + LP09_DESCR AS DESCR  FROM LP09_TESTATAPRIORITA  WHERE LP09_ID = 2
+GO
+-- FME_DISTINTE_BeforeDelete: a type with nodes
+-- expect: rows = 90
+SELECT *  FROM  GD01_TIPODISTINTA INNER JOIN GD02_DISTINTA                                  ON GD01_TIPODISTINTA.GD01_ID = GD02_DISTINTA.GD02_ID_GD01 WHERE GD01_ID = 1
+GO
+-- FME_DISTINTE_BeforeDelete: a type without nodes
+-- expect: empty
+SELECT *  FROM  GD01_TIPODISTINTA INNER JOIN GD02_DISTINTA                                  ON GD01_TIPODISTINTA.GD01_ID = GD02_DISTINTA.GD02_ID_GD01 WHERE GD01_ID = 4
+GO
+-- FME_DISTINTE_ValidateRecord: the code of another type of the company
+-- expect: rows = 1
+-- filled: GD01_DESCR
+SELECT GD01_ID, GD01_CODICE, GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1 AND GD01_CODICE = 'CLI-GDO' AND GD01_ID <> 0
+GO
+-- FME_DISTINTE_ValidateRecord: the type's own code
+-- expect: empty
+SELECT GD01_ID, GD01_CODICE, GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1 AND GD01_CODICE = 'CLI-GDO' AND GD01_ID <> 1
+GO
+-- cmdAssegnaStato_Click: the nodes of a type with their guids
+-- expect: rows = 90
+-- filled: GD02_ID, gd02_guid
+SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 1
+GO
+-- GRIDNAV_ButtonClick: the print of the classification types
+-- expect: rows = 7
+-- filled: MO09_CODDIST, MO09_TIPOSOGG
+SELECT * FROM MO09_TIPODIST ORDER BY MO09_CODDIST
+GO
+-- CaricaListini: structural priorities of company 1 with their conditions
+-- expect: rows = 11
+-- filled: Condizione, Priorità, IDCondizione, IDPriorità, CodicePriorità
+SELECT LP01_DESCR  AS Condizione,        LP09_DESCR  AS Priorità,        LP10_ID     AS IDCondizione,        LP09_ID     AS IDPriorità,        LP09_CODICE AS CodicePriorità FROM LP09_TESTATAPRIORITA WITH (NOLOCK) INNER JOIN LP10_DETTAGLIOPRIORITA WITH (NOLOCK) ON LP09_ID = LP10_ID_LP09 INNER JOIN LP01_PROVIDER WITH (NOLOCK) ON LP10_ID_LP01 = LP01_ID WHERE LP09_DITTA_CG18 = 1 AND       LP09_INDTIPOTABPRIORITA = 0
+GO
+-- CaricaListini: a company without priorities
+-- expect: empty
+SELECT LP01_DESCR  AS Condizione,        LP09_DESCR  AS Priorità,        LP10_ID     AS IDCondizione,        LP09_ID     AS IDPriorità,        LP09_CODICE AS CodicePriorità FROM LP09_TESTATAPRIORITA WITH (NOLOCK) INNER JOIN LP10_DETTAGLIOPRIORITA WITH (NOLOCK) ON LP09_ID = LP10_ID_LP09 INNER JOIN LP01_PROVIDER WITH (NOLOCK) ON LP10_ID_LP01 = LP01_ID WHERE LP09_DITTA_CG18 = 3 AND       LP09_INDTIPOTABPRIORITA = 0
+GO
+-- Get_MG3G_ID_LP09: the identifier of a priority code
+-- expect: rows = 1
+-- filled: LP09_ID
+SELECT LP09_ID FROM LP09_TESTATAPRIORITA WITH (NOLOCK) WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'HOR'
+GO
+-- Get_MG3G_ID_LP09: a typed code with a quote, doubled
+-- expect: empty
+SELECT LP09_ID FROM LP09_TESTATAPRIORITA WITH (NOLOCK) WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'H''OR'
+GO
+-- Get_LP09_CODICE: the code of a priority identifier, unquoted
+-- expect: rows = 1
+-- filled: LP09_CODICE
+SELECT LP09_CODICE FROM LP09_TESTATAPRIORITA WITH (NOLOCK) WHERE LP09_ID = 3
+GO
+-- Subject card: a customer's master data and payment terms
+-- expect: rows = 1
+-- filled: CG44_CLIFOR, CG16_RAGSOANAG, CG16_CITTA
+SELECT CG44_CLIFOR, CG16_RAGSOANAG, CG16_INDIRIZZO, CG16_CAP, CG16_CITTA, CG16_PROV, CG16_TEL1NUM, CG44_CODPAG_CG62, CG62_DESCPAG FROM CG44_CLIFOR INNER JOIN CG16_ANAGGEN ON CG16_CODICE = CG44_CODICE_CG16 LEFT OUTER JOIN CG62_CONDPAGDES ON CG62_CODPAG = CG44_CODPAG_CG62 WHERE CG44_DITTA_CG18 = 1 AND CG44_TIPOCF = 0 AND CG44_CLIFOR = 1001
+GO
+-- Subject card: the lists a customer is in (one of the customers in two lists)
+-- expect: rows = 2
+-- filled: GD01_CODICE, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL
+SELECT GD02_ID, GD01_CODICE, GD01_DESCR, CO1A_CODICE, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL FROM GD02_DISTINTA INNER JOIN GD01_TIPODISTINTA ON GD01_ID = GD02_ID_GD01 AND GD01_DITTA_CG18 = GD02_DITTA_CG18 LEFT OUTER JOIN CO1A_ANAGDIVISIONI ON CO1A_IDDIV = GD01_IDDIV_CO1A AND CO1A_DITTA_CG18 = GD01_DITTA_CG18 WHERE GD02_DITTA_CG18 = 1 AND GD02_TIPOCF_CG44 = 0 AND GD02_CLIFOR_CG44 = 1015 ORDER BY GD01_CODICE, GD02_DATAINIZIOVAL
+GO
