@@ -86,6 +86,9 @@ private:
     void avvisa(const QString &text);
     bool rifiuta(const QString &text, QWidget *focus);
     QString codiceDigitato(const QLineEdit *field) const;
+    void decodifica(const QString &procedure, const QLineEdit *field, QLabel *label,
+                    const std::function<QString(const QString &)> &statement, const QString &descriptionField,
+                    const QString &missing);
 
     // --- controls, named as the form names them
     fw::GridNavigator *GRIDNAV = nullptr;

@@ -42,18 +42,9 @@ void FRMGD_ANAGDISTINTA::DIVISIONI_Lookup()
 
 void FRMGD_ANAGDISTINTA::DIVISIONI_Decode()
 {
-    const QString codice = codiceDigitato(TXT_GD01_IDDIV_CO1A);
-    TXT_DESCRDIV->clear();
-    if (codice.isEmpty())
-        return;
-    step(QStringLiteral("DIVISIONI_Decode"), [&] {
-        const db::RecordsetPtr rows = connection()->openRecordset(anagdistintastatements::divisionDecodeQuery(codice));
-        if (rows->isEmpty()) {
-            avvisa(QStringLiteral("La divisione %1 non esiste.").arg(codice));
-            return;
-        }
-        TXT_DESCRDIV->setText(MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("CO1A_DESCR"))));
-    });
+    decodifica(QStringLiteral("DIVISIONI_Decode"), TXT_GD01_IDDIV_CO1A, TXT_DESCRDIV,
+               &anagdistintastatements::divisionDecodeQuery, QStringLiteral("CO1A_DESCR"),
+               QStringLiteral("La divisione %1 non esiste."));
 }
 
 void FRMGD_ANAGDISTINTA::PRIORITA_Lookup()
@@ -69,18 +60,29 @@ void FRMGD_ANAGDISTINTA::PRIORITA_Lookup()
 
 void FRMGD_ANAGDISTINTA::PRIORITA_Decode()
 {
-    const QString codice = codiceDigitato(TXT_GD01_ID_LP09);
-    TXT_DESCRLISTINO->clear();
+    const int company = companyCode();
+    decodifica(QStringLiteral("PRIORITA_Decode"), TXT_GD01_ID_LP09, TXT_DESCRLISTINO,
+               [company](const QString &code) { return anagdistintastatements::priorityDecodeQuery(company, code); },
+               QStringLiteral("LP09_DESCR"), QStringLiteral("La priorità listini %1 non esiste."));
+}
+
+// The description the statement finds for the code typed in the field goes to the label; a code
+// that finds nothing is told.
+void FRMGD_ANAGDISTINTA::decodifica(const QString &procedure, const QLineEdit *field, QLabel *label,
+                                    const std::function<QString(const QString &)> &statement,
+                                    const QString &descriptionField, const QString &missing)
+{
+    const QString codice = codiceDigitato(field);
+    label->clear();
     if (codice.isEmpty())
         return;
-    step(QStringLiteral("PRIORITA_Decode"), [&] {
-        const db::RecordsetPtr rows = connection()->openRecordset(
-            anagdistintastatements::priorityDecodeQuery(companyCode(), codice));
+    step(procedure, [&] {
+        const db::RecordsetPtr rows = connection()->openRecordset(statement(codice));
         if (rows->isEmpty()) {
-            avvisa(QStringLiteral("La priorità listini %1 non esiste.").arg(codice));
+            avvisa(missing.arg(codice));
             return;
         }
-        TXT_DESCRLISTINO->setText(MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("LP09_DESCR"))));
+        label->setText(MODGD_DISTINTA::NvlStringa(rows->value(descriptionField)));
     });
 }
 

@@ -174,6 +174,7 @@ private:
     bool assegnaPriorita(const QString &procedure, const QString &campo, const QVariant &idPriorita);
     void mostraCodiciPriorita();
     QString codicePriorita(const QVariant &idPriorita);
+    void segnalaErrorePriorita(const QString &lookup, const std::exception &error, bool *ok);
 
     // selector
     QTreeWidgetItem *voceSelettore(const QString &key) const;

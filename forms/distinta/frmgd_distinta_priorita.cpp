@@ -57,6 +57,16 @@ void FRMGD_DISTINTA::collegaPriorita()
     connect(TVW_DISTINTA, &fw::TreeList::editButtonClicked, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnEditButtonClick);
 }
 
+// A priority lookup that fails is told under its name, and answers that there is no priority.
+void FRMGD_DISTINTA::segnalaErrorePriorita(const QString &lookup, const std::exception &error, bool *ok)
+{
+    if (fw::LogService *log = logService())
+        log->showMessage(lookup + QLatin1Char('\n') + QString::fromUtf8(error.what()), windowTitle(),
+                         fw::MessageStyle::OkOnly + fw::MessageStyle::Critical);
+    if (ok)
+        *ok = false;
+}
+
 QVariant FRMGD_DISTINTA::Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, const QString &codice, bool *ok)
 {
     try {
@@ -65,11 +75,7 @@ QVariant FRMGD_DISTINTA::Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, c
             *ok = true;
         return rows->isEmpty() ? QVariant() : rows->valueAt(0, 0);
     } catch (const std::exception &error) {
-        if (fw::LogService *log = logService())
-            log->showMessage(QStringLiteral("Get_MG3G_ID_LP09:\n") + QString::fromUtf8(error.what()), windowTitle(),
-                             fw::MessageStyle::OkOnly + fw::MessageStyle::Critical);
-        if (ok)
-            *ok = false;
+        segnalaErrorePriorita(QStringLiteral("Get_MG3G_ID_LP09:"), error, ok);
         return {};
     }
 }
@@ -84,11 +90,7 @@ QString FRMGD_DISTINTA::Get_LP09_CODICE(const db::ConnectionPtr &connection, con
         const db::RecordsetPtr rows = connection->openRecordset(prioritastatements::priorityCodeQuery(idPriorita.toLongLong()));
         return rows->isEmpty() ? QString() : MODGD_DISTINTA::NvlStringa(rows->valueAt(0, 0));
     } catch (const std::exception &error) {
-        if (fw::LogService *log = logService())
-            log->showMessage(QStringLiteral("Get_LP09_CODICE:\n") + QString::fromUtf8(error.what()), windowTitle(),
-                             fw::MessageStyle::OkOnly + fw::MessageStyle::Critical);
-        if (ok)
-            *ok = false;
+        segnalaErrorePriorita(QStringLiteral("Get_LP09_CODICE:"), error, ok);
         return {};
     }
 }

@@ -1,3 +1,4 @@
+#include "db/sqlitefile.h"
 #include "framework/hostglobalservices.h"
 #include "tests/forms/gestionifixture.h"
 
@@ -287,6 +288,26 @@ private slots:
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA"))->text(), QStringLiteral("GDO"));
         QVERIFY(f.host.log().errorDialogs().isEmpty());
+    }
+
+    // A priority lookup that fails is told under its name with the database's text, and the
+    // node keeps its priority.
+    void aFailingPriorityLookupIsToldAndWritesNothing()
+    {
+        Editor f;
+        f.apri();
+        f.focalizza(f.n10);
+        {
+            dbsetup::SqliteFile file(f.host.database().path());
+            file.exec(QStringLiteral("ALTER TABLE LP09_TESTATAPRIORITA RENAME TO LP09_ALTROVE"));
+        }
+        f.digita(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA")), QStringLiteral("GDO"));
+        QCOMPARE(f.host.log().messages().size(), 1);
+        QVERIFY2(f.host.log().messages().first().text.startsWith(QStringLiteral("Get_MG3G_ID_LP09:\n")),
+                 qPrintable(f.host.log().messages().first().text));
+        QVERIFY(f.host.log().messages().first().text.contains(QStringLiteral("LP09_TESTATAPRIORITA")));
+        QCOMPARE(f.host.log().messages().first().style, int(fw::MessageStyle::Critical));
+        QCOMPARE(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n10).toLongLong(), f.std);
     }
 };
 

@@ -12,6 +12,31 @@
 #include <QMenu>
 #include <QScreen>
 
+namespace {
+
+// The shell's window as far as the forms see it: an MDI area they open in.
+class Shell : public QMainWindow, public fw::MdiHost
+{
+    Q_OBJECT
+    Q_INTERFACES(fw::MdiHost)
+
+public:
+    Shell() : area(new QMdiArea)
+    {
+        setCentralWidget(area);
+        resize(1280, 800);
+    }
+    void addForm(QWidget *form) override
+    {
+        QMdiSubWindow *window = area->addSubWindow(form);
+        window->setWindowTitle(form->windowTitle());
+        window->showMaximized();
+    }
+    QMdiArea *area;
+};
+
+} // namespace
+
 // The whole way on the demo company, inside an MDI area as in the shell: a supplier type of a
 // division is made in the type maintenance opened from "Gestioni collegate", shows in the
 // selector, a node gets a price-list priority from the picker, and the card of the node's
@@ -20,23 +45,6 @@
 class TestGestioniDemo : public QObject
 {
     Q_OBJECT
-
-    class Shell : public QMainWindow, public fw::MdiHost
-    {
-    public:
-        Shell() : area(new QMdiArea)
-        {
-            setCentralWidget(area);
-            resize(1280, 800);
-        }
-        void addForm(QWidget *form) override
-        {
-            QMdiSubWindow *window = area->addSubWindow(form);
-            window->setWindowTitle(form->windowTitle());
-            window->showMaximized();
-        }
-        QMdiArea *area;
-    };
 
     static void foto(QWidget *widget, const QString &name, bool wholeScreen = false)
     {
@@ -72,6 +80,7 @@ private slots:
         };
         f.apri();
         QVERIFY(f.form->isVisible());
+        QCOMPARE(shell.area->subWindowList().size(), 1);   // the editor, in the area
 
         // The type maintenance from the linked managements, on the type the editor shows.
         for (QAction *action : f.control<QToolButton>(QStringLiteral("CMD_GESTIONICOLLEGATE"))->menu()->actions()) {
@@ -80,6 +89,7 @@ private slots:
         }
         f.anagrafica = f.form->anagraficaDistinta();
         QVERIFY(f.anagrafica);
+        QVERIFY(qobject_cast<QMdiSubWindow *>(f.anagrafica->parentWidget()));
         f.anagrafica->Form_Activate();
         QCoreApplication::processEvents();
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_CODICE"))->text(), QStringLiteral("CLI-ALI"));
