@@ -117,6 +117,13 @@ void FRMGD_ANAGDISTINTA::TXT_GD01_CODICE_AfterItem()
     EseguiQuery();
 }
 
+// The search runs in the company, and among the types of the kind chosen when one is.
+void FRMGD_ANAGDISTINTA::writeFixedFilterFields(db::Recordset &recordset)
+{
+    recordset.setValue(QStringLiteral("GD01_DITTA_CG18"), companyCode());
+    recordset.setValue(QStringLiteral("GD01_INDTIPOSOGG"), CMB_GD01_INDTIPOSOGG->currentData());
+}
+
 void FRMGD_ANAGDISTINTA::posizionaSuDistinta()
 {
     fw::RecordFrame *frame = recordFrame();

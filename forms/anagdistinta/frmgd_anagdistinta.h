@@ -59,6 +59,7 @@ public:
 protected:
     void loadForm() override;
     bool activateForm() override;
+    void writeFixedFilterFields(db::Recordset &recordset) override;
     QString companyChangeText() const override;
     void formClosing() override;
     void release(Release what) override;
