@@ -26,7 +26,21 @@ FormFrame::FormFrame(QWidget *parent)
 {
 }
 
-FormFrame::~FormFrame() = default;
+FormFrame::~FormFrame()
+{
+    // The form's own parts are gone by now, while its controls live on until QWidget's
+    // destructor, which takes the focus away from them.
+    stopListeningToControls();
+}
+
+// A control that loses the focus while an unloaded form is hidden or destroyed must find
+// nobody listening.
+void FormFrame::stopListeningToControls()
+{
+    const QList<QObject *> controls = findChildren<QObject *>();
+    for (QObject *control : controls)
+        QObject::disconnect(control, nullptr, this, nullptr);
+}
 
 void FormFrame::setActiveDll(fw::Cinterface *contract)
 {
@@ -203,6 +217,7 @@ void FormFrame::Form_UnLoad()
     if (m_unloaded)
         return;
     m_unloaded = true;
+    stopListeningToControls();
     quietly([this] { formClosing(); });
     quietly([this] { release(Release::GridWrapper); });
     m_entryClass.reset();

@@ -124,6 +124,7 @@ protected:
 private:
     fw::ScriptObjectModel *scriptObjectModel() const;
     void takeHostConnection();
+    void stopListeningToControls();
 
     fw::ContractPointer<fw::Cinterface> m_activeDll;
     fw::ContractPointer<fw::Cinterface> m_entryClass;

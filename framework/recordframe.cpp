@@ -5,6 +5,7 @@
 #include "framework/controlvalue.h"
 #include "framework/logservice.h"
 
+#include <QScopedValueRollback>
 #include <QWidget>
 
 namespace fw {
@@ -47,6 +48,7 @@ void RecordFrame::attach(db::RecordsetPtr recordset, const QString &sql, const Q
         m_recordset->moveFirst();
     refreshControls();
     setState(Browse);
+    announceRow();
 }
 
 void RecordFrame::requery()
@@ -70,6 +72,7 @@ void RecordFrame::requery()
     refreshControls();
     setState(Browse);
     emit recordsetReplaced(m_recordset);
+    announceRow();
 }
 
 void RecordFrame::bind(QWidget *control, const QString &fieldName)
@@ -77,6 +80,12 @@ void RecordFrame::bind(QWidget *control, const QString &fieldName)
     m_bindings.append({control, fieldName});
     controlvalue::onChange(control, this, [this, control] { controlEdited(control); });
     refreshControls();
+}
+
+void RecordFrame::watch(QWidget *control)
+{
+    m_bindings.append({control, QString()});
+    controlvalue::onChange(control, this, [this, control] { controlEdited(control); });
 }
 
 void RecordFrame::refreshControls()
@@ -90,7 +99,7 @@ void RecordFrame::refreshFields(int firstField, int lastField)
     const bool onRow = m_recordset && m_recordset->currentRow() >= 0;
     m_filling = true;
     for (const Binding &binding : std::as_const(m_bindings)) {
-        if (!binding.control)
+        if (!binding.control || binding.fieldName.isEmpty())
             continue;
         const int field = m_recordset ? m_recordset->fieldIndex(binding.fieldName) : -1;
         if (field >= 0 && (field < firstField || field > lastField))
@@ -118,6 +127,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
             refreshControls();
             setState(Browse);
             emit recordsetReplaced(m_recordset);
+            announceRow();
         }
         return true;
     }
@@ -130,6 +140,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
         m_recordset->setCurrentRow(match);
         refreshControls();
         setState(Browse);
+        announceRow();
     }
     return true;
 }
@@ -140,12 +151,15 @@ void RecordFrame::addNew()
     m_typed = false;
     refreshControls();
     setState(Insert);
+    announceRow();
     emit AfterAddNew();
 }
 
 bool RecordFrame::update()
 {
-    if (!m_recordset || m_recordset->currentRow() < 0 || !m_recordset->isEditing())
+    // A change typed only in a watched control leaves the row itself untouched until the
+    // handlers write it.
+    if (!m_recordset || m_recordset->currentRow() < 0 || (!m_recordset->isEditing() && m_state != Edit))
         return true;
     bool cancel = false;
     emit ValidateRecord(cancel);
@@ -168,7 +182,17 @@ void RecordFrame::undo()
     m_typed = false;
     refreshControls();
     setState(Browse);
+    announceRow();
     emit AfterUndo();
+}
+
+bool RecordFrame::leaveRow()
+{
+    if (m_state == Insert && !m_typed) {
+        undo();
+        return true;
+    }
+    return update();
 }
 
 bool RecordFrame::deleteCurrent()
@@ -182,6 +206,7 @@ bool RecordFrame::deleteCurrent()
     m_recordset->deleteCurrent();
     refreshControls();
     setState(Browse);
+    announceRow();
     return true;
 }
 
@@ -220,6 +245,12 @@ void RecordFrame::setRecordset(db::RecordsetPtr recordset)
         if (!m_filling)
             refreshControls();
     };
+    auto showRow = [this] {
+        if (m_filling)
+            return;
+        refreshControls();
+        announceRow();
+    };
     // A change of cells touches the controls only when it is on the current row and in the
     // fields they show: writing other rows (a whole branch at a time) leaves them alone.
     auto followCells = [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
@@ -227,9 +258,16 @@ void RecordFrame::setRecordset(db::RecordsetPtr recordset)
         if (!m_filling && row >= topLeft.row() && row <= bottomRight.row())
             refreshFields(topLeft.column(), bottomRight.column());
     };
-    m_recordsetConnections << connect(m_recordset.get(), &db::Recordset::currentRowChanged, this, follow)
+    m_recordsetConnections << connect(m_recordset.get(), &db::Recordset::currentRowChanged, this, showRow)
                            << connect(m_recordset.get(), &QAbstractItemModel::dataChanged, this, followCells)
-                           << connect(m_recordset.get(), &QAbstractItemModel::modelReset, this, follow);
+                           << connect(m_recordset.get(), &QAbstractItemModel::modelReset, this, showRow);
+}
+
+// The handlers fill watched controls: what they write is no change of the row.
+void RecordFrame::announceRow()
+{
+    QScopedValueRollback filling(m_filling, true);
+    emit rowShown();
 }
 
 void RecordFrame::setState(int state)

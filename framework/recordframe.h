@@ -52,6 +52,9 @@ public:
     // Supported: line edits, combo boxes (by item data when the items carry it, else by text),
     // check boxes, spin boxes, date edits, plain text edits and labels (display only).
     void bind(QWidget *control, const QString &fieldName);
+    // A control the form fills and reads itself (a code shown in place of a stored identifier):
+    // the frame never writes it, but what the user types in it is a change of the current row.
+    void watch(QWidget *control);
     void refreshControls();
 
     // Query by example, from Insert: looks for the first row whose fields equal every value of
@@ -64,6 +67,9 @@ public:
     void addNew();
     // Saves the pending changes of the current row; false when a handler refused them.
     bool update();
+    // Makes the current row ready to be left for another: a new row nothing was typed in is
+    // dropped, pending changes are saved through the events; false when a handler refused them.
+    bool leaveRow();
     void undo();
     // Deletes the current row; false when a handler refused it.
     bool deleteCurrent();
@@ -81,6 +87,9 @@ signals:
     void AfterAddNew();
     // The frame now works on another recordset (after execute or requery); views rebind.
     void recordsetReplaced(const db::RecordsetPtr &recordset);
+    // The controls show another row, or the current row afresh (after an undo, a new row, a
+    // query): watched controls are filled again. Not emitted for changes within the row.
+    void rowShown();
 
 private:
     struct Binding
@@ -92,6 +101,7 @@ private:
     void setRecordset(db::RecordsetPtr recordset);
     void refreshFields(int firstField, int lastField);
     void setState(int state);
+    void announceRow();
     void controlEdited(QWidget *control);
     bool hasPendingChanges() const;
     int findMatch(const db::Recordset &candidates, int skipRow) const;

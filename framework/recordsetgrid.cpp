@@ -5,6 +5,7 @@
 #include "framework/treelist/treelistcolumn.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 namespace fw {
@@ -29,6 +30,21 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex &current) { onCurrentRowChanged(current); });
     connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyWidths);
+    connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
+        if (index.isValid() && !(m_model->flags(index) & Qt::ItemIsEditable))
+            emit rowChosen(index.row());
+    });
+}
+
+void RecordsetGrid::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && state() != QAbstractItemView::EditingState && currentIndex().isValid()) {
+        emit rowChosen(currentIndex().row());
+        event->accept();
+        return;
+    }
+    QTableView::keyPressEvent(event);
 }
 
 RecordsetGrid::~RecordsetGrid()
@@ -77,8 +93,10 @@ int RecordsetGrid::columnOf(const QString &key) const
 void RecordsetGrid::applyWidths()
 {
     const int dpi = logicalDpiX();
-    for (int i = 0; i < m_model->columnCount(); ++i)
+    for (int i = 0; i < m_model->columnCount(); ++i) {
         setColumnWidth(i, twipsToPixels(m_model->column(i).width, dpi));
+        setColumnHidden(i, !m_model->column(i).visible);
+    }
 }
 
 void RecordsetGrid::onCurrentRowChanged(const QModelIndex &current)
@@ -87,6 +105,10 @@ void RecordsetGrid::onCurrentRowChanged(const QModelIndex &current)
     if (m_following || !recordset || !current.isValid() || recordset->currentRow() == current.row())
         return;
     QScopedValueRollback guard(m_following, true);
+    if (m_rowChangeGuard && !m_rowChangeGuard()) {
+        setCurrentIndex(m_model->index(recordset->currentRow(), current.column()));
+        return;
+    }
     try {
         recordset->setCurrentRow(current.row());
     } catch (const db::DatabaseError &) {

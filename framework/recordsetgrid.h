@@ -4,6 +4,7 @@
 #include "platform/db/recordset.h"
 
 #include <QTableView>
+#include <functional>
 
 namespace fw {
 
@@ -29,11 +30,20 @@ public:
     int columnOf(const QString &key) const;   // -1 when not shown
     RecordsetGridModel *gridModel() const { return m_model; }
 
+    // Asked before the user's choice of another row moves the recordset; false keeps the
+    // current row (a form whose row has pending changes saves them first).
+    void setRowChangeGuard(std::function<bool()> guard) { m_rowChangeGuard = std::move(guard); }
+
 signals:
     // A button cell was pressed; row among the recordset's rows, key of its column.
     void buttonClicked(int row, const QString &key);
     // A column heading was clicked.
     void headerClicked(const QString &key);
+    // The user chose a row: double click or Enter.
+    void rowChosen(int row);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void applyWidths();
@@ -42,6 +52,7 @@ private:
 
     RecordsetGridModel *m_model;
     QMetaObject::Connection m_rowConnection;
+    std::function<bool()> m_rowChangeGuard;
     bool m_following = false;
 };
 

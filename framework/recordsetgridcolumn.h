@@ -2,6 +2,8 @@
 
 #include <QColor>
 #include <QString>
+#include <QVariant>
+#include <functional>
 
 namespace fw {
 
@@ -22,6 +24,11 @@ struct RecordsetGridColumn
     Kind kind = Kind::Text;
     bool readOnly = true;
     QColor background;          // invalid: the grid's own
+    bool visible = true;
+    // The text shown for a stored value (a code or a description in place of an identifier,
+    // a date in its format). Called at paint time: it reads texts prepared once per load and
+    // never runs a statement.
+    std::function<QString(const QVariant &)> displayText;
 
     QString heading() const { return caption.isEmpty() ? key : caption; }
 };

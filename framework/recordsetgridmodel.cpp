@@ -120,6 +120,8 @@ QVariant RecordsetGridModel::data(const QModelIndex &index, int role) const
     case RecordsetGridColumn::Kind::Text:
         if ((role != Qt::DisplayRole && role != Qt::EditRole) || field < 0)
             return {};
+        if (role == Qt::DisplayRole && c.displayText)
+            return c.displayText(m_recordset->valueAt(index.row(), field));
         return m_recordset->valueAt(index.row(), field);
     }
     return {};

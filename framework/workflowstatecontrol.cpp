@@ -2,7 +2,8 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
+#include <stdexcept>
 
 namespace fw {
 
@@ -15,29 +16,32 @@ WorkflowStateControl::WorkflowStateControl(QWidget *parent)
     layout->addWidget(m_states);
     setFocusProxy(m_states);
     m_states->setObjectName(QStringLiteral("stati"));
-    m_states->setToolTip(tr("Stato del legame selezionato"));
     setEnabled(false);
-    connect(m_states, &QComboBox::activated, this, [this] { emit AfterItem(true); });
+    connect(m_states, &QComboBox::currentIndexChanged, this, [this] {
+        if (!m_showing)
+            emit AfterItem(true);
+    });
 }
 
 void WorkflowStateControl::setWorkflow(std::shared_ptr<WorkflowStateService> service, const QString &workflow)
 {
     m_service = std::move(service);
     m_workflow = workflow;
-    const QSignalBlocker quiet(m_states);
+    QScopedValueRollback showing(m_showing, true);
     m_states->clear();
     if (!m_service)
         return;
     for (const WorkflowState &state : m_service->GetStatiFlusso(workflow))
-        m_states->addItem(state.description, state.id);
+        m_states->addItem(m_upperCase ? state.description.toUpper() : state.description, state.id);
     m_states->setCurrentIndex(-1);
 }
 
 void WorkflowStateControl::setGuid(const QString &rowGuid)
 {
-    m_guid = rowGuid;
-    setEnabled(m_service && !rowGuid.isEmpty());
-    select(m_service && !rowGuid.isEmpty() ? m_service->GetStatoFromGUID(rowGuid) : std::nullopt);
+    m_guid = rowGuid.trimmed();
+    const bool bound = m_service && !m_guid.isEmpty();
+    setEnabled(bound);
+    select(bound ? m_service->GetStatoFromGUID(m_guid) : std::nullopt);
 }
 
 std::optional<int> WorkflowStateControl::state() const
@@ -54,14 +58,12 @@ QString WorkflowStateControl::stateDescription() const
 
 QString WorkflowStateControl::GetDescrizioneStatoFromGUID(const QString &rowGuid)
 {
-    return m_service ? m_service->GetDescrizioneStatoFromGUID(rowGuid) : QString();
+    return service().GetDescrizioneStatoFromGUID(rowGuid);
 }
 
 bool WorkflowStateControl::GetDefaultFlussoStato()
 {
-    if (!m_service)
-        return false;
-    for (const WorkflowState &state : m_service->GetStatiFlusso(m_workflow)) {
+    for (const WorkflowState &state : service().GetStatiFlusso(m_workflow)) {
         if (state.isDefault) {
             select(state.id);
             return true;
@@ -73,14 +75,13 @@ bool WorkflowStateControl::GetDefaultFlussoStato()
 void WorkflowStateControl::ConfermaStato()
 {
     const std::optional<int> selected = state();
-    if (m_service && !m_guid.isEmpty() && selected)
-        m_service->ConfermaStato(m_guid, *selected);
+    if (!m_guid.isEmpty() && selected)
+        service().ConfermaStato(m_guid, *selected);
 }
 
 void WorkflowStateControl::DuplicaStato(const QString &fromGuid, const QString &toGuid)
 {
-    if (m_service)
-        m_service->DuplicaStato(fromGuid, toGuid);
+    service().DuplicaStato(fromGuid, toGuid);
 }
 
 void WorkflowStateControl::select(const std::optional<int> &state)
@@ -89,10 +90,17 @@ void WorkflowStateControl::select(const std::optional<int> &state)
     if (index == m_states->currentIndex())
         return;
     {
-        const QSignalBlocker quiet(m_states);
+        QScopedValueRollback showing(m_showing, true);
         m_states->setCurrentIndex(index);
     }
     emit AfterItem(false);
+}
+
+WorkflowStateService &WorkflowStateControl::service() const
+{
+    if (!m_service)
+        throw std::runtime_error("Gestione degli stati non disponibile nel programma ospite.");
+    return *m_service;
 }
 
 } // namespace fw

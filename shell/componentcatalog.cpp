@@ -38,9 +38,16 @@ ComponentCatalog::ComponentCatalog(const QString &folder)
 {
 }
 
+void ComponentCatalog::registerBuiltIn(const QString &programId, Factory factory)
+{
+    m_builtIn.append({programId, std::move(factory)});
+}
+
 QStringList ComponentCatalog::programIds() const
 {
     QStringList ids;
+    for (const auto &[id, factory] : m_builtIn)
+        ids << id;
     for (const QString &file : pluginFiles(m_folder))
         ids << declaredProgramIds(QPluginLoader(file));
     return ids;
@@ -48,6 +55,10 @@ QStringList ComponentCatalog::programIds() const
 
 std::unique_ptr<fw::Cinterface> ComponentCatalog::create(const QString &programId) const
 {
+    for (const auto &[id, factory] : m_builtIn) {
+        if (id.compare(programId, Qt::CaseInsensitive) == 0)
+            return factory();
+    }
     for (const QString &file : pluginFiles(m_folder)) {
         QPluginLoader loader(file);
         if (!declaredProgramIds(loader).contains(programId, Qt::CaseInsensitive))

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 namespace fw {
@@ -9,11 +11,16 @@ class Cinterface;
 }
 
 // The components installed as plugins in one folder, found by the program identifiers their
-// metadata declare ({"programIds": [...]}).
+// metadata declare ({"programIds": [...]}), and those the program carries itself.
 class ComponentCatalog
 {
 public:
+    using Factory = std::function<std::unique_ptr<fw::Cinterface>()>;
+
     explicit ComponentCatalog(const QString &folder);
+
+    // A component of the program itself, found before the plugins under its identifier.
+    void registerBuiltIn(const QString &programId, Factory factory);
 
     QString folder() const { return m_folder; }
     QStringList programIds() const;
@@ -23,4 +30,5 @@ public:
 
 private:
     QString m_folder;
+    QList<std::pair<QString, Factory>> m_builtIn;
 };

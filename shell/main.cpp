@@ -6,6 +6,7 @@
 #include "framework/recordframe.h"
 #include "framework/sqlworkflowstateservice.h"
 #include "platform/db/connection.h"
+#include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
 #include "shell/mainwindow.h"
@@ -131,7 +132,10 @@ int main(int argc, char *argv[])
     shell.menuPadre = QStringLiteral("GD00");
     shell.menuProg = QStringLiteral("GD01");
 
-    const ComponentCatalog catalog(pluginFolder());
+    ComponentCatalog catalog(pluginFolder());
+    // The suite's subject cards, as this program offers them.
+    catalog.registerBuiltIn(SubjectCardComponent::CustomerCard, [] { return std::make_unique<SubjectCardComponent>(0); });
+    catalog.registerBuiltIn(SubjectCardComponent::SupplierCard, [] { return std::make_unique<SubjectCardComponent>(1); });
     ShellModuleManager modules(catalog, shell);
     globals.setModuleManager(&modules);
     QObject::connect(&window, &MainWindow::openEditorRequested, &window,

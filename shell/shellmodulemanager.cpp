@@ -5,6 +5,25 @@
 #include "framework/logservice.h"
 #include "shell/componentcatalog.h"
 
+#include <QHash>
+
+namespace {
+
+// The suite's managements that a module may ask for, by the names the user knows them by.
+QString managementName(const QString &programId)
+{
+    static const QHash<QString, QString> names = {
+        {QStringLiteral("priolist.pricelists"), QStringLiteral("Gestione listini e condizioni")},
+        {QStringLiteral("prioprov.providers"), QStringLiteral("Configurazione condizioni")},
+        {QStringLiteral("priotab.prioritytables"), QStringLiteral("Configurazione priorità")},
+        {QStringLiteral("cards.customercard"), QStringLiteral("Scheda cliente")},
+        {QStringLiteral("cards.suppliercard"), QStringLiteral("Scheda fornitore")},
+    };
+    return names.value(programId.toLower());
+}
+
+} // namespace
+
 ShellModuleManager::ShellModuleManager(const ComponentCatalog &catalog, const fw::HostContext &shell)
     : m_catalog(catalog)
     , m_shell(shell)
@@ -17,7 +36,11 @@ fw::Cinterface *ShellModuleManager::open(const QString &programId, const fw::Hos
 {
     std::unique_ptr<fw::Cinterface> component = m_catalog.create(programId);
     if (!component) {
-        notInstalled(QStringLiteral("Il componente \"%1\" non è installato.").arg(programId));
+        const QString name = managementName(programId);
+        notInstalled(name.isEmpty()
+                         ? QStringLiteral("Il componente \"%1\" non è installato.").arg(programId)
+                         : QStringLiteral("La gestione \"%1\" non è installata in questo programma (componente %2).")
+                               .arg(name, programId));
         return nullptr;
     }
     fw::Cinterface *opened = component.get();

@@ -12,9 +12,13 @@
 #include "framework/recordframe.h"
 #include <optional>
 
+class FRMGD_ANAGDISTINTA;
+struct PrioritaScelta;
+class QAction;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QSplitter;
 class QTabWidget;
@@ -27,6 +31,7 @@ class QMenu;
 class QAction;
 
 namespace fw {
+class ModuleManager;
 class RecordsetGrid;
 class TreeList;
 class TreeListNode;
@@ -73,7 +78,8 @@ public:
     void SplitterReposition();
 
     // --- selector of classification types (frmgd_distinta_selettore.cpp)
-    void InizializzaDistinte();
+    // chiave: the node to choose again after a rebuild, when it is still there.
+    void InizializzaDistinte(const QString &chiave = {});
     void TVW_SELDISTINTE_Click();
 
     // --- the tree (frmgd_distinta_caricamento.cpp)
@@ -157,6 +163,23 @@ public:
     void CercaNellaDistinta(const QString &campo);   // "RagioneSociale" or "trGD02_CLIFOR_CG44"
     void CercaDistinte(const QString &codice, const QString &ragioneSociale);
 
+    // --- linked managements and the subject's master data and card (frmgd_distinta_gestioni.cpp)
+    void CMD_GESTIONICOLLEGATE_Click(const QString &key, const QString &caption);
+    void mnuAnagCF_Click();
+    void mnuSchedaCF_Click();
+    void RichiamaSchedaClienti(qint64 codice);
+    void RichiamaSchedaFornitori(qint64 codice);
+    FRMGD_ANAGDISTINTA *anagraficaDistinta() const;
+
+    // --- price-list priorities of the node (frmgd_distinta_priorita.cpp)
+    // Identifier of a priority code, code of an identifier; empty when there is none. A failing
+    // lookup is reported and answers empty, with ok false.
+    QVariant Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, const QString &codice, bool *ok = nullptr);
+    QString Get_LP09_CODICE(const db::ConnectionPtr &connection, const QVariant &idPriorita, bool *ok = nullptr);
+    void TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node, const QString &column);
+    // Opens the picker and waits for it; the priority chosen, none when closed without a choice.
+    std::optional<PrioritaScelta> ScegliPriorita();
+
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
     QString idDistinta() const { return m_idDistinta; }           // GD01_ID of the chosen type
@@ -190,7 +213,21 @@ private:
     void scaricaDistinta();
     void leggiTestiDisegno(const QSet<qint64> &billingCodes, const QSet<qint64> &priorities);
 
+    // linked managements and priorities
+    void collegaGestioni();
+    void creaMenuCollegamento();
+    fw::ModuleManager *gestoreModuli(const QString &gestione);
+    void apriAnagraficaDistinta();
+    void anagraficaDistintaChiusa();
+    void collegaPriorita();
+    void TXT_PRIORITA_Validate(QLineEdit *field, const QString &campo);
+    bool assegnaPriorita(const QString &procedure, const QString &campo, const QVariant &idPriorita);
+    void mostraCodiciPriorita();
+    QString codicePriorita(const QVariant &idPriorita);
+    void segnalaErrorePriorita(const QString &lookup, const std::exception &error, bool *ok);
+
     // selector
+    QTreeWidgetItem *voceSelettore(const QString &key) const;
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
     void aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind);
     int contaNodiSelettore() const;
@@ -225,8 +262,8 @@ private:
     void TXT_ALFA_Annulla();
     QString guidNodo(qint64 idNodo);
     QHash<qint64, QString> guidNodiDistinta();
-    void creaMenuCollegamento();
     fw::TreeListNode nodoCliccato() const;
+    void apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &globalPos);
 
     // subject list and search
     void TAB_VISUALIZZAGESTIONE_Click(int index);
@@ -273,6 +310,8 @@ private:
 
     QLineEdit *TXT_ALFA = nullptr;                 // the billing code typed over its cell
     QMenu *mnuCollegamento = nullptr;
+    QAction *mnuAnagCF = nullptr;
+    QAction *mnuSchedaCF = nullptr;
     QAction *mnuPropagaFigli = nullptr;
     QMenu *mnuStatoLegame = nullptr;
     QAction *mnuRilasciaFigli = nullptr;
@@ -329,6 +368,11 @@ private:
     // The billing-code editor's node and mode while it is open.
     qint64 m_idNodoTXT_ALFA = 0;
     bool m_messaggioTXT_ALFA = false;           // a message of its own takes the focus from it
+
+    QPointer<FRMGD_ANAGDISTINTA> m_anagraficaDistinta;
+    std::optional<qint64> m_soggettoMenu;            // subject of the node the menu opened on
+    QHash<qint64, QString> m_codiciPriorita;         // LP09_CODICE by LP09_ID, for the rows below
+    std::weak_ptr<db::Recordset> m_codiciPrioritaDi;   // the rows the codes were read for
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

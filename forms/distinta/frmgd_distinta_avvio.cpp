@@ -73,6 +73,7 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
+    collegaGestioni();
 }
 
 void FRMGD_DISTINTA::loadForm()

@@ -55,7 +55,7 @@ bool FRMGD_DISTINTA::rigaModificataAltrove(const QString &procedure, bool soloSe
 // user told; anything else is a failure for the error handler.
 void FRMGD_DISTINTA::rileggiNodoInConflitto(const db::DatabaseError &error)
 {
-    if (!db::Recordset::isConflict(error)) {
+    if (!error.isStaleRow()) {
         ErrorHandler(QStringLiteral("TVW_DISTINTA_OnEdited"), error.message(), error.errors());
         return;
     }

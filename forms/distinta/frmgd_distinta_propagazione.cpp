@@ -1,6 +1,5 @@
-// The tree's context menu and what it pushes down a branch: the billing rule and code of the
-// node the menu was opened on, or its link state, copied to every node below it in display
-// order. Each node is saved on its own, through the rows the tree is bound to; a node another
+// What the tree's context menu pushes down a branch: the billing rule and code of the node the
+// menu was opened on, or its link state, copied to every node below it in display order. Each node is saved on its own, through the rows the tree is bound to; a node another
 // clerk changed since it was read is left as that clerk saved it, and named at the end.
 #include "forms/distinta/frmgd_distinta.h"
 
@@ -11,7 +10,6 @@
 #include "framework/treelist/treelist.h"
 #include "framework/workflowstatecontrol.h"
 
-#include <QMenu>
 #include <QScopedValueRollback>
 
 namespace {
@@ -30,62 +28,6 @@ QList<int> discendenti(const fw::TreeListNode &node)
 }
 
 } // namespace
-
-void FRMGD_DISTINTA::creaMenuCollegamento()
-{
-    mnuCollegamento = new QMenu(this);
-    mnuCollegamento->setObjectName(QStringLiteral("mnuCollegamento"));
-    mnuPropagaFigli = mnuCollegamento->addAction(QStringLiteral("Imposta valori fatturazione sui figli"));
-    mnuPropagaFigli->setObjectName(QStringLiteral("mnuPropagaFigli"));
-    mnuStatoLegame = mnuCollegamento->addMenu(QStringLiteral("Gestione stato"));
-    mnuStatoLegame->setObjectName(QStringLiteral("mnuStatoLegame"));
-    mnuRilasciaFigli = mnuStatoLegame->addAction(QStringLiteral("Imposta valore di stato sui figli"));
-    mnuRilasciaFigli->setObjectName(QStringLiteral("mnuRilasciaFigli"));
-    connect(mnuPropagaFigli, &QAction::triggered, this, &FRMGD_DISTINTA::mnuPropagaFigli_Click);
-    connect(mnuRilasciaFigli, &QAction::triggered, this, &FRMGD_DISTINTA::mnuRilasciaFigli_Click);
-
-    connect(TVW_DISTINTA, &fw::TreeList::contextMenuRequested, this,
-            [this](const fw::TreeListNode &node, const QPoint &globalPos) {
-                if (!node.isValid())
-                    return;
-                // Taken again as the menu opens: from the keyboard there was no click, and the
-                // node may have changed since the last one.
-                TVW_DISTINTA_OnMouseDown(node, QString(), Qt::RightButton, QPoint());
-                mnuPropagaFigli->setEnabled(node.hasChildren());
-                mnuRilasciaFigli->setEnabled(TXT_GD02_STATO->hasService());
-                mnuCollegamento->popup(globalPos);
-            });
-}
-
-// The node the menu was opened on, while the tree still shows it there.
-fw::TreeListNode FRMGD_DISTINTA::nodoCliccato() const
-{
-    const fw::TreeListNode node = TVW_DISTINTA->nodeAt(m_cliccato.indice);
-    if (!node.isValid() || !m_nodi
-        || m_nodi->valueAt(node.row(), m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong() != m_cliccato.idNodo)
-        return {};
-    return node;
-}
-
-// What the menu commands need of the node pressed on, taken before the menu opens.
-void FRMGD_DISTINTA::TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, const QString &, Qt::MouseButton,
-                                              const QPoint &)
-{
-    if (!node.isValid() || !m_nodi)
-        return;
-    quietly([&] {
-        const int row = node.row();
-        m_cliccato.idNodo = m_nodi->valueAt(row, m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
-        m_cliccato.livello = node.level();
-        m_cliccato.indice = node.absoluteIndex();
-        m_cliccato.tipoAnagFatt = short(m_nodi->valueAt(row, m_nodi->fieldIndex(QStringLiteral("GD02_TIPOANAGFATT"))).toInt());
-        m_cliccato.codiceFatt = MODGD_DISTINTA::NvlNumero(
-                                    MODGD_DISTINTA::NvlTrim(m_nodi->valueAt(row, m_nodi->fieldIndex(
-                                                                                     QStringLiteral("GD02_CLIFORFATT_CG44"))),
-                                                            0))
-                                    .toDouble();
-    });
-}
 
 // The rows are written through a clone of the tree's rows: the same rows and the same checked
 // write-back, without moving the focus over every node of the branch on the way.
@@ -115,7 +57,7 @@ void FRMGD_DISTINTA::mnuPropagaFigli_Click()
                 righe->update();
             } catch (const db::DatabaseError &error) {
                 righe->cancelUpdate();   // a retry starts again from the stored row
-                if (!db::Recordset::isConflict(error))
+                if (!error.isStaleRow())
                     throw;
                 // Another clerk's values stay; the row shows them.
                 connection()->clearErrors();

@@ -44,7 +44,7 @@ private:
 
 } // namespace
 
-void FRMGD_DISTINTA::InizializzaDistinte()
+void FRMGD_DISTINTA::InizializzaDistinte(const QString &chiave)
 {
     const QString procedure = QStringLiteral("Inizializza Distinte");
     TVW_SELDISTINTE->clear();
@@ -55,6 +55,13 @@ void FRMGD_DISTINTA::InizializzaDistinte()
     QTreeWidgetItem *fornitori = aggiungiRadice(QStringLiteral("P1"), traduci(QStringLiteral("Fornitori")));
     if (!step(procedure, [&] { aggiungiTipi(fornitori, QStringLiteral("F"), 1); }))
         return;
+
+    // A rebuild keeps the node the user had chosen, as a choice of the user.
+    if (QTreeWidgetItem *kept = chiave.isEmpty() ? nullptr : voceSelettore(chiave)) {
+        TVW_SELDISTINTE->setCurrentItem(kept);
+        TVW_SELDISTINTE_Click();
+        return;
+    }
 
     // The second node in insertion order: the first customer type, or "Fornitori" when there is none.
     TVW_SELDISTINTE->setCurrentItem(clienti->childCount() > 0 ? clienti->child(0) : fornitori);
@@ -86,6 +93,15 @@ void FRMGD_DISTINTA::aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefi
         item->setData(0, Qt::UserRole, keyPrefix + types->value(QStringLiteral("GD01_ID")).toString());
         item->setIcon(0, icon);
     }
+}
+
+QTreeWidgetItem *FRMGD_DISTINTA::voceSelettore(const QString &key) const
+{
+    for (QTreeWidgetItemIterator it(TVW_SELDISTINTE); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            return *it;
+    }
+    return nullptr;
 }
 
 int FRMGD_DISTINTA::contaNodiSelettore() const

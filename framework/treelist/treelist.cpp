@@ -8,6 +8,7 @@
 #include "framework/treelist/treelisttextdelegate.h"
 #include "framework/treelist/treelistview.h"
 
+#include <QContextMenuEvent>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
@@ -41,10 +42,23 @@ TreeList::TreeList(QWidget *parent)
     connect(m_model, &TreeListModel::aboutToRebuild, this, &TreeList::rememberExpandedNodes);
     connect(m_model, &TreeListModel::rebuilt, this, &TreeList::restoreAfterRebuild);
     connect(m_model, &TreeListModel::writeFailed, this, &TreeList::writeFailed);
-    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_view, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
-        emit contextMenuRequested(focusedNode(), m_view->viewport()->mapToGlobal(pos));
-    });
+    // The mouse's menu is the owner's, at mouseDown(); the keyboard's comes here.
+    m_view->installEventFilter(this);
+    m_view->viewport()->installEventFilter(this);
+}
+
+bool TreeList::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ContextMenu || (watched != m_view && watched != m_view->viewport()))
+        return QWidget::eventFilter(watched, event);
+    const auto *menu = static_cast<QContextMenuEvent *>(event);
+    if (menu->reason() == QContextMenuEvent::Keyboard) {
+        const TreeListNode node = focusedNode();
+        const QModelIndex cell = m_view->currentIndex();
+        const QPoint at = cell.isValid() ? m_view->visualRect(cell).center() : QPoint();
+        emit contextMenuRequested(node, m_view->viewport()->mapToGlobal(at));
+    }
+    return true;
 }
 
 TreeList::~TreeList()

@@ -115,8 +115,12 @@ signals:
     void mouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button,
                    const QPoint &pos);
     void writeFailed(const db::DatabaseError &error);
-    // The user asked for the context menu (right click or the keyboard) on the focused node.
+    // The user asked for the context menu from the keyboard, on the focused node (the right
+    // button's press is reported by mouseDown()).
     void contextMenuRequested(const fw::TreeListNode &node, const QPoint &globalPos);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     friend class TreeListNode;

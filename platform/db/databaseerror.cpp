@@ -1,5 +1,7 @@
 #include "databaseerror.h"
 
+#include "writeback.h"
+
 #include <QStringList>
 
 namespace db {
@@ -26,6 +28,16 @@ DatabaseError::DatabaseError(const QList<DbError> &errors, const QString &statem
 QString DatabaseError::message() const
 {
     return QString::fromStdString(what());
+}
+
+bool DatabaseError::isStaleRow() const
+{
+    const QString conflict = QString::fromUtf8(WriteBack::conflictMessage());
+    for (const DbError &error : m_errors) {
+        if (error.description == conflict)
+            return true;
+    }
+    return false;
 }
 
 } // namespace db

@@ -26,6 +26,10 @@ public:
     const QString &statement() const { return m_statement; }
     QString message() const; // descriptions joined by new lines
 
+    // The write-back refused the row because someone else changed it after it was read: the
+    // caller tells the user and reads the row again instead of offering to retry.
+    bool isStaleRow() const;
+
 private:
     QList<DbError> m_errors;
     QString m_statement;

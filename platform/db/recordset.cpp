@@ -560,16 +560,6 @@ void Recordset::setUpdateStamp(UpdateStamp stamp)
     d->data->updateStamp = std::move(stamp);
 }
 
-bool Recordset::isConflict(const DatabaseError &error)
-{
-    const QString conflict = QString::fromUtf8(WriteBack::conflictMessage());
-    for (const DbError &entry : error.errors()) {
-        if (entry.description == conflict)
-            return true;
-    }
-    return false;
-}
-
 // --- model
 
 int Recordset::rowCount(const QModelIndex &parent) const

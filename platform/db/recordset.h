@@ -106,9 +106,6 @@ public:
     using UpdateStamp = std::function<QList<std::pair<QString, QVariant>>()>;
     void setUpdateStamp(UpdateStamp stamp);
 
-    // Whether a failure is the refusal of a change because another user changed the row first.
-    static bool isConflict(const DatabaseError &error);
-
     // --- QAbstractTableModel: one row per filtered row, one column per field.
     // setData() writes the cell and updates at once, like a grid edit.
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -37,7 +37,8 @@ struct Nodo
 class DistintaFixture
 {
 public:
-    DistintaFixture() : entry(host.createEntryClass()) {}
+    explicit DistintaFixture(TestDatabase::Content content = TestDatabase::SchemaOnly)
+        : host(content), entry(host.createEntryClass()) {}
     ~DistintaFixture() { delete form; }
 
     void exec(const QString &sql) { host.database().connection()->execute(sql); }

@@ -1,4 +1,5 @@
 #include "data/distintastatements.h"
+#include "data/prioritastatements.h"
 #include "framework/dictionarytranslationservice.h"
 #include "tests/forms/distintafixture.h"
 
@@ -200,6 +201,7 @@ private slots:
             distintastatements::businessNameQuery(1, 0, 20),
             distintastatements::businessNameQuery(1, 0, 99),
             distintastatements::priorityDescriptionQuery(7),
+            prioritastatements::priorityCodeQuery(7),   // the focused node's code, for its priority field
         };
         QCOMPARE(QSet<QString>(statements.cbegin(), statements.cend()), QSet<QString>(expected.cbegin(), expected.cend()));
         QCOMPARE(statements.size(), expected.size());

@@ -276,6 +276,22 @@ private slots:
         other.workingCompanyChanged();
         QCOMPARE(host.log().messages().size(), 1);
     }
+
+    // Once unloaded a form no longer hears its own controls: a field that loses the focus as the
+    // window goes away reaches nothing.
+    void anUnloadedFormHearsNothingFromItsControls()
+    {
+        ScriptedHost host;
+        auto entry = host.createEntryClass();
+        auto form = openTypesForm(host, *entry);
+        int heard = 0;
+        connect(form->code, &QLineEdit::textChanged, form.get(), [&] { ++heard; });
+        form->code->setText(QStringLiteral("A"));
+        QCOMPARE(heard, 1);
+        form->Form_UnLoad();
+        form->code->setText(QStringLiteral("B"));
+        QCOMPARE(heard, 1);
+    }
 };
 
 QTEST_MAIN(TestFormFrame)

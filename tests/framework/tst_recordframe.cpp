@@ -150,6 +150,60 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError, f.frame.update());
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError, f.frame.open(QStringLiteral("SELECT * FROM NESSUNA")));
     }
+
+    // A watched control is filled by the form, never by the frame; what the user types in it
+    // is a change of the row, which the handlers write when it is saved.
+    void watchedControlsCountAsChangesOfTheRow()
+    {
+        Fixture f;
+        QLineEdit shownCode;
+        f.frame.watch(&shownCode);
+        int shown = 0;
+        connect(&f.frame, &fw::RecordFrame::rowShown, this, [&] {
+            ++shown;
+            shownCode.setText(f.frame.recordset()->value(QStringLiteral("GD01_CODICE")).toString().toLower());
+        });
+        f.frame.recordset()->moveNext();
+        QVERIFY(shown >= 1);
+        QCOMPARE(shownCode.text(), QStringLiteral("b"));
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));   // filling is no change
+
+        connect(&f.frame, &fw::RecordFrame::BeforeUpdate, this, [&](bool &) {
+            f.frame.recordset()->setValue(QStringLiteral("GD01_DESCR"), shownCode.text());
+        });
+        shownCode.setText(QStringLiteral("scritto"));
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Edit));
+        QVERIFY(f.frame.update());
+        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'B'")).toString(),
+                 QStringLiteral("scritto"));
+
+        shownCode.setText(QStringLiteral("annullato"));
+        f.frame.undo();
+        QCOMPARE(shownCode.text(), QStringLiteral("b"));   // shown again from the row
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));
+    }
+
+    // Leaving a row drops a new row nothing was typed in and saves pending changes through the
+    // handlers, which may refuse.
+    void leavingARowSavesOrDropsIt()
+    {
+        Fixture f;
+        f.frame.addNew();
+        QCOMPARE(f.frame.recordset()->recordCount(), 3);
+        QVERIFY(f.frame.leaveRow());
+        QCOMPARE(f.frame.recordset()->recordCount(), 2);
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));
+
+        bool refuse = true;
+        connect(&f.frame, &fw::RecordFrame::ValidateRecord, this, [&](bool &cancel) { cancel = refuse; });
+        f.description.setText(QStringLiteral("Cambiata"));
+        QVERIFY(!f.frame.leaveRow());
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Edit));
+        refuse = false;
+        QVERIFY(f.frame.leaveRow());
+        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
+                 QStringLiteral("Cambiata"));
+    }
 };
 
 QTEST_MAIN(TestRecordFrame)

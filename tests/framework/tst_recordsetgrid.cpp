@@ -231,6 +231,51 @@ private slots:
         QCOMPARE(grid.model()->index(0, 1).data().toString(), QStringLiteral("x"));
         QCOMPARE(grid.columnOf(QStringLiteral("seleziona")), 0);
     }
+
+    // A decoded column shows its text in place of the stored value, which stays the edit value;
+    // a hidden column keeps its place.
+    void decodedAndHiddenColumns()
+    {
+        Fixture f;
+        QList<fw::RecordsetGridColumn> columns = {
+            {.key = QStringLiteral("GD01_CODICE"), .caption = QStringLiteral("Codice")},
+            {.key = QStringLiteral("GD01_INDTIPOSOGG"), .caption = QStringLiteral("Tipo"),
+             .displayText = [](const QVariant &value) {
+                 return value.toInt() == 1 ? QStringLiteral("Fornitore") : QStringLiteral("Cliente");
+             }},
+            {.key = QStringLiteral("GD01_ID"), .visible = false},
+        };
+        f.grid.setColumns(columns);
+        QCOMPARE(f.cell(1, 1).data().toString(), QStringLiteral("Fornitore"));
+        QCOMPARE(f.cell(1, 1).data(Qt::EditRole).toInt(), 1);
+        QVERIFY(f.grid.isColumnHidden(2));
+        QVERIFY(!f.grid.isColumnHidden(1));
+    }
+
+    // The user's choice of another row asks the guard first: refused, the grid and the
+    // recordset stay; double click and Enter on a read-only row choose it.
+    void rowChangesAskTheGuardAndRowsCanBeChosen()
+    {
+        Fixture f;
+        bool allow = false;
+        int asked = 0;
+        f.grid.setRowChangeGuard([&] { ++asked; return allow; });
+        f.click(2, 2);
+        QCOMPARE(asked, 1);
+        QCOMPARE(f.types->currentRow(), 0);
+        QCOMPARE(f.grid.currentIndex().row(), 0);
+        allow = true;
+        f.click(2, 2);
+        QCOMPARE(f.types->currentRow(), 2);
+
+        QSignalSpy chosen(&f.grid, &fw::RecordsetGrid::rowChosen);
+        QTest::mouseClick(f.grid.viewport(), Qt::LeftButton, {}, f.grid.visualRect(f.cell(1, 2)).center());
+        QTest::mouseDClick(f.grid.viewport(), Qt::LeftButton, {}, f.grid.visualRect(f.cell(1, 2)).center());
+        QTest::keyClick(&f.grid, Qt::Key_Return);
+        QCOMPARE(chosen.size(), 2);
+        QCOMPARE(chosen.at(0).at(0).toInt(), 1);
+        QCOMPARE(chosen.at(1).at(0).toInt(), 1);
+    }
 };
 
 QTEST_MAIN(TestRecordsetGrid)

@@ -72,12 +72,12 @@ private slots:
             rs->update();
             QFAIL("a stale update went through");
         } catch (const DatabaseError &error) {
-            QVERIFY(Recordset::isConflict(error));
+            QVERIFY(error.isStaleRow());
         }
         try {
             t.mine->execute(QStringLiteral("SELECT * FROM NESSUNA"));
         } catch (const DatabaseError &error) {
-            QVERIFY(!Recordset::isConflict(error));
+            QVERIFY(!error.isStaleRow());
         }
     }
 

@@ -11,6 +11,7 @@ ScriptedHost::ScriptedHost(TestDatabase::Content content)
     : m_database(std::make_unique<TestDatabase>(content))
     , m_log(std::make_shared<ScriptedLogService>())
     , m_navigator(std::make_unique<ScriptedNavigator>())
+    , m_modules(std::make_unique<ScriptedModuleManager>())
     , m_translations(std::make_shared<fw::DictionaryTranslationService>())
     , m_theme(std::make_shared<fw::DefaultTheme>())
     , m_globals(std::make_unique<fw::HostGlobalServices>())
@@ -22,6 +23,7 @@ ScriptedHost::ScriptedHost(TestDatabase::Content content)
     m_globals->setTranslationService(m_translations);
     m_globals->setLogServiceFactory([log = m_log] { return log; });
     m_globals->setThemeFactory([theme = m_theme] { return theme; });
+    m_globals->setModuleManager(m_modules.get());
     m_globals->setWorkflowStateService(std::make_shared<fw::SqlWorkflowStateService>(
         m_database->connection(), m_globals->user(), m_globals->userGroup()));
 }

@@ -2,6 +2,7 @@
 
 #include "framework/hostcontext.h"
 #include "tests/support/scriptedlogservice.h"
+#include "tests/support/scriptedmodulemanager.h"
 #include "tests/support/scriptednavigator.h"
 #include "tests/support/testdatabase.h"
 
@@ -18,7 +19,8 @@ class HostGlobalServices;
 
 // The suite's shell as the tests play it: a fresh database, the scripted log service shared by
 // every form, the scripted navigator, the standard dictionary and theme, and a login context
-// (company 1, user "tester", group "ADMIN", application title "VRAX Prove").
+// (company 1, user "tester", group "ADMIN", application title "VRAX Prove"), and a module manager
+// that records what the module asks of the host.
 // Forms open as windows of their own (no MDI area).
 class ScriptedHost
 {
@@ -31,6 +33,7 @@ public:
     TestDatabase &database() { return *m_database; }
     ScriptedLogService &log() { return *m_log; }
     ScriptedNavigator &navigator() { return *m_navigator; }
+    ScriptedModuleManager &modules() { return *m_modules; }
     fw::HostGlobalServices &globals() { return *m_globals; }
     fw::DictionaryTranslationService &translations() { return *m_translations; }
 
@@ -47,6 +50,7 @@ private:
     std::unique_ptr<TestDatabase> m_database;
     std::shared_ptr<ScriptedLogService> m_log;
     std::unique_ptr<ScriptedNavigator> m_navigator;
+    std::unique_ptr<ScriptedModuleManager> m_modules;
     std::shared_ptr<fw::DictionaryTranslationService> m_translations;
     std::shared_ptr<fw::DefaultTheme> m_theme;
     std::unique_ptr<fw::HostGlobalServices> m_globals;

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "framework/recordsetgridcolumn.h"
+#include "platform/db/recordset.h"
+
+#include <QTreeView>
+
+namespace fw {
+
+class RecordsetGroupModel;
+
+// The suite's grid wrapper with grouping: a recordset's rows under one heading per value of the
+// grouping field, all groups open, in declared columns (widths in twips, hidden columns,
+// captions). A double click or Enter on a row, or on a heading, chooses it.
+class RecordsetGroupGrid : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit RecordsetGroupGrid(QWidget *parent = nullptr);
+    ~RecordsetGroupGrid() override;
+
+    void setColumns(const QList<RecordsetGridColumn> &columns);
+    void setGroupField(const QString &field);
+    // nullptr empties the grid.
+    void setRecordset(db::RecordsetPtr recordset);
+    db::RecordsetPtr recordset() const;
+    RecordsetGroupModel *groupModel() const { return m_model; }
+
+    // The recordset row of the current line (a heading gives its group's first row); -1 for none.
+    int currentRecordsetRow() const;
+
+signals:
+    void rowChosen(int recordsetRow);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void applyColumns();
+    void choose(const QModelIndex &index);
+
+    RecordsetGroupModel *m_model;
+};
+
+} // namespace fw

@@ -1,0 +1,43 @@
+#include "tests/support/scriptedmodulemanager.h"
+
+#include "framework/cinterface.h"
+
+bool ScriptedModuleManager::answer(const Request &request)
+{
+    requests.append(request);
+    return installed(request.programId);
+}
+
+bool ScriptedModuleManager::openComponent(const QString &programId, const fw::Cinterface &caller)
+{
+    return answer({.what = QStringLiteral("component"), .programId = programId, .callerCaption = caller.Caption(),
+                   .callerHasConnection = caller.Connection() != nullptr});
+}
+
+bool ScriptedModuleManager::openCreatedComponent(fw::Cinterface &, const fw::Cinterface &caller)
+{
+    return answer({.what = QStringLiteral("created"), .callerCaption = caller.Caption(),
+                   .callerHasConnection = caller.Connection() != nullptr});
+}
+
+bool ScriptedModuleManager::openPromotions(const QString &filter)
+{
+    return answer({.what = QStringLiteral("promotions"), .programId = filter});
+}
+
+bool ScriptedModuleManager::openContract(const fw::ContractReference &contract)
+{
+    return answer({.what = QStringLiteral("contract"), .programId = contract.ContrattoCod.toString()});
+}
+
+bool ScriptedModuleManager::openSubjectMasterData(int subjectKind, qint64 subjectCode)
+{
+    return answer({.what = QStringLiteral("masterData"), .subjectKind = subjectKind, .subjectCode = subjectCode});
+}
+
+bool ScriptedModuleManager::openSubjectCard(const QString &programId, int company, qint64 subjectCode)
+{
+    const bool opened = answer({.what = QStringLiteral("card"), .programId = programId, .company = company,
+                                .subjectCode = subjectCode});
+    return opened && cardOpener ? cardOpener(programId, company, subjectCode) : opened;
+}
