@@ -15,7 +15,7 @@ const QHash<QString, int> &widths()
         {QStringLiteral("GD02_GRUPPOCRE"), 20}, {QStringLiteral("GD02_UTENTECRE"), 20},
         {QStringLiteral("GD02_GRUPPOVAR"), 20}, {QStringLiteral("GD02_UTENTEVAR"), 20},
         // workflow states of rows
-        {QStringLiteral("WF02_GUID"), 36}, {QStringLiteral("WF02_TABELLA"), 30},
+        {QStringLiteral("WF02_TABELLA"), 30},
         {QStringLiteral("WF02_GRUPPOCRE"), 20}, {QStringLiteral("WF02_UTENTECRE"), 20},
         {QStringLiteral("WF02_GRUPPOVAR"), 20}, {QStringLiteral("WF02_UTENTEVAR"), 20},
         // print work table: computer name + user name, and the level text

@@ -651,20 +651,19 @@ GO
 -- condition on a removed node becomes (the editor warns about those links before deleting, and
 -- refuses when a definitive bonus hangs on the node).
 -- This works whatever the RECURSIVE_TRIGGERS setting (a nested firing finds no children left).
--- The guids are compared as text, as the host stores them in WF02_GUID.
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE ON GD02_DISTINTA AFTER DELETE
 AS
 BEGIN
     SET NOCOUNT ON;
     IF NOT EXISTS (SELECT 1 FROM deleted) RETURN;
-    DECLARE @NODI TABLE (ID INT NOT NULL PRIMARY KEY, NODOGUID VARCHAR(36) NULL);
-    INSERT INTO @NODI (ID, NODOGUID) SELECT GD02_ID, CONVERT(VARCHAR(36), gd02_guid) FROM deleted;
+    DECLARE @NODI TABLE (ID INT NOT NULL PRIMARY KEY, NODOGUID UNIQUEIDENTIFIER NULL);
+    INSERT INTO @NODI (ID, NODOGUID) SELECT GD02_ID, gd02_guid FROM deleted;
     WITH SUBTREE (ID) AS (
         SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN deleted X ON D.GD02_IDPARENT_GD02 = X.GD02_ID
         UNION ALL
         SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
     INSERT INTO @NODI (ID, NODOGUID)
-    SELECT D.GD02_ID, CONVERT(VARCHAR(36), D.gd02_guid)
+    SELECT D.GD02_ID, D.gd02_guid
       FROM GD02_DISTINTA D
      WHERE D.GD02_ID IN (SELECT ID FROM SUBTREE)
     OPTION (MAXRECURSION 32767);

@@ -1,4 +1,5 @@
 #include "platform/db/connection.h"
+#include "platform/db/connectionstring.h"
 #include "platform/db/recordset.h"
 
 #include <QFile>
@@ -22,6 +23,7 @@ private slots:
     void executeCountsRowsAndTriggersRecurse();
     void cachedStatementsFollowSchemaChanges();
     void traceHoldsEveryStatementAsSent();
+    void connectionStringsKeepEveryValueWhole();
 
 private:
     QString connectionString() const
@@ -191,6 +193,27 @@ void TestConnection::traceHoldsEveryStatementAsSent()
                                    "SELECT ID INTO #COPIA FROM T\nGO\n"
                                    "SELEC 1\nGO\n"));
     QVERIFY(!trace.contains(QStringLiteral("Provider")));
+}
+
+// Braces keep ';', '=' and outer blanks inside a value ("}}" is a '}'): a file name or a
+// password comes back whole, and the other entries stay as they were written.
+void TestConnection::connectionStringsKeepEveryValueWhole()
+{
+    const QString odbc = QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;PWD={a;b}}=c };Database=ERP");
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("pwd")}), QStringLiteral("a;b}=c "));
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Server")}), QStringLiteral("srv"));
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Database")}), QStringLiteral("ERP"));
+    QCOMPARE(connectionstring::without(odbc, {QStringLiteral("PWD")}),
+             QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;Database=ERP;"));
+    const QString withPassword = connectionstring::with(QStringLiteral("DSN=erp"), QStringLiteral("PWD"), QStringLiteral("x;}y"));
+    QCOMPARE(withPassword, QStringLiteral("DSN=erp;PWD={x;}}y};"));
+    QCOMPARE(connectionstring::value(withPassword, {QStringLiteral("PWD")}), QStringLiteral("x;}y"));
+
+    const QString path = m_dir->filePath(QStringLiteral("ditta;1.sqlite"));
+    Connection::open(QStringLiteral("Provider=SQLite;") + connectionstring::entry(QStringLiteral("Data Source"), path))
+        ->execute(QStringLiteral("CREATE TABLE T (ID INTEGER)"));
+    QVERIFY(QFile::exists(path));
+    QVERIFY(!QFile::exists(m_dir->filePath(QStringLiteral("ditta"))));
 }
 
 QTEST_MAIN(TestConnection)
