@@ -513,64 +513,71 @@ SELECT GD01_ID              AS MO09_ID,
 
 CREATE TRIGGER TR_GD02_DISTINTA_INSERT BEFORE INSERT ON GD02_DISTINTA
 BEGIN
-    SELECT RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
-     WHERE NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
-                        WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18);
-    SELECT RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
-     WHERE IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
-       AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
-                        WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
-                          AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18);
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
-     WHERE NEW.GD02_DATAINIZIOVAL IS NOT NULL
-       AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
-                  AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0;
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
-     WHERE NEW.GD02_DATAFINEVAL IS NOT NULL
-       AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
-                  AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0;
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
-     WHERE datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL);
+    SELECT CASE
+        WHEN NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
+                          WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
+        WHEN IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
+                              WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
+                                AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
+        WHEN NEW.GD02_DATAINIZIOVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
+                        AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
+        WHEN NEW.GD02_DATAFINEVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
+                        AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
+        WHEN datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL)
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
+    END;
 END;
 
-CREATE TRIGGER TR_GD02_DISTINTA_UPDATE BEFORE UPDATE ON GD02_DISTINTA
+-- Only an update that sets one of these columns is checked (the other columns cannot break a
+-- tree), so the writes of the billing rule, the priorities or the guid pay nothing.
+CREATE TRIGGER TR_GD02_DISTINTA_UPDATE BEFORE UPDATE OF GD02_ID, GD02_ID_GD01, GD02_DITTA_CG18, GD02_IDPARENT_GD02,
+                                                       GD02_DATAINIZIOVAL, GD02_DATAFINEVAL ON GD02_DISTINTA
 BEGIN
-    SELECT RAISE(ABORT, 'Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta non possono cambiare.')
-     WHERE (NEW.GD02_ID IS NOT OLD.GD02_ID OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
-            OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
-       AND EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID);
-    SELECT RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
-     WHERE (NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01 OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
-       AND NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
-                        WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18);
-    SELECT RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
-     WHERE (NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
-            OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
-       AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
-       AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
-                        WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
-                          AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18);
-    -- Walking up from the new parent (a handful of rows) rather than down the node's subtree.
-    SELECT RAISE(ABORT, 'Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.')
-     WHERE NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
-       AND (NEW.GD02_IDPARENT_GD02 = NEW.GD02_ID
-            OR OLD.GD02_ID IN (WITH RECURSIVE ANCESTORS(ID) AS (
-                                   SELECT NEW.GD02_IDPARENT_GD02
-                                   UNION
-                                   SELECT P.GD02_IDPARENT_GD02 FROM GD02_DISTINTA P INNER JOIN ANCESTORS A ON P.GD02_ID = A.ID
-                                    WHERE IFNULL(P.GD02_IDPARENT_GD02, 0) <> 0)
-                               SELECT ID FROM ANCESTORS));
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
-     WHERE NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL AND NEW.GD02_DATAINIZIOVAL IS NOT NULL
-       AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
-                  AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0;
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
-     WHERE NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL AND NEW.GD02_DATAFINEVAL IS NOT NULL
-       AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
-                  AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0;
-    SELECT RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
-     WHERE (NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL OR NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL)
-       AND datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL);
+    SELECT CASE
+        WHEN (NEW.GD02_ID IS NOT OLD.GD02_ID OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
+              OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta non possono cambiare.')
+        WHEN (NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01 OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
+                              WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
+        WHEN (NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
+              OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
+                              WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
+                                AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
+        -- Walking up from the new parent (a handful of rows) rather than down the node's subtree.
+        WHEN NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND (NEW.GD02_IDPARENT_GD02 = NEW.GD02_ID
+                  OR OLD.GD02_ID IN (WITH RECURSIVE ANCESTORS(ID) AS (
+                                         SELECT NEW.GD02_IDPARENT_GD02
+                                         UNION
+                                         SELECT P.GD02_IDPARENT_GD02 FROM GD02_DISTINTA P INNER JOIN ANCESTORS A ON P.GD02_ID = A.ID
+                                          WHERE IFNULL(P.GD02_IDPARENT_GD02, 0) <> 0)
+                                     SELECT ID FROM ANCESTORS))
+        THEN RAISE(ABORT, 'Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.')
+        WHEN NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL AND NEW.GD02_DATAINIZIOVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
+                        AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
+        WHEN NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL AND NEW.GD02_DATAFINEVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
+                        AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
+        WHEN (NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL OR NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL)
+             AND datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL)
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
+    END;
 END;
 
 CREATE TRIGGER TR_GD01_TIPODISTINTA_DELETE BEFORE DELETE ON GD01_TIPODISTINTA
@@ -593,9 +600,10 @@ END;
 -- exclusions (GD27_SOGGCONTRDISAB) belong to the contracts management, which decides what a
 -- condition on a removed node becomes (the editor warns about those links before deleting, and
 -- refuses when a definitive bonus hangs on the node).
--- The recursive query makes this independent of PRAGMA recursive_triggers (with it ON, the nested
--- firings find little or nothing left to do); UNION rather than UNION ALL ends the walk even on
--- parent links written in a cycle before the checks above existed.
+-- The recursive query does the whole walk, so the trigger needs no recursive triggers (the
+-- module's connections turn them off: a firing for every removed node would only walk each
+-- remaining subtree again); UNION rather than UNION ALL ends the walk even on parent links
+-- written in a cycle before the checks above existed.
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE AFTER DELETE ON GD02_DISTINTA
 BEGIN
     DELETE FROM GD12_PROMO

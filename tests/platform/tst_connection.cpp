@@ -141,9 +141,14 @@ void TestConnection::failuresAreKeptOnTheErrorList()
 
 void TestConnection::executeCountsRowsAndTriggersRecurse()
 {
+    // A trigger that removes a whole branch by itself, as the schema's does: it is not fired
+    // again for the rows it removes, and only the statement's own row counts.
     m_connection->execute(QStringLiteral(
         "CREATE TABLE NODI (ID INTEGER PRIMARY KEY, PADRE INTEGER);"
-        "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN DELETE FROM NODI WHERE PADRE = OLD.ID; END;"));
+        "CREATE TABLE FIRED (N INTEGER);"
+        "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN INSERT INTO FIRED VALUES (OLD.ID);"
+        " DELETE FROM NODI WHERE ID IN (WITH RECURSIVE S(ID) AS (SELECT ID FROM NODI WHERE PADRE = OLD.ID"
+        " UNION SELECT N.ID FROM NODI N INNER JOIN S ON N.PADRE = S.ID) SELECT ID FROM S); END;"));
     QCOMPARE(m_connection->execute(QStringLiteral(
                  "INSERT INTO NODI VALUES (1, NULL), (2, 1), (3, 2), (4, 3), (5, NULL)")), 5);
     QCOMPARE(m_connection->execute(QStringLiteral("CREATE INDEX NODI_PADRE ON NODI (PADRE)")), 0);
@@ -151,6 +156,7 @@ void TestConnection::executeCountsRowsAndTriggersRecurse()
     RecordsetPtr left = m_connection->openRecordset(QStringLiteral("SELECT ID FROM NODI"));
     QCOMPARE(left->recordCount(), 1); // the whole branch went, not just the first level
     QCOMPARE(left->value(0).toInt(), 5);
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM FIRED"))->value(0).toInt(), 1);
 }
 
 void TestConnection::cachedStatementsFollowSchemaChanges()
