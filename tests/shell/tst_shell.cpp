@@ -29,7 +29,7 @@ class TestShell : public QObject
     };
 
     // timeoutMs: a run that should end by itself is cut short (and fails) when it does not.
-    Run run(const QStringList &arguments, const QProcessEnvironment &environment, int timeoutMs = 300000,
+    Run run(const QStringList &arguments, const QProcessEnvironment &environment, int timeoutMs = 60000,
             const QString &programPath = {})
     {
         QProcess process;
