@@ -12,6 +12,9 @@
 #include "benchutil.h"
 #include "editorhost.h"
 
+#include "data/dittastatements.h"
+#include "db/databasecheck.h"
+#include "db/demodatabase.h"
 #include "forms/distinta/frmgd_distinta.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistmodel.h"
@@ -156,6 +159,19 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
                                                                      : QStringLiteral("target < 1 KB: MISSED"));
     table.addRow(QStringLiteral("resident after load, per node"), residentKb * 1024.0 / database.nodes,
                  QStringLiteral("B"));
+
+    // ---- what the shell checks before and after it opens a database file (the file read-only,
+    // then whether the working company has rows), against the open it precedes
+    const bench::Timing openChecks = bench::measure(runs, [&] {
+        const dbsetup::DatabaseFileCheck file = dbsetup::checkDatabaseFile(database.path);
+        bench::check(file.isModuleDatabase() && file.writable, QStringLiteral("the file check refused the database"));
+        bench::check(host.connection()->openRecordset(dittastatements::companyHasDataQuery(database.company))->value(0).toInt() == 1,
+              QStringLiteral("the company check found no data"));
+    });
+    bench::addTiming(table, QStringLiteral("checks at open: file read-only, company data"), openChecks, floorMs, bench::Target::None,
+              QStringLiteral("%1 % of open editor; target <= 5 %: %2")
+                  .arg(100 * openChecks.bestMs / openMs, 0, 'f', 2)
+                  .arg(openChecks.bestMs <= 0.05 * openMs ? QStringLiteral("met") : QStringLiteral("MISSED")));
 
     // ---- CaricaDistinta phase by phase, in its order, under its freeze of the tree
     const QString sql = form->statementDistinta();

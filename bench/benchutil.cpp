@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
@@ -145,7 +144,8 @@ LargeDatabase DatabaseFolder::database(int nodes)
     database.company = dbsetup::kLargeDatabaseCompany;
     database.subjectKind = dbsetup::kLargeDatabaseKind;
     database.typeId = dbsetup::kLargeDatabaseTypeId;
-    if (!QFileInfo::exists(database.path)) {
+    // A file left by an interrupted or older generator is not complete: it is made again.
+    if (!dbsetup::isCompleteLargeDatabase(database.path, nodes)) {
         // As many subjects as nodes: every node classifies its own subject.
         database.generationMs =
             timeMs([&] { dbsetup::generateLargeDatabase(database.path, nodes, nodes); });

@@ -85,7 +85,8 @@ public:
     explicit DatabaseFolder(const QString &directory = {}); // empty: a temporary folder
     ~DatabaseFolder();
 
-    // "<dir>/bench_<nodes>.sqlite", generated unless it is already there. Throws db::DatabaseError.
+    // "<dir>/bench_<nodes>.sqlite", generated unless a complete one of today's schema is already
+    // there (dbsetup::isCompleteLargeDatabase). Throws db::DatabaseError.
     LargeDatabase database(int nodes);
 
 private:

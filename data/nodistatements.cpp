@@ -1,5 +1,6 @@
 #include "nodistatements.h"
 
+#include "data/columnwidths.h"
 #include "data/sqltext.h"
 
 namespace nodistatements {
@@ -85,8 +86,11 @@ QString insertStatement(const NuovoNodo &node)
     for (int i = 0; i <= last; ++i)
         sql += QStringLiteral("  ") + QLatin1String(columns[i]) + (i < last ? QStringLiteral(",") : QString());
 
-    const QString group = QStringLiteral("  ") + sqltext::quoted(node.userGroup) + QLatin1Char(',');
-    const QString user = QStringLiteral("  ") + sqltext::quoted(node.user) + QLatin1Char(',');
+    // The creation and change columns have the same width: one fitted value serves both.
+    const QString group = QStringLiteral("  ")
+        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), node.userGroup)) + QLatin1Char(',');
+    const QString user = QStringLiteral("  ")
+        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), node.user)) + QLatin1Char(',');
     sql += QStringLiteral(" ) VALUES (")
         + QStringLiteral("  ") + number(node.typeId) + QLatin1Char(',')
         + QStringLiteral("  ") + number(node.root ? 0 : node.parentId) + QLatin1Char(',')

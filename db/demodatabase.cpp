@@ -2,6 +2,8 @@
 
 #include "demofile.h"
 
+#include "platform/db/connectionstring.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -71,9 +73,10 @@ bool ensureDemoDatabase(const QString &path)
     return true;
 }
 
-QString sqliteConnectionString(const QString &path)
+QString sqliteConnectionString(const QString &path, bool readOnly)
 {
-    return QStringLiteral("Provider=SQLite;Data Source=") + path;
+    const QString connection = QStringLiteral("Provider=SQLite;") + db::connectionstring::entry(QStringLiteral("Data Source"), path);
+    return readOnly ? connection + QStringLiteral(";Mode=Read") : connection;
 }
 
 QString defaultDemoDatabasePath()

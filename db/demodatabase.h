@@ -17,8 +17,9 @@ void insertDemoData(db::Connection &connection);
 // Returns true when it was created now. Throws db::DatabaseError.
 bool ensureDemoDatabase(const QString &path);
 
-// "Provider=SQLite;Data Source=<path>"
-QString sqliteConnectionString(const QString &path);
+// "Provider=SQLite;Data Source=<path>", the path in braces when it holds a ';' (or anything else
+// a connection string would read otherwise); read-only adds ";Mode=Read".
+QString sqliteConnectionString(const QString &path, bool readOnly = false);
 
 // The demo database's default place: the user's data folder.
 QString defaultDemoDatabasePath();

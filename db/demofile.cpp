@@ -4,7 +4,7 @@
 #include "embeddedscripts.h"
 #include "sqlitefile.h"
 
-#include <QStringList>
+#include "platform/db/connectionstring.h"
 
 namespace dbsetup {
 
@@ -13,22 +13,18 @@ QString sqliteFileOf(const QString &connectionString)
     bool sqlite = false;
     QString dataSource;
     QString database;
-    const QStringList parts = connectionString.split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    for (const QString &part : parts) {
-        const qsizetype equals = part.indexOf(QLatin1Char('='));
-        if (equals < 0)
-            continue;
-        const QString key = part.left(equals).trimmed().toLower();
-        const QString value = part.mid(equals + 1).trimmed();
+    for (const db::connectionstring::Entry &entry : db::connectionstring::parse(connectionString)) {
+        const QString key = entry.key.toLower();
+        const QString &value = entry.value;
         if (key == QLatin1String("provider") && value.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0)
             sqlite = true;
         else if (key == QLatin1String("tsqlcompat") && value.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0)
             sqlite = true;
         else if (key == QLatin1String("driver") && value.contains(QLatin1String("sqlite"), Qt::CaseInsensitive))
             sqlite = true;
-        else if (key == QLatin1String("data source"))
+        else if (key == QLatin1String("data source") && dataSource.isEmpty())
             dataSource = value;
-        else if (key == QLatin1String("database"))
+        else if (key == QLatin1String("database") && database.isEmpty())
             database = value;
     }
     if (!sqlite)
@@ -40,7 +36,10 @@ void createSchemaAt(const QString &path)
 {
     SqliteFile file(path);
     file.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
-    inTransaction(file, [&] { file.execScript(sqliteSchemaScript()); });
+    inTransaction(file, [&] {
+        file.execScript(sqliteSchemaScript());
+        file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));
+    });
 }
 
 void insertDemoDataAt(const QString &path)

@@ -9,7 +9,10 @@
 #include "embeddedscripts.h"
 #include "sqlitefile.h"
 
+#include "platform/db/databaseerror.h"
+
 #include <QFile>
+#include <QFileInfo>
 
 #include <array>
 #include <vector>
@@ -176,22 +179,19 @@ void writeNodes(DemoContext &context, const CompanyReference &reference, const N
     }
 }
 
-} // namespace
-
-void generateLargeDatabase(const QString &path, int subjects, int nodes, int depth, int fanout)
+void removeDatabaseFiles(const QString &path)
 {
     for (const QString &suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")})
         QFile::remove(path + suffix);
-    subjects = std::max(1, subjects);
-    nodes = std::max(0, nodes);
-    depth = std::max(1, depth);
-    fanout = std::max(1, fanout);
+}
 
+void writeLargeDatabase(const QString &path, int subjects, int nodes, int depth, int fanout)
+{
     SqliteFile file(path);
     file.exec(QStringLiteral("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE;"
                              " PRAGMA temp_store=MEMORY; PRAGMA cache_size=-262144;"));
     inTransaction(file, [&] {
-        const QStringList indexes = file.execScript(sqliteSchemaScript(), true);
+        const QStringList indexes = file.execScript(sqliteSchemaScript(), SqliteFile::Statements::AllButIndexes);
 
         DemoContext context(file, kLargeSeed);
         writeSharedReference(context);
@@ -222,6 +222,49 @@ void generateLargeDatabase(const QString &path, int subjects, int nodes, int dep
             file.exec(index);
     });
     file.exec(QStringLiteral("PRAGMA locking_mode=NORMAL; PRAGMA journal_mode=WAL;"));
+    // The completion mark, written last.
+    file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));
+}
+
+} // namespace
+
+void generateLargeDatabase(const QString &path, int subjects, int nodes, int depth, int fanout)
+{
+    subjects = std::max(1, subjects);
+    nodes = std::max(0, nodes);
+    depth = std::max(1, depth);
+    fanout = std::max(1, fanout);
+
+    // Built aside and renamed when complete: killed half-way, the generator leaves at most a
+    // ".generating" file, which the next run removes, and never a file under the target's name.
+    const QString building = path + QStringLiteral(".generating");
+    removeDatabaseFiles(building);
+    try {
+        writeLargeDatabase(building, subjects, nodes, depth, fanout);
+    } catch (...) {
+        removeDatabaseFiles(building);
+        throw;
+    }
+    removeDatabaseFiles(path);
+    if (!QFile::rename(building, path)) {
+        removeDatabaseFiles(building);
+        throw db::DatabaseError({{QStringLiteral("Impossibile rinominare il database generato in ") + path,
+                                  QStringLiteral("SQLite"), {}, 0}});
+    }
+}
+
+bool isCompleteLargeDatabase(const QString &path, int nodes)
+{
+    if (!QFileInfo::exists(path))
+        return false;
+    try {
+        SqliteFile file(path, SqliteFile::Access::ReadOnly);
+        return file.scalar(QStringLiteral("PRAGMA user_version")) == kSchemaVersion
+               && file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = %1")
+                                  .arg(kLargeDatabaseTypeId)) == nodes;
+    } catch (const db::DatabaseError &) {
+        return false;
+    }
 }
 
 } // namespace dbsetup

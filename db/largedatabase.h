@@ -20,7 +20,14 @@ inline constexpr const char *kLargeDatabaseTypeCode = "CLI-GRANDE";
 // the first roots, as in the demo. Deterministic.
 //
 // Written with prepared statements in one transaction, journal and sync off, and the secondary
-// indexes created after the bulk insert; the file is left in WAL mode. Throws db::DatabaseError.
+// indexes created after the bulk insert; the file is left in WAL mode. It is written beside the
+// target ("<path>.generating") and renamed when complete, with the schema version in PRAGMA
+// user_version as its last write, so that an interrupted run never leaves a file that looks
+// complete. Throws db::DatabaseError.
 void generateLargeDatabase(const QString &path, int subjects, int nodes, int depth = 6, int fanout = 10);
+
+// Whether path holds a database generateLargeDatabase() finished for today's schema, with `nodes`
+// nodes in its tree: what a benchmark may reuse. Reads only; never throws.
+bool isCompleteLargeDatabase(const QString &path, int nodes);
 
 } // namespace dbsetup

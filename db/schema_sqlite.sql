@@ -493,11 +493,133 @@ SELECT GD01_ID              AS MO09_ID,
 -- Triggers
 -- ---------------------------------------------------------------------------------------------
 
--- Deleting a node removes its whole subtree. The recursive query makes this independent of
--- PRAGMA recursive_triggers (with it ON, the nested deletes find nothing left to do); UNION
--- rather than UNION ALL ends the walk even on parent links that were written in a cycle.
+-- The trees keep themselves valid whoever writes to them (the editor, another program, a
+-- statement typed by hand): a node row that would break its tree is refused with a message and
+-- nothing of the statement is written. Refused are a node whose type does not exist in the
+-- node's company; a parent that does not exist or belongs to another type or company (0 and NULL
+-- both mean "no parent": the editor writes 0 for a root); a node placed below itself or below
+-- one of its descendants; a validity date that is not a real day written as dates are stored
+-- ('YYYY-MM-DD', optionally with the time: date(x, '+0 days') gives back another day for a
+-- 30 February); a start after the end (the same day is a valid one-day period; a missing date is
+-- allowed, as the columns allow it); a change of key, type or company of a node that has
+-- children; the removal, or a change of key or company, of a type that has nodes.
+-- Triggers rather than CHECK and FOREIGN KEY constraints: a root's parent 0 matches no row, and a
+-- parent must share the node's type and company, which no foreign key expresses; SQLite enforces
+-- foreign keys only on connections that turn them on, while a trigger holds on all of them; a
+-- cycle is seen only by walking up the parents; and triggers can be added to a database made by
+-- an earlier version (dbsetup::prepareDatabaseAt), constraints cannot.
+-- Each check finds its rows by key (GD01_ID, GD02_ID) or through IX_GD02_PARENT and IX_GD02_GD01,
+-- and an update checks only what it changes, so a write costs a few index lookups.
+
+CREATE TRIGGER TR_GD02_DISTINTA_INSERT BEFORE INSERT ON GD02_DISTINTA
+BEGIN
+    SELECT CASE
+        WHEN NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
+                          WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
+        WHEN IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
+                              WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
+                                AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
+        WHEN NEW.GD02_DATAINIZIOVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
+                        AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
+        WHEN NEW.GD02_DATAFINEVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
+                        AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
+        WHEN datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL)
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
+    END;
+END;
+
+-- Only an update that sets one of these columns is checked (the other columns cannot break a
+-- tree), so the writes of the billing rule, the priorities or the guid pay nothing.
+CREATE TRIGGER TR_GD02_DISTINTA_UPDATE BEFORE UPDATE OF GD02_ID, GD02_ID_GD01, GD02_DITTA_CG18, GD02_IDPARENT_GD02,
+                                                       GD02_DATAINIZIOVAL, GD02_DATAFINEVAL ON GD02_DISTINTA
+BEGIN
+    SELECT CASE
+        WHEN (NEW.GD02_ID IS NOT OLD.GD02_ID OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
+              OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta non possono cambiare.')
+        WHEN (NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01 OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA
+                              WHERE GD01_ID = NEW.GD02_ID_GD01 AND GD01_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.')
+        WHEN (NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 OR NEW.GD02_ID_GD01 IS NOT OLD.GD02_ID_GD01
+              OR NEW.GD02_DITTA_CG18 IS NOT OLD.GD02_DITTA_CG18)
+             AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA
+                              WHERE GD02_ID = NEW.GD02_IDPARENT_GD02 AND GD02_ID_GD01 = NEW.GD02_ID_GD01
+                                AND GD02_DITTA_CG18 = NEW.GD02_DITTA_CG18)
+        THEN RAISE(ABORT, 'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.')
+        -- Walking up from the new parent (a handful of rows) rather than down the node's subtree.
+        WHEN NEW.GD02_IDPARENT_GD02 IS NOT OLD.GD02_IDPARENT_GD02 AND IFNULL(NEW.GD02_IDPARENT_GD02, 0) <> 0
+             AND (NEW.GD02_IDPARENT_GD02 = NEW.GD02_ID
+                  OR OLD.GD02_ID IN (WITH RECURSIVE ANCESTORS(ID) AS (
+                                         SELECT NEW.GD02_IDPARENT_GD02
+                                         UNION
+                                         SELECT P.GD02_IDPARENT_GD02 FROM GD02_DISTINTA P INNER JOIN ANCESTORS A ON P.GD02_ID = A.ID
+                                          WHERE IFNULL(P.GD02_IDPARENT_GD02, 0) <> 0)
+                                     SELECT ID FROM ANCESTORS))
+        THEN RAISE(ABORT, 'Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.')
+        WHEN NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL AND NEW.GD02_DATAINIZIOVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAINIZIOVAL) = 'text'
+                        AND date(NEW.GD02_DATAINIZIOVAL, '+0 days') = substr(NEW.GD02_DATAINIZIOVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità non è una data.')
+        WHEN NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL AND NEW.GD02_DATAFINEVAL IS NOT NULL
+             AND IFNULL(typeof(NEW.GD02_DATAFINEVAL) = 'text'
+                        AND date(NEW.GD02_DATAFINEVAL, '+0 days') = substr(NEW.GD02_DATAFINEVAL, 1, 10), 0) = 0
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di fine validità non è una data.')
+        WHEN (NEW.GD02_DATAINIZIOVAL IS NOT OLD.GD02_DATAINIZIOVAL OR NEW.GD02_DATAFINEVAL IS NOT OLD.GD02_DATAFINEVAL)
+             AND datetime(NEW.GD02_DATAINIZIOVAL) > datetime(NEW.GD02_DATAFINEVAL)
+        THEN RAISE(ABORT, 'Nodo non salvato: la data di inizio validità è successiva alla data di fine.')
+    END;
+END;
+
+CREATE TRIGGER TR_GD01_TIPODISTINTA_DELETE BEFORE DELETE ON GD01_TIPODISTINTA
+BEGIN
+    SELECT RAISE(ABORT, 'Tipo distinta non cancellato: ha dei nodi.')
+     WHERE EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = OLD.GD01_ID);
+END;
+
+CREATE TRIGGER TR_GD01_TIPODISTINTA_UPDATE BEFORE UPDATE ON GD01_TIPODISTINTA
+WHEN NEW.GD01_ID IS NOT OLD.GD01_ID OR NEW.GD01_DITTA_CG18 IS NOT OLD.GD01_DITTA_CG18
+BEGIN
+    SELECT RAISE(ABORT, 'Tipo distinta non salvato: ha dei nodi, quindi identificativo e ditta non possono cambiare.')
+     WHERE EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = OLD.GD01_ID);
+END;
+
+-- Deleting a node removes its whole subtree, and with every removed node what hangs on it in
+-- this module and in the host: its in-invoice campaigns (GD12_PROMO) and its workflow state
+-- (WF02_STATORIGA, by the node's guid), so that no orphan of ours is left. Rows owned by other
+-- managements of the suite stay: the subjects of contract conditions (GD14_SOGGCONTR) and their
+-- exclusions (GD27_SOGGCONTRDISAB) belong to the contracts management, which decides what a
+-- condition on a removed node becomes (the editor warns about those links before deleting, and
+-- refuses when a definitive bonus hangs on the node).
+-- The recursive query does the whole walk, so the trigger needs no recursive triggers (the
+-- module's connections turn them off: a firing for every removed node would only walk each
+-- remaining subtree again); UNION rather than UNION ALL ends the walk even on parent links
+-- written in a cycle before the checks above existed.
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE AFTER DELETE ON GD02_DISTINTA
 BEGIN
+    DELETE FROM GD12_PROMO
+     WHERE GD12_ID_GD02 IN (WITH RECURSIVE SUBTREE(ID) AS (
+                                SELECT OLD.GD02_ID
+                                UNION
+                                SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
+                            SELECT ID FROM SUBTREE);
+    DELETE FROM WF02_STATORIGA WHERE WF02_GUID = OLD.gd02_guid;
+    DELETE FROM WF02_STATORIGA
+     WHERE WF02_GUID IN (SELECT gd02_guid FROM GD02_DISTINTA
+                          WHERE GD02_ID IN (WITH RECURSIVE SUBTREE(ID) AS (
+                                                SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID
+                                                UNION
+                                                SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
+                                            SELECT ID FROM SUBTREE));
     DELETE FROM GD02_DISTINTA
      WHERE GD02_ID IN (WITH RECURSIVE SUBTREE(ID) AS (
                            SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID

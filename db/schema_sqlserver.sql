@@ -11,7 +11,8 @@
 -- indexes).
 --
 -- Conventions: generated keys are IDENTITY(1,1); guids default to NEWID(); root nodes of
--- GD02_DISTINTA have parent 0 or NULL; deleting a node removes its subtree (trigger).
+-- GD02_DISTINTA have parent 0 or NULL; deleting a node removes its subtree (trigger); triggers
+-- refuse rows that would break a tree (see Triggers).
 
 -- ---------------------------------------------------------------------------------------------
 -- Host: companies and workflow states
@@ -530,20 +531,145 @@ GO
 -- Triggers
 -- ---------------------------------------------------------------------------------------------
 
--- Deleting nodes removes their whole subtrees, whatever the RECURSIVE_TRIGGERS setting (a nested
--- firing finds no children left and returns). Parent links written in a cycle stop at the
--- recursion limit with an error instead of looping.
+-- The trees keep themselves valid whoever writes to them (the editor, another program, a
+-- statement typed by hand): a statement that would break a tree is refused with a message (THROW
+-- rolls it back, so nothing of it is written). Refused are a node whose type does not exist in
+-- the node's company; a parent that does not exist or belongs to another type or company (0 and
+-- NULL both mean "no parent": the editor writes 0 for a root); a node placed below itself or
+-- below one of its descendants; a start of validity after the end (the same day is a valid
+-- one-day period; a missing date is allowed); a change of type or company of a node whose
+-- children stay behind; the removal, or a change of company, of a type that has nodes. That a
+-- date is a date the DATETIME columns enforce themselves. The keys are IDENTITY columns and
+-- cannot change.
+-- Triggers rather than CHECK and FOREIGN KEY constraints: a root's parent 0 matches no row, a
+-- parent must share the node's type and company, which no foreign key expresses, and a cycle is
+-- seen only by walking up the parents; the same rules as the embedded database, which has the
+-- same triggers. The checks run only for what a statement changes (UPDATE()), and find their
+-- rows by key or through IX_GD02_PARENT and IX_GD02_GD01.
+CREATE TRIGGER TR_GD02_DISTINTA_INSERT ON GD02_DISTINTA AFTER INSERT
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF NOT EXISTS (SELECT 1 FROM inserted) RETURN;
+    IF EXISTS (SELECT 1 FROM inserted I
+                WHERE NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA T
+                                   WHERE T.GD01_ID = I.GD02_ID_GD01 AND T.GD01_DITTA_CG18 = I.GD02_DITTA_CG18))
+        THROW 50001, N'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.', 1;
+    IF EXISTS (SELECT 1 FROM inserted I
+                WHERE ISNULL(I.GD02_IDPARENT_GD02, 0) <> 0
+                  AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA P
+                                   WHERE P.GD02_ID = I.GD02_IDPARENT_GD02 AND P.GD02_ID_GD01 = I.GD02_ID_GD01
+                                     AND P.GD02_DITTA_CG18 = I.GD02_DITTA_CG18))
+        THROW 50002, N'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.', 1;
+    IF EXISTS (SELECT 1 FROM inserted WHERE GD02_DATAINIZIOVAL > GD02_DATAFINEVAL)
+        THROW 50004, N'Nodo non salvato: la data di inizio validità è successiva alla data di fine.', 1;
+    -- Rows inserted with explicit keys (IDENTITY_INSERT) could point at each other.
+    DECLARE @CICLI INT;
+    WITH ANCESTORS (START, ID) AS (
+        SELECT I.GD02_ID, I.GD02_IDPARENT_GD02 FROM inserted I WHERE ISNULL(I.GD02_IDPARENT_GD02, 0) <> 0
+        UNION ALL
+        SELECT A.START, P.GD02_IDPARENT_GD02 FROM ANCESTORS A INNER JOIN GD02_DISTINTA P ON P.GD02_ID = A.ID
+         WHERE A.ID <> A.START AND ISNULL(P.GD02_IDPARENT_GD02, 0) <> 0)
+    SELECT @CICLI = COUNT(*) FROM ANCESTORS WHERE ID = START
+    OPTION (MAXRECURSION 32767);
+    IF @CICLI > 0
+        THROW 50003, N'Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.', 1;
+END;
+GO
+
+CREATE TRIGGER TR_GD02_DISTINTA_UPDATE ON GD02_DISTINTA AFTER UPDATE
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF NOT EXISTS (SELECT 1 FROM inserted) RETURN;
+    IF UPDATE(GD02_ID_GD01) OR UPDATE(GD02_DITTA_CG18)
+    BEGIN
+        IF EXISTS (SELECT 1 FROM inserted I INNER JOIN GD02_DISTINTA C ON C.GD02_IDPARENT_GD02 = I.GD02_ID
+                    WHERE C.GD02_ID_GD01 <> I.GD02_ID_GD01 OR C.GD02_DITTA_CG18 <> I.GD02_DITTA_CG18)
+            THROW 50005, N'Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta non possono cambiare.', 1;
+        IF EXISTS (SELECT 1 FROM inserted I
+                    WHERE NOT EXISTS (SELECT 1 FROM GD01_TIPODISTINTA T
+                                       WHERE T.GD01_ID = I.GD02_ID_GD01 AND T.GD01_DITTA_CG18 = I.GD02_DITTA_CG18))
+            THROW 50001, N'Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.', 1;
+    END;
+    IF UPDATE(GD02_IDPARENT_GD02) OR UPDATE(GD02_ID_GD01) OR UPDATE(GD02_DITTA_CG18)
+    BEGIN
+        IF EXISTS (SELECT 1 FROM inserted I
+                    WHERE ISNULL(I.GD02_IDPARENT_GD02, 0) <> 0
+                      AND NOT EXISTS (SELECT 1 FROM GD02_DISTINTA P
+                                       WHERE P.GD02_ID = I.GD02_IDPARENT_GD02 AND P.GD02_ID_GD01 = I.GD02_ID_GD01
+                                         AND P.GD02_DITTA_CG18 = I.GD02_DITTA_CG18))
+            THROW 50002, N'Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo distinta o di un''altra ditta.', 1;
+    END;
+    IF UPDATE(GD02_IDPARENT_GD02)
+    BEGIN
+        -- Walking up from each new parent (a handful of rows) rather than down the subtrees.
+        DECLARE @CICLI INT;
+        WITH ANCESTORS (START, ID) AS (
+            SELECT I.GD02_ID, I.GD02_IDPARENT_GD02 FROM inserted I WHERE ISNULL(I.GD02_IDPARENT_GD02, 0) <> 0
+            UNION ALL
+            SELECT A.START, P.GD02_IDPARENT_GD02 FROM ANCESTORS A INNER JOIN GD02_DISTINTA P ON P.GD02_ID = A.ID
+             WHERE A.ID <> A.START AND ISNULL(P.GD02_IDPARENT_GD02, 0) <> 0)
+        SELECT @CICLI = COUNT(*) FROM ANCESTORS WHERE ID = START
+        OPTION (MAXRECURSION 32767);
+        IF @CICLI > 0
+            THROW 50003, N'Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.', 1;
+    END;
+    IF (UPDATE(GD02_DATAINIZIOVAL) OR UPDATE(GD02_DATAFINEVAL))
+       AND EXISTS (SELECT 1 FROM inserted WHERE GD02_DATAINIZIOVAL > GD02_DATAFINEVAL)
+        THROW 50004, N'Nodo non salvato: la data di inizio validità è successiva alla data di fine.', 1;
+END;
+GO
+
+CREATE TRIGGER TR_GD01_TIPODISTINTA_DELETE ON GD01_TIPODISTINTA AFTER DELETE
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF EXISTS (SELECT 1 FROM deleted X INNER JOIN GD02_DISTINTA D ON D.GD02_ID_GD01 = X.GD01_ID)
+        THROW 50006, N'Tipo distinta non cancellato: ha dei nodi.', 1;
+END;
+GO
+
+CREATE TRIGGER TR_GD01_TIPODISTINTA_UPDATE ON GD01_TIPODISTINTA AFTER UPDATE
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF UPDATE(GD01_DITTA_CG18)
+       AND EXISTS (SELECT 1 FROM deleted X
+                          INNER JOIN inserted I ON I.GD01_ID = X.GD01_ID
+                          INNER JOIN GD02_DISTINTA D ON D.GD02_ID_GD01 = X.GD01_ID
+                    WHERE I.GD01_DITTA_CG18 <> X.GD01_DITTA_CG18)
+        THROW 50007, N'Tipo distinta non salvato: ha dei nodi, quindi identificativo e ditta non possono cambiare.', 1;
+END;
+GO
+
+-- Deleting nodes removes their whole subtrees, and with every removed node what hangs on it in
+-- this module and in the host: its in-invoice campaigns (GD12_PROMO) and its workflow state
+-- (WF02_STATORIGA, by the node's guid), so that no orphan of ours is left. Rows owned by other
+-- managements of the suite stay: the subjects of contract conditions (GD14_SOGGCONTR) and their
+-- exclusions (GD27_SOGGCONTRDISAB) belong to the contracts management, which decides what a
+-- condition on a removed node becomes (the editor warns about those links before deleting, and
+-- refuses when a definitive bonus hangs on the node).
+-- This works whatever the RECURSIVE_TRIGGERS setting (a nested firing finds no children left).
 CREATE TRIGGER TR_GD02_DISTINTA_DELETE ON GD02_DISTINTA AFTER DELETE
 AS
 BEGIN
     SET NOCOUNT ON;
     IF NOT EXISTS (SELECT 1 FROM deleted) RETURN;
+    DECLARE @NODI TABLE (ID INT NOT NULL PRIMARY KEY, NODOGUID UNIQUEIDENTIFIER NULL);
+    INSERT INTO @NODI (ID, NODOGUID) SELECT GD02_ID, gd02_guid FROM deleted;
     WITH SUBTREE (ID) AS (
         SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN deleted X ON D.GD02_IDPARENT_GD02 = X.GD02_ID
         UNION ALL
         SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)
-    DELETE FROM GD02_DISTINTA WHERE GD02_ID IN (SELECT ID FROM SUBTREE)
+    INSERT INTO @NODI (ID, NODOGUID)
+    SELECT D.GD02_ID, D.gd02_guid
+      FROM GD02_DISTINTA D
+     WHERE D.GD02_ID IN (SELECT ID FROM SUBTREE)
     OPTION (MAXRECURSION 32767);
+    DELETE FROM GD12_PROMO WHERE GD12_ID_GD02 IN (SELECT ID FROM @NODI);
+    DELETE FROM WF02_STATORIGA WHERE WF02_GUID IN (SELECT NODOGUID FROM @NODI WHERE NODOGUID IS NOT NULL);
+    DELETE FROM GD02_DISTINTA WHERE GD02_ID IN (SELECT ID FROM @NODI);
 END;
 GO
 

@@ -1,6 +1,7 @@
 #include "sqlitefile.h"
 
 #include "platform/db/databaseerror.h"
+#include "platform/db/sqlitefilename.h"
 
 #include <QByteArray>
 
@@ -20,10 +21,10 @@ namespace {
     throw db::DatabaseError({error}, statement);
 }
 
-bool isCreateIndex(const char *sql)
+bool isCreateIndex(const QString &sql)
 {
     // The statement's text may begin with the comment lines written above it.
-    QStringList lines = QString::fromUtf8(sql).split(QLatin1Char('\n'));
+    QStringList lines = sql.split(QLatin1Char('\n'));
     while (!lines.isEmpty() && (lines.first().trimmed().startsWith(QLatin1String("--")) || lines.first().trimmed().isEmpty()))
         lines.removeFirst();
     const QString text = lines.join(QLatin1Char(' ')).simplified().toUpper();
@@ -176,11 +177,12 @@ void SqliteStatement::reset()
 
 // ---- SqliteFile
 
-SqliteFile::SqliteFile(const QString &path)
+SqliteFile::SqliteFile(const QString &path, Access access)
     : m_path(path)
 {
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &m_handle,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const int rc = sqlite3_open_v2(db::sqliteFileUri(path, access == Access::ReadOnly).constData(), &m_handle,
+                                   flags | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         const QString message = m_handle ? QString::fromUtf8(sqlite3_errmsg(m_handle))
                                          : QString::fromUtf8(sqlite3_errstr(rc));
@@ -209,7 +211,7 @@ void SqliteFile::exec(const QString &sql)
     }
 }
 
-QStringList SqliteFile::execScript(const QString &script, bool skipIndexes)
+QStringList SqliteFile::execScript(const QString &script, Statements statements)
 {
     QStringList skipped;
     const QByteArray utf8 = script.toUtf8();
@@ -223,16 +225,15 @@ QStringList SqliteFile::execScript(const QString &script, bool skipIndexes)
         next = tail;
         if (!statement) // only blanks or comments were left
             continue;
-        const char *sql = sqlite3_sql(statement);
-        if (skipIndexes && isCreateIndex(sql)) {
-            skipped << QString::fromUtf8(sql);
+        const QString text = QString::fromUtf8(sqlite3_sql(statement));
+        if (statements == Statements::AllButIndexes && isCreateIndex(text)) {
+            skipped << text;
             sqlite3_finalize(statement);
             continue;
         }
         int step = sqlite3_step(statement);
         while (step == SQLITE_ROW)
             step = sqlite3_step(statement);
-        const QString text = QString::fromUtf8(sql);
         sqlite3_finalize(statement);
         if (step != SQLITE_DONE)
             throwSqliteError(m_handle, step, text);

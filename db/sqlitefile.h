@@ -62,7 +62,11 @@ private:
 class SqliteFile
 {
 public:
-    explicit SqliteFile(const QString &path); // opens or creates; throws db::DatabaseError
+    enum class Access { ReadWrite, ReadOnly };
+
+    // ReadWrite opens or creates; ReadOnly writes nothing and leaves no -wal or -shm file behind
+    // (db::sqliteFileUri). Throws db::DatabaseError.
+    explicit SqliteFile(const QString &path, Access access = Access::ReadWrite);
     ~SqliteFile();
     SqliteFile(const SqliteFile &) = delete;
     SqliteFile &operator=(const SqliteFile &) = delete;
@@ -70,9 +74,11 @@ public:
     // Runs one or more statements separated by semicolons.
     void exec(const QString &sql);
 
-    // Runs a script statement by statement; when skipIndexes is true, CREATE INDEX statements are
-    // not run but returned, so that a bulk load can create them afterwards.
-    QStringList execScript(const QString &script, bool skipIndexes = false);
+    enum class Statements { All, AllButIndexes };
+
+    // Runs a script statement by statement. AllButIndexes returns the CREATE INDEX statements
+    // instead of running them, so that a bulk load can create them afterwards.
+    QStringList execScript(const QString &script, Statements statements = Statements::All);
 
     SqliteStatement prepare(const QString &sql);
     std::int64_t lastInsertId() const;

@@ -1,5 +1,7 @@
 #include "framework/messageboxlogservice.h"
 
+#include "framework/unattendedrun.h"
+
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -69,8 +71,10 @@ int defaultIndex(int style, int buttonCount)
 
 } // namespace
 
-MessageBoxLogService::MessageBoxLogService(bool interactive)
-    : m_interactive(interactive)
+MessageBoxLogService::MessageBoxLogService() = default;
+
+MessageBoxLogService::MessageBoxLogService(std::shared_ptr<UnattendedRun> unattended)
+    : m_unattended(std::move(unattended))
 {
 }
 
@@ -97,6 +101,10 @@ int MessageBoxLogService::showErrorDialog(const QString &procedure, const QStrin
     m_databaseErrors.clear();
     const QString title = caption.isEmpty() ? applicationTitle
                                             : applicationTitle + QStringLiteral(" - ") + caption;
+    if (m_unattended) {
+        m_unattended->fail(title + QStringLiteral(": ") + text);
+        return Answer::Abort;
+    }
     return ask(text, title, style);
 }
 
@@ -108,9 +116,12 @@ int MessageBoxLogService::defaultAnswer(int style)
 
 int MessageBoxLogService::ask(const QString &text, const QString &title, int style)
 {
-    if (!m_interactive) {
+    if (m_unattended) {
         QTextStream(stderr) << title << ": " << text << Qt::endl;
-        return defaultAnswer(style);
+        const int answer = defaultAnswer(style);
+        if (answer != Answer::Retry)
+            return answer;
+        return (style & 0xF) == MessageStyle::RetryCancel ? int(Answer::Cancel) : int(Answer::Abort);
     }
 
     const QList<ButtonAnswer> buttons = buttonsOf(style);

@@ -7,7 +7,9 @@ namespace fw {
 
 // Row states kept in the host's tables: the states of each workflow in WF01_STATI (one of them
 // flagged as the default) and the current state of each row guid in WF02_STATORIGA, stamped
-// with who changed it. Database failures are raised as db::DatabaseError.
+// with who changed it. Database failures are raised as db::DatabaseError. The user and group are
+// written into columns 20 characters wide: the shell hands them over already fitted
+// (columnwidths::fitToColumn), as SQL Server would refuse a longer name.
 class SqlWorkflowStateService : public WorkflowStateService
 {
 public:

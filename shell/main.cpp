@@ -1,20 +1,23 @@
-#include "db/demodatabase.h"
+#include "data/columnwidths.h"
+#include "data/dittastatements.h"
 #include "framework/defaulttheme.h"
 #include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/recordframe.h"
 #include "framework/sqlworkflowstateservice.h"
+#include "framework/unattendedrun.h"
 #include "platform/db/connection.h"
+#include "platform/db/recordset.h"
 #include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
 #include "shell/mainwindow.h"
+#include "shell/shelldatabase.h"
 #include "shell/shellmodulemanager.h"
 #include "shell/shelloptions.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStatusBar>
@@ -40,20 +43,16 @@ QString pluginFolder()
     return configured.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/plugins") : configured;
 }
 
-// Opens the database the options name, creating the demo database when needed.
-db::ConnectionPtr openDatabase(const ShellOptions &options, QString *description)
+// Whether the working company has any row; a failing query (a database of the suite without one
+// of the tables) does not count as "no data": the editor reports what fails.
+bool companyHasData(const db::ConnectionPtr &connection, int company)
 {
-    if (!options.odbcConnectionString.isEmpty()) {
-        *description = QStringLiteral("Database ODBC");
-        return db::Connection::open(options.odbcConnectionString);
+    try {
+        const db::RecordsetPtr rows = connection->openRecordset(dittastatements::companyHasDataQuery(company));
+        return rows->isEmpty() || rows->value(0).toInt() != 0;
+    } catch (const db::DatabaseError &) {
+        return true;
     }
-    const QString path = options.databasePath.isEmpty() ? dbsetup::defaultDemoDatabasePath()
-                                                        : QDir::current().absoluteFilePath(options.databasePath);
-    const bool created = dbsetup::ensureDemoDatabase(path);
-    QTextStream(stdout) << (created ? "Database dimostrativo creato: " : "Database: ")
-                        << QDir::toNativeSeparators(path) << Qt::endl;
-    *description = QStringLiteral("Database %1").arg(QDir::toNativeSeparators(path));
-    return db::Connection::open(dbsetup::sqliteConnectionString(path));
 }
 
 // For unattended runs: what opened, and whether the editor finished its start-up.
@@ -102,25 +101,36 @@ int main(int argc, char *argv[])
 
     fw::HostGlobalServices globals;
     globals.setWorkingCompany(options.company);
-    globals.setUser(options.user);
-    globals.setUserGroup(options.userGroup);
+    // Every audit column for users and groups is 20 characters wide: a longer name would make SQL
+    // Server refuse the writes that carry it.
+    globals.setUser(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), options.user));
+    globals.setUserGroup(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), options.userGroup));
     globals.setApplicationTitle(QStringLiteral("VRAX - Distinte di classificazione"));
-    const bool interactive = !options.unattended();
-    globals.setLogServiceFactory([interactive] { return std::make_shared<fw::MessageBoxLogService>(interactive); });
+    // Without a user, the first error is reported once and ends the run (fw::UnattendedRun).
+    const auto unattended = options.unattended() ? std::make_shared<fw::UnattendedRun>() : nullptr;
+    globals.setLogServiceFactory([unattended]() -> std::shared_ptr<fw::LogService> {
+        if (unattended)
+            return std::make_shared<fw::MessageBoxLogService>(unattended);
+        return std::make_shared<fw::MessageBoxLogService>();
+    });
     globals.setThemeFactory([] { return std::make_shared<fw::DefaultTheme>(); });
 
-    QString databaseDescription;
-    db::ConnectionPtr connection;
-    try {
-        connection = openDatabase(options, &databaseDescription);
-    } catch (const db::DatabaseError &error) {
-        QTextStream(stderr) << "distinta: impossibile aprire il database.\n" << error.message() << Qt::endl;
+    const ShellDatabase database = ShellDatabase::open(options);
+    if (!database.warning.isEmpty())
+        QTextStream(stderr) << database.warning << Qt::endl;
+    if (!database.connection) {
+        QTextStream(stderr) << "distinta: impossibile aprire il database.\n" << database.problem << Qt::endl;
+        if (!unattended)
+            globals.createLogService()->showMessage(database.problem, globals.applicationTitle(),
+                                                    fw::MessageStyle::Critical);
         return 1;
     }
+    const db::ConnectionPtr connection = database.connection;
     globals.setWorkflowStateService(
-        std::make_shared<fw::SqlWorkflowStateService>(connection, options.user, options.userGroup));
+        std::make_shared<fw::SqlWorkflowStateService>(connection, globals.user(), globals.userGroup()));
 
-    MainWindow window(globals, databaseDescription);
+    MainWindow window(globals, database.description);
+    window.setCompanyCheck([connection](int company) { return companyHasData(connection, company); });
 
     fw::HostContext shell;
     shell.globals = &globals;
@@ -149,12 +159,30 @@ int main(int argc, char *argv[])
     }
     const bool opened = modules.open(editorProgramId, shell) != nullptr;
 
-    if (options.unattended()) {
-        // Runs after the editor's start-up, which the editor queues when it is first shown.
+    // Notices about what was opened, after the editor's start-up (which the editor queues when it
+    // is first shown); without a user they go to stderr.
+    QStringList notices{database.notice, window.companyNotice()};
+    notices.removeAll(QString());
+    if (!notices.isEmpty()) {
+        QMetaObject::invokeMethod(&app, [&globals, notices] {
+            if (const auto log = globals.createLogService()) {
+                for (const QString &notice : notices)
+                    log->showMessage(notice, globals.applicationTitle(), fw::MessageStyle::Notice);
+            }
+        }, Qt::QueuedConnection);
+    }
+
+    if (unattended) {
+        if (unattended->failed()) {   // failed before the event loop could be left
+            globals.setModuleManager(nullptr);
+            return fw::UnattendedRun::FailureExitCode;
+        }
         QMetaObject::invokeMethod(&app, [&] { app.exit(opened ? reportOpenForms(window, options) : 1); },
                                   Qt::QueuedConnection);
     }
-    const int result = app.exec();
+    int result = app.exec();
+    if (unattended && unattended->failed())
+        result = fw::UnattendedRun::FailureExitCode;
     globals.setModuleManager(nullptr);
     return result;
 }

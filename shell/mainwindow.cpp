@@ -2,6 +2,7 @@
 
 #include "framework/companychangehandler.h"
 #include "framework/hostglobalservices.h"
+#include "framework/logservice.h"
 
 #include <QInputDialog>
 #include <QLabel>
@@ -60,6 +61,21 @@ QStringList MainWindow::openForms() const
     return forms;
 }
 
+void MainWindow::setCompanyCheck(std::function<bool(int)> hasData)
+{
+    m_companyHasData = std::move(hasData);
+    updateStatus();
+}
+
+QString MainWindow::companyNotice() const
+{
+    if (!m_companyWithoutData)
+        return {};
+    return QStringLiteral("La ditta %1 non ha dati in questo database (né anagrafica della ditta, né tipi distinta, "
+                          "né clienti o fornitori): le distinte saranno vuote.")
+        .arg(m_globals.workingCompany());
+}
+
 void MainWindow::changeWorkingCompany()
 {
     bool ok = false;
@@ -70,6 +86,10 @@ void MainWindow::changeWorkingCompany()
         return;
     m_globals.setWorkingCompany(company);
     updateStatus();
+    if (const QString notice = companyNotice(); !notice.isEmpty()) {
+        if (const auto log = m_globals.createLogService())
+            log->showMessage(notice, m_globals.applicationTitle(), fw::MessageStyle::Notice);
+    }
     for (QMdiSubWindow *window : m_mdiArea->subWindowList()) {
         if (auto *handler = qobject_cast<fw::CompanyChangeHandler *>(window->widget()))
             handler->workingCompanyChanged();
@@ -78,7 +98,9 @@ void MainWindow::changeWorkingCompany()
 
 void MainWindow::updateStatus()
 {
+    m_companyWithoutData = m_companyHasData && !m_companyHasData(m_globals.workingCompany());
+    const QString company = QString::number(m_globals.workingCompany())
+                            + (m_companyWithoutData ? QStringLiteral(" (senza dati)") : QString());
     m_status->setText(QStringLiteral("Ditta %1   Utente %2   Gruppo %3   %4")
-                          .arg(QString::number(m_globals.workingCompany()), m_globals.user(),
-                               m_globals.userGroup(), m_databaseDescription));
+                          .arg(company, m_globals.user(), m_globals.userGroup(), m_databaseDescription));
 }

@@ -3,6 +3,7 @@
 #include "framework/mdihost.h"
 
 #include <QMainWindow>
+#include <functional>
 
 class QLabel;
 class QMdiArea;
@@ -26,6 +27,12 @@ public:
     // The object names and titles of the forms open in the area.
     QStringList openForms() const;
 
+    // Tells whether a company has any row in the database; the status bar marks a company that
+    // has none, and changing to one shows a notice.
+    void setCompanyCheck(std::function<bool(int company)> hasData);
+    // The notice for a company without data; empty when it has some.
+    QString companyNotice() const;
+
 signals:
     void openEditorRequested();
 
@@ -35,6 +42,8 @@ private:
 
     fw::HostGlobalServices &m_globals;
     QString m_databaseDescription;
+    std::function<bool(int)> m_companyHasData;
+    bool m_companyWithoutData = false;
     QMdiArea *m_mdiArea;
     QLabel *m_status;
 };

@@ -1,6 +1,7 @@
 #include "shell/shelloptions.h"
 
 #include "platform/os/systeminfo.h"
+#include "shell/odbcpassword.h"
 
 #include <QCommandLineParser>
 #include <QTextStream>
@@ -15,7 +16,11 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     parser.setApplicationDescription(QStringLiteral(
         "Distinte di classificazione di clienti e fornitori.\n"
         "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio "
-        "nella cartella dei dati dell'utente."));
+        "nella cartella dei dati dell'utente.\n"
+        "Senza utente (--exit-after-show, --screenshot) un errore non apre finestre: viene scritto una volta "
+        "sullo standard error e il programma termina.\n"
+        "Codici di uscita: 0 riuscito; 1 argomenti errati, database non aperto o rifiutato, editor non aperto; "
+        "2 nessuno schermo disponibile; 3 errore durante un'esecuzione senza utente."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Mostra questo aiuto ed esce."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
@@ -34,14 +39,21 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                       QStringLiteral("file"));
     const QCommandLineOption odbc(QStringLiteral("odbc"),
                                   QStringLiteral("Stringa di connessione ODBC al database Microsoft SQL Server "
-                                                 "della suite, al posto del database SQLite."),
+                                                 "della suite, al posto del database SQLite. La password non va "
+                                                 "scritta qui (gli altri utenti del computer la vedrebbero): si passa "
+                                                 "con la variabile d'ambiente %1 oppure con --odbc-password-file.")
+                                      .arg(QString::fromLatin1(kOdbcPasswordVariable)),
                                   QStringLiteral("stringa"));
+    const QCommandLineOption odbcPasswordFile(QStringLiteral("odbc-password-file"),
+                                              QStringLiteral("File con la password della connessione ODBC (la prima "
+                                                             "riga); deve essere leggibile solo dall'utente (chmod 600)."),
+                                              QStringLiteral("file"));
     const QCommandLineOption exitAfterShow(QStringLiteral("exit-after-show"),
                                            QStringLiteral("Apre l'editor, elenca le finestre aperte ed esce (verifica automatica)."));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
                                         QStringLiteral("file.png"));
-    parser.addOptions({help, version, company, user, group, database, odbc, exitAfterShow, screenshot});
+    parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot});
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -67,6 +79,11 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         *exitCode = 1;
         return options;
     }
+    if (parser.isSet(odbcPasswordFile) && !parser.isSet(odbc)) {
+        err << QStringLiteral("--odbc-password-file vale solo insieme a --odbc.") << Qt::endl;
+        *exitCode = 1;
+        return options;
+    }
     if (parser.isSet(database) && parser.isSet(odbc)) {
         err << QStringLiteral("Indicare --database oppure --odbc, non entrambi.") << Qt::endl;
         *exitCode = 1;
@@ -84,6 +101,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     options.userGroup = parser.value(group);
     options.databasePath = parser.value(database);
     options.odbcConnectionString = parser.value(odbc);
+    options.odbcPasswordFile = parser.value(odbcPasswordFile);
     options.exitAfterShow = parser.isSet(exitAfterShow);
     options.screenshotPath = parser.value(screenshot);
     return options;

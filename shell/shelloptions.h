@@ -11,9 +11,12 @@ struct ShellOptions
     QString userGroup = QStringLiteral("ADMIN");
     QString databasePath;         // SQLite file; created with the demo data when missing
     QString odbcConnectionString; // instead of a SQLite file
+    QString odbcPasswordFile;     // the ODBC password, in a file only the user may read
     bool exitAfterShow = false;   // unattended check: open the editor, report, exit
     QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
 
+    // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
+    // command belongs here.
     bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty(); }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets

@@ -3,6 +3,7 @@
 // line that names the classification and its division.
 #include "forms/distinta/frmgd_distinta.h"
 
+#include "data/columnwidths.h"
 #include "data/distintastatements.h"
 #include "data/modgd_distinta.h"
 #include "framework/globalservices.h"
@@ -174,8 +175,8 @@ void FRMGD_DISTINTA::legaAlbero(const db::RecordsetPtr &nodi, const QString &sql
 
     // In-tree edits and propagations stamp who changed the node and when.
     const fw::GlobalServices *services = globals();
-    const QString group = services ? services->userGroup() : QString();
-    const QString user = services ? services->user() : QString();
+    const QString group = columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), services ? services->userGroup() : QString());
+    const QString user = columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), services ? services->user() : QString());
     nodi->setUpdateStamp([group, user] {
         return QList<std::pair<QString, QVariant>>{{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
                                                    {QStringLiteral("GD02_GRUPPOVAR"), group},

@@ -1,49 +1,31 @@
 #include "connection.h"
 
+#include "connectionstring.h"
 #include "odbcbackend.h"
 #include "recordset.h"
 #include "recordsetdata.h"
 #include "selectshape.h"
 #include "sqlitebackend.h"
+#include "sqlitefilename.h"
 #include "statementtrace.h"
 #include "tsqltranslator.h"
 
-#include <QRegularExpression>
 
 namespace db {
 
 namespace {
 
-// The value of a "key=value;" entry of a connection string; keys are case-insensitive.
-QString connectionValue(const QString &connectionString, const QStringList &keys)
+// An ODBC string to a SQLite driver (translation on) as the driver can take it. The driver reads
+// its "Database=" up to the first ';' and knows no braces, so a file whose name needs them is
+// handed over as a "file:" URI, which it opens as such: the file named, and no other.
+QString forSqliteDriver(const QString &odbcString)
 {
-    const QStringList entries = connectionString.split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    for (const QString &entry : entries) {
-        const qsizetype equals = entry.indexOf(QLatin1Char('='));
-        if (equals < 0)
-            continue;
-        const QString key = entry.left(equals).trimmed();
-        for (const QString &wanted : keys) {
-            if (key.compare(wanted, Qt::CaseInsensitive) == 0)
-                return entry.mid(equals + 1).trimmed();
-        }
-    }
-    return {};
-}
-
-// Removes "TSQLCompat=SQLite;" from an ODBC string; tells whether it was there.
-bool takeSqliteCompatibility(QString *odbcString)
-{
-    static const QRegularExpression compat(QStringLiteral("(^|;)\\s*TSQLCompat\\s*=\\s*SQLite\\s*(;|$)"),
-                                           QRegularExpression::CaseInsensitiveOption);
-    bool found = false;
-    QRegularExpressionMatch match;
-    while ((match = compat.match(*odbcString)).hasMatch()) {
-        const bool between = !match.captured(1).isEmpty() && !match.captured(2).isEmpty();
-        odbcString->replace(match.capturedStart(), match.capturedLength(), between ? QStringLiteral(";") : QString());
-        found = true;
-    }
-    return found;
+    const QStringList databaseKeys{QStringLiteral("Database")};
+    const QString file = connectionstring::value(odbcString, databaseKeys);
+    if (connectionstring::entry(QStringLiteral("Database"), file) == QStringLiteral("Database=") + file)
+        return odbcString;
+    return connectionstring::with(connectionstring::without(odbcString, databaseKeys), QStringLiteral("Database"),
+                                  QString::fromUtf8(sqliteFileUri(file)));
 }
 
 // Ties each field to the base-table column it reads, walking the select list in order ("*"
@@ -120,17 +102,21 @@ void markWritable(RecordsetData &data, const QString &tsql, Backend &backend)
 Connection::Connection(const QString &connectionString)
     : m_connectionString(connectionString)
 {
-    const QString provider = connectionValue(connectionString, {QStringLiteral("Provider")});
+    using namespace connectionstring;
+    const QString provider = value(connectionString, {QStringLiteral("Provider")});
     if (provider.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0) {
-        const QString file = connectionValue(connectionString, {QStringLiteral("Data Source"), QStringLiteral("DataSource")});
+        const QString file = value(connectionString, {QStringLiteral("Data Source"), QStringLiteral("DataSource")});
         if (file.isEmpty())
             throw makeError(QStringLiteral("Nella stringa di connessione manca il file del database (Data Source)."),
                             QStringLiteral("SQLite"));
-        m_backend = std::make_unique<SqliteBackend>(file);
+        const bool readOnly = value(connectionString, {QStringLiteral("Mode")}).compare(QLatin1String("Read"), Qt::CaseInsensitive) == 0;
+        m_backend = std::make_unique<SqliteBackend>(file, readOnly);
     } else {
-        QString odbcString = connectionString;
-        const bool translates = takeSqliteCompatibility(&odbcString);
-        m_backend = std::make_unique<OdbcBackend>(odbcString, translates);
+        const QStringList compatKey{QStringLiteral("TSQLCompat")};
+        const bool translates = value(connectionString, compatKey).compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0;
+        const QString odbcString = contains(connectionString, compatKey) ? without(connectionString, compatKey)
+                                                                         : connectionString;
+        m_backend = std::make_unique<OdbcBackend>(translates ? forSqliteDriver(odbcString) : odbcString, translates);
     }
 }
 

@@ -12,12 +12,19 @@ class Backend;
 
 // The module's database connection.
 //
-// Connection strings:
+// Connection strings (read and written through db::connectionstring: a value in braces may
+// hold ';', as in "Data Source={/dati/ditta;1.sqlite}"):
 //   "Provider=SQLite;Data Source=<file>"          embedded database (T-SQL is translated)
+//   ... with "Mode=Read"                          the same, read-only: nothing is written to the
+//                                                 file, every write is refused with a message
 //   any other string                              ODBC connection string, sent to the driver
 //                                                 unchanged; statements go to the server unchanged
 //   an ODBC string with "TSQLCompat=SQLite;"      ODBC to a SQLite driver, statements translated
-//                                                 (the key is removed before the driver sees it)
+//                                                 (the key is removed before the driver sees it,
+//                                                 and a braced Database= becomes a file: URI)
+//
+// Opening never changes a file that already holds tables: only a new, empty database is put in
+// WAL mode here (see dbsetup::prepareDatabaseAt for the module's own files).
 // Connections are shared (std::shared_ptr) between the host and the forms, as the
 // host's ADO connection object is.
 class Connection

@@ -170,7 +170,7 @@ OdbcBackend::OdbcBackend(const QString &odbcConnectionString, bool translatesTsq
     }
     if (m_translates) {
         try {
-            execute(QStringLiteral("PRAGMA recursive_triggers=ON"));
+            execute(QStringLiteral("PRAGMA recursive_triggers=OFF")); // as SqliteBackend
         } catch (...) {
             m_database.close();
             m_database = QSqlDatabase();

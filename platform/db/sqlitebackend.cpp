@@ -1,6 +1,7 @@
 #include "sqlitebackend.h"
 
 #include "recordsetdata.h"
+#include "sqlitefilename.h"
 #include "sqlitefunctions.h"
 #include "storedvalues.h"
 
@@ -165,10 +166,12 @@ void SqliteBackend::StatementCache::give(const QByteArray &text, sqlite3_stmt *s
     }
 }
 
-SqliteBackend::SqliteBackend(const QString &fileName)
+SqliteBackend::SqliteBackend(const QString &fileName, bool readOnly)
+    : m_readOnly(readOnly)
 {
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(fileName.toUtf8().constData(), &m_handle, flags, nullptr);
+    const int access = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const int code = sqlite3_open_v2(sqliteFileUri(fileName, readOnly).constData(), &m_handle,
+                                     access | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) {
         const QString message = m_handle ? QString::fromUtf8(sqlite3_errmsg(m_handle))
                                          : QString::fromUtf8(sqlite3_errstr(code));
@@ -178,20 +181,36 @@ SqliteBackend::SqliteBackend(const QString &fileName)
     }
     sqlite3_extended_result_codes(m_handle, 1);
     sqlite3_busy_timeout(m_handle, BusyTimeoutMs);
-    // WAL lets a second connection read while this one writes; recursive triggers carry the
-    // removal of a node's descendants down the whole tree.
-    for (const char *pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
-                               "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=ON"}) {
+    // These settings belong to the connection and write nothing into the file. The schema's
+    // trigger removes a node's whole subtree by itself; fired again for every node it removes
+    // (recursive triggers, which this SQLite turns on by default) it would walk each remaining
+    // subtree once more, several times slower on a large branch for nothing.
+    QList<const char *> pragmas{"PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=OFF"};
+    // WAL lets a second connection read while this one writes. Only a database with nothing in
+    // it yet is switched here: a file that holds tables keeps the journal it was given until it
+    // is known to be the module's (dbsetup::prepareDatabaseAt).
+    if (!readOnly && isEmptyDatabase())
+        pragmas.prepend("PRAGMA journal_mode=WAL");
+    for (const char *pragma : std::as_const(pragmas)) {
         const int result = sqlite3_exec(m_handle, pragma, nullptr, nullptr, nullptr);
         if (result != SQLITE_OK) {
-            const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
-            const int extended = sqlite3_extended_errcode(m_handle);
+            const DatabaseError error = lastError(QString::fromLatin1(pragma));
             sqlite3_close_v2(m_handle);
             m_handle = nullptr;
-            throw makeError(message, sourceName(), QString::fromLatin1(pragma), extended);
+            throw error;
         }
     }
     registerSqliteFunctions(m_handle);
+}
+
+bool SqliteBackend::isEmptyDatabase()
+{
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_prepare_v2(m_handle, "SELECT COUNT(*) FROM sqlite_master", -1, &statement, nullptr) != SQLITE_OK)
+        return false;
+    const bool empty = sqlite3_step(statement) == SQLITE_ROW && sqlite3_column_int(statement, 0) == 0;
+    sqlite3_finalize(statement);
+    return empty;
 }
 
 SqliteBackend::~SqliteBackend()
@@ -200,11 +219,20 @@ SqliteBackend::~SqliteBackend()
     sqlite3_close_v2(m_handle);
 }
 
+DatabaseError SqliteBackend::lastError(const QString &statement) const
+{
+    const int extended = sqlite3_extended_errcode(m_handle);
+    QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
+    if (m_readOnly && (extended & 0xFF) == SQLITE_READONLY)
+        message = QStringLiteral("Il database è aperto in sola lettura: la modifica non è stata salvata.");
+    return makeError(message, sourceName(), statement, extended);
+}
+
 void SqliteBackend::fail(const QString &statement, int code)
 {
-    const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
-    const int extended = code != SQLITE_OK ? sqlite3_extended_errcode(m_handle) : code;
-    throw makeError(message, sourceName(), statement, extended);
+    if (code == SQLITE_OK)
+        throw makeError(QString::fromUtf8(sqlite3_errmsg(m_handle)), sourceName(), statement, code);
+    throw lastError(statement);
 }
 
 template<typename Step>
@@ -251,10 +279,9 @@ void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
     }
     if (code != SQLITE_DONE) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
-        const int extended = sqlite3_extended_errcode(m_handle);
+        const DatabaseError error = lastError(sql);
         sqlite3_reset(statement);
-        throw makeError(message, sourceName(), sql, extended);
+        throw error;
     }
 }
 
@@ -297,10 +324,9 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, Record
             readCell(statement, i, fields[i], rows);
     }
     if (code != SQLITE_DONE) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(m_handle));
-        const int extended = sqlite3_extended_errcode(m_handle);
+        const DatabaseError error = lastError(sql);
         sqlite3_reset(statement);
-        throw makeError(message, sourceName(), sql, extended);
+        throw error;
     }
     rows.finish(data);
 }

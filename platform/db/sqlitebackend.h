@@ -15,7 +15,9 @@ namespace db {
 class SqliteBackend : public Backend
 {
 public:
-    explicit SqliteBackend(const QString &fileName); // throws DatabaseError
+    // Read-only: opened so that nothing is written and no -wal or -shm file is left; every
+    // write is refused with a message that says so. Throws DatabaseError.
+    SqliteBackend(const QString &fileName, bool readOnly);
     ~SqliteBackend() override;
 
     QString sourceName() const override { return QStringLiteral("SQLite"); }
@@ -46,11 +48,14 @@ private:
     // steps it. Statements that make up the whole text are cached.
     template<typename Step>
     void forEachStatement(const QString &sql, Step onStatement);
+    bool isEmptyDatabase();
+    DatabaseError lastError(const QString &statement) const;
     [[noreturn]] void fail(const QString &statement, int code);
     void step(sqlite3_stmt *statement, const QString &sql);
     void readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data);
 
     sqlite3 *m_handle = nullptr;
+    bool m_readOnly = false;
     StatementCache m_cache;
 };
 

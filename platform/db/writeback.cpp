@@ -55,6 +55,29 @@ QString keyCondition(const RecordsetData &data, const std::vector<QVariant> &key
     return conditions.join(QStringLiteral(" AND "));
 }
 
+// " AND <column> = <original>" for each field: the row as it was read, so that a row someone
+// changed since is not found. Null originals are matched with IS NULL; on SQLite dates compare
+// as dates ("2024-01-31" and "2024-01-31 00:00:00" are the same stored day).
+QString originalValuesCondition(const RecordsetData &data, const std::vector<QVariant> &original,
+                                const QList<int> &fields, bool sqliteDialect, QVariantList *values)
+{
+    QString where;
+    for (int field : fields) {
+        const QVariant &value = original[size_t(field)];
+        const QString column = identifier(data.sourceColumns.at(field));
+        if (isNull(value)) {
+            where += QStringLiteral(" AND %1 IS NULL").arg(column);
+        } else if (sqliteDialect && data.fields.at(field).type == FieldType::DateTime) {
+            where += QStringLiteral(" AND datetime(%1) = datetime(?)").arg(column);
+            values->append(bindable(value, FieldType::DateTime, sqliteDialect));
+        } else {
+            where += QStringLiteral(" AND %1 = ?").arg(column);
+            values->append(bindable(value, data.fields.at(field).type, sqliteDialect));
+        }
+    }
+    return where;
+}
+
 } // namespace
 
 const char *WriteBack::conflictMessage()
@@ -121,20 +144,7 @@ void WriteBack::updateRow(Connection &connection, const RecordsetData &data, int
     }
 
     QString where = keyCondition(data, pending.original, row, sqlite, &values);
-    for (int field : std::as_const(changed)) {
-        const QVariant &original = pending.original[size_t(field)];
-        const QString column = identifier(data.sourceColumns.at(field));
-        if (isNull(original)) {
-            where += QStringLiteral(" AND %1 IS NULL").arg(column);
-        } else if (sqlite && data.fields.at(field).type == FieldType::DateTime) {
-            // "2024-01-31" and "2024-01-31 00:00:00" are the same stored date
-            where += QStringLiteral(" AND datetime(%1) = datetime(?)").arg(column);
-            values << bindable(original, FieldType::DateTime, sqlite);
-        } else {
-            where += QStringLiteral(" AND %1 = ?").arg(column);
-            values << bindable(original, data.fields.at(field).type, sqlite);
-        }
-    }
+    where += originalValuesCondition(data, pending.original, changed, sqlite, &values);
     const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3")
                             .arg(identifier(data.baseTable), assignments.join(QStringLiteral(", ")), where);
     if (run(connection, sql, values) == 0)
@@ -144,9 +154,24 @@ void WriteBack::updateRow(Connection &connection, const RecordsetData &data, int
 void WriteBack::deleteRow(Connection &connection, const RecordsetData &data, int row)
 {
     const bool sqlite = connection.backend().translatesTsql();
+    // The row goes only as it was read: every column that can be compared must still hold its
+    // value, or someone changed the row meanwhile and deleting it (with the subtree the database
+    // removes along with a node) would destroy their work.
+    std::vector<QVariant> original;
+    QList<int> compared;
+    original.reserve(size_t(data.columnCount()));
+    for (int field = 0; field < data.columnCount(); ++field) {
+        original.push_back(data.cell(row, field));
+        const FieldInfo &info = data.fields.at(field);
+        if (info.writable && !info.key && info.type != FieldType::Blob && info.type != FieldType::Unknown)
+            compared << field;
+    }
     QVariantList values;
-    const QString where = keyCondition(data, {}, row, sqlite, &values);
-    run(connection, QStringLiteral("DELETE FROM %1 WHERE %2").arg(identifier(data.baseTable), where), values);
+    QString where = keyCondition(data, {}, row, sqlite, &values);
+    where += originalValuesCondition(data, original, compared, sqlite, &values);
+    const QString sql = QStringLiteral("DELETE FROM %1 WHERE %2").arg(identifier(data.baseTable), where);
+    if (run(connection, sql, values) == 0)
+        throw makeError(QString::fromUtf8(conflictMessage()), QStringLiteral("Recordset"), sql);
 }
 
 bool WriteBack::rereadRow(Connection &connection, RecordsetData &data, int row)

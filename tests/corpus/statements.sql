@@ -219,6 +219,15 @@ GO
 -- expect: empty
 SELECT LP09_DESCR FROM LP09_TESTATAPRIORITA WHERE LP09_ID = '999'
 GO
+-- Shell start-up: whether the working company has any row (company 1 has)
+-- expect: rows = 1
+-- filled: DittaConDati
+SELECT CASE WHEN EXISTS (SELECT 1 FROM CG18_DITTE WHERE CG18_DITTA = 1) OR EXISTS (SELECT 1 FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1) OR EXISTS (SELECT 1 FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 1) THEN 1 ELSE 0 END AS DittaConDati
+GO
+-- Shell start-up: whether the working company has any row (company 99 has none)
+-- expect: rows = 1
+SELECT CASE WHEN EXISTS (SELECT 1 FROM CG18_DITTE WHERE CG18_DITTA = 99) OR EXISTS (SELECT 1 FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 99) OR EXISTS (SELECT 1 FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 99) THEN 1 ELSE 0 END AS DittaConDati
+GO
 -- ImpostaFME_DISTINTE: the record frame of the type maintenance, company 1
 -- expect: rows = 6
 -- filled: GD01_ID, GD01_CODICE, GD01_GUID

@@ -124,6 +124,9 @@ private slots:
         node.root = true;
         QVERIFY(nodistatements::insertStatement(node).startsWith(columns + QStringLiteral("  4,  0,  1,")));
         QVERIFY(nodistatements::insertStatement(node).endsWith(QStringLiteral("  3,  2 )")));
+        // A name longer than its column is cut to the column's width before it is quoted.
+        node.user = QStringLiteral("un.nome.utente.molto'lungo");
+        QVERIFY(nodistatements::insertStatement(node).contains(QStringLiteral("  'un.nome.utente.molto',")));
     }
 
     void priorityTypedInANode()

@@ -48,6 +48,8 @@ void TestSchema::deletingANodeRemovesExactlyItsSubtree()
 {
     TestDatabase database;
     db::Connection &connection = *database.connection();
+    connection.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR)"
+                                      " VALUES (1, 1, 'A', 'Uno'), (2, 1, 'B', 'Due')"));
     // Tree A: 1 > (2 > (4 > 7, 5), 3 > 6). Tree B: 10 (NULL parent) > 11 > 12. Other type: 20 > 21.
     insertNode(connection, 1, QStringLiteral("0"));
     insertNode(connection, 2, QStringLiteral("1"));
@@ -87,15 +89,27 @@ void TestSchema::subtreeRemovalNeedsNoRecursiveTriggers()
     dbsetup::createSchemaAt(path);
     dbsetup::SqliteFile file(path);
     file.exec(QStringLiteral("PRAGMA recursive_triggers=OFF"));
-    // A chain five levels deep under root 1, and a second root.
+    file.exec(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 1, 'A', 'Uno')"));
+    // A chain five levels deep under root 1, and a second root; campaigns and states on the chain.
     file.exec(QStringLiteral(
         "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44)"
         " VALUES (1, 1, 0, 1, 0), (2, 1, 1, 1, 0), (3, 1, 2, 1, 0), (4, 1, 3, 1, 0), (5, 1, 4, 1, 0), (9, 1, 0, 1, 0)"));
+    file.exec(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94)"
+                             " SELECT 1, GD02_ID, 7 FROM GD02_DISTINTA"));
+    file.exec(QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) SELECT gd02_guid, 6 FROM GD02_DISTINTA"));
     file.exec(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 2"));
     QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), 2);
     QCOMPARE(file.scalar(QStringLiteral("SELECT SUM(GD02_ID) FROM GD02_DISTINTA")), 10);
+    // What hung on the removed nodes went with them, down to the last level.
+    QCOMPARE(file.scalar(QStringLiteral("SELECT SUM(GD12_ID_GD02) FROM GD12_PROMO")), 10);
+    QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_GUID NOT IN"
+                                        " (SELECT gd02_guid FROM GD02_DISTINTA)")), 0);
 
-    // Parent links written in a cycle (30 <-> 31) must not make a delete run forever.
+    // Parent links written in a cycle (30 <-> 31) by a database made before the checks must not
+    // make a delete run forever.
+    const qint64 checks = file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE name = 'TR_GD02_DISTINTA_INSERT'"));
+    QCOMPARE(checks, 1);
+    file.exec(QStringLiteral("DROP TRIGGER TR_GD02_DISTINTA_INSERT"));
     file.exec(QStringLiteral(
         "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44)"
         " VALUES (30, 1, 31, 1, 0), (31, 1, 30, 1, 0), (32, 1, 31, 1, 0)"));
@@ -177,8 +191,16 @@ void TestSchema::declaredTypesDriveFieldTypes()
 
 void TestSchema::connectionStringsNameTheirFile()
 {
-    QCOMPARE(dbsetup::sqliteFileOf(dbsetup::sqliteConnectionString(QStringLiteral("/tmp/a b/demo.sqlite"))),
-             QStringLiteral("/tmp/a b/demo.sqlite"));
+    // Every legal file name comes back as it was given: ';', braces, '=' and outer blanks included.
+    for (const char *name : {"/tmp/a b/demo.sqlite", "/tmp/my;db.sqlite", "/tmp/{x}};y=z.sqlite", "/tmp/ spazi "}) {
+        const QString path = QString::fromUtf8(name);
+        QCOMPARE(dbsetup::sqliteFileOf(dbsetup::sqliteConnectionString(path)), path);
+        QCOMPARE(dbsetup::sqliteFileOf(dbsetup::sqliteConnectionString(path, true)), path);
+    }
+    QCOMPARE(dbsetup::sqliteConnectionString(QStringLiteral("/tmp/my;db.sqlite"), true),
+             QStringLiteral("Provider=SQLite;Data Source={/tmp/my;db.sqlite};Mode=Read"));
+    QCOMPARE(dbsetup::sqliteFileOf(QStringLiteral("Driver=SQLite3;Database={/data/a;b.db};TSQLCompat=SQLite;")),
+             QStringLiteral("/data/a;b.db"));
     QCOMPARE(dbsetup::sqliteFileOf(QStringLiteral("Driver=SQLite3;Database=/data/x.db;TSQLCompat=SQLite;")),
              QStringLiteral("/data/x.db"));
     QVERIFY(dbsetup::sqliteFileOf(QStringLiteral("Driver={ODBC Driver 18 for SQL Server};Server=srv;Database=ERP;")).isEmpty());

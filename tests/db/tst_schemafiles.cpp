@@ -138,8 +138,10 @@ Declared parse(const QString &script)
         declared.viewColumns[match.captured(1).toUpper()] = names;
     }
 
-    // "CREATE TRIGGER name AFTER DELETE ON table" and "CREATE TRIGGER name ON table AFTER DELETE"
-    static const QRegularExpression triggerFirst(QStringLiteral("CREATE TRIGGER (\\w+)\\s+AFTER (\\w+) ON (\\w+)"));
+    // "CREATE TRIGGER name AFTER DELETE ON table" (or BEFORE: SQLite checks a row before writing
+    // it, SQL Server after, inside the statement) and "CREATE TRIGGER name ON table AFTER DELETE"
+    static const QRegularExpression triggerFirst(
+        QStringLiteral("CREATE TRIGGER (\\w+)\\s+(?:AFTER|BEFORE) (\\w+)(?:\\s+OF\\s+[\\w\\s,]*?)?\\s+ON (\\w+)"));
     static const QRegularExpression triggerSecond(QStringLiteral("CREATE TRIGGER (\\w+)\\s+ON (\\w+) AFTER (\\w+)"));
     for (auto it = triggerFirst.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch m = it.next();

@@ -78,7 +78,9 @@ public:
         const auto value = [](const auto &optional) {
             return optional ? QString::number(*optional) : QStringLiteral("NULL");
         };
-        exec(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
+        // Written as a database made before the trees checked themselves may hold it: a test's
+        // parent may be gone, its company may not be the type's.
+        host.database().executeUnchecked(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
                             "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
                             "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09, GD02_TIPOANAGFATT) "
                             "VALUES (%1, %2, %3, %4, %5, '%6 00:00:00', '%7 00:00:00', %8, %9, %10)")

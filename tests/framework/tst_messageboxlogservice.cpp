@@ -1,5 +1,6 @@
 #include "framework/messageboxlogservice.h"
 #include "framework/messagestyle.h"
+#include "framework/unattendedrun.h"
 #include "platform/db/databaseerror.h"
 
 #include <QAbstractButton>
@@ -200,14 +201,31 @@ private slots:
         QCOMPARE(second.text, QStringLiteral("Si è verificato un errore in Form_Load."));
     }
 
-    // Unattended, nothing waits for a user: the default answer of each style comes back.
-    void unattendedErrorDialogTakesTheDefault()
+    // Unattended, nothing waits for a user and nothing is retried: the first error dialog hands
+    // its text (procedure and database message) to the run and answers Abort, and so does every
+    // later one, without replacing the first report.
+    void unattendedErrorsAbortAndEndTheRun()
     {
-        fw::MessageBoxLogService log(false);
-        log.logError(QStringLiteral("CaricaDistinta"), QStringLiteral("errore"));
-        QCOMPARE(log.showErrorDialog(QStringLiteral("CaricaDistinta"), QStringLiteral("VRAX"), QString(),
+        const auto run = std::make_shared<fw::UnattendedRun>();
+        fw::MessageBoxLogService log(run);
+        log.logError(QStringLiteral("CaricaDistinta"), QStringLiteral("database disk image is malformed"));
+        log.logDatabaseErrors({{QStringLiteral("database disk image is malformed"), QStringLiteral("SQLite"), QString(), 11}});
+        QCOMPARE(log.showErrorDialog(QStringLiteral("CaricaDistinta"), QStringLiteral("VRAX"), QStringLiteral("Distinta"),
                                      fw::MessageStyle::ErrorDialog),
-                 int(fw::Answer::Retry));
+                 int(fw::Answer::Abort));
+        QVERIFY(run->failed());
+        QCOMPARE(run->report(), QStringLiteral("VRAX - Distinta: Si è verificato un errore in CaricaDistinta.\n"
+                                               "\ndatabase disk image is malformed\n"
+                                               "\nErrori del database:\n"
+                                               "SQLite (11): database disk image is malformed"));
+        log.logError(QStringLiteral("Form_Activate"), QStringLiteral("altro"));
+        QCOMPARE(log.showErrorDialog(QStringLiteral("Form_Activate"), QStringLiteral("VRAX"), QString(),
+                                     fw::MessageStyle::ErrorDialog),
+                 int(fw::Answer::Abort));
+        QVERIFY(run->report().contains(QStringLiteral("CaricaDistinta")));
+        // A question whose default would retry is cancelled instead.
+        QCOMPARE(log.showMessage(QStringLiteral("Riprovare?"), QStringLiteral("VRAX"), fw::MessageStyle::RetryCancel),
+                 int(fw::Answer::Cancel));
         QVERIFY(!QApplication::activeModalWidget());
     }
 };

@@ -1,4 +1,5 @@
 #include "platform/db/connection.h"
+#include "platform/db/connectionstring.h"
 #include "platform/db/recordset.h"
 
 #include <QFile>
@@ -22,6 +23,7 @@ private slots:
     void executeCountsRowsAndTriggersRecurse();
     void cachedStatementsFollowSchemaChanges();
     void traceHoldsEveryStatementAsSent();
+    void connectionStringsKeepEveryValueWhole();
 
 private:
     QString connectionString() const
@@ -139,9 +141,14 @@ void TestConnection::failuresAreKeptOnTheErrorList()
 
 void TestConnection::executeCountsRowsAndTriggersRecurse()
 {
+    // A trigger that removes a whole branch by itself, as the schema's does: it is not fired
+    // again for the rows it removes, and only the statement's own row counts.
     m_connection->execute(QStringLiteral(
         "CREATE TABLE NODI (ID INTEGER PRIMARY KEY, PADRE INTEGER);"
-        "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN DELETE FROM NODI WHERE PADRE = OLD.ID; END;"));
+        "CREATE TABLE FIRED (N INTEGER);"
+        "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN INSERT INTO FIRED VALUES (OLD.ID);"
+        " DELETE FROM NODI WHERE ID IN (WITH RECURSIVE S(ID) AS (SELECT ID FROM NODI WHERE PADRE = OLD.ID"
+        " UNION SELECT N.ID FROM NODI N INNER JOIN S ON N.PADRE = S.ID) SELECT ID FROM S); END;"));
     QCOMPARE(m_connection->execute(QStringLiteral(
                  "INSERT INTO NODI VALUES (1, NULL), (2, 1), (3, 2), (4, 3), (5, NULL)")), 5);
     QCOMPARE(m_connection->execute(QStringLiteral("CREATE INDEX NODI_PADRE ON NODI (PADRE)")), 0);
@@ -149,6 +156,7 @@ void TestConnection::executeCountsRowsAndTriggersRecurse()
     RecordsetPtr left = m_connection->openRecordset(QStringLiteral("SELECT ID FROM NODI"));
     QCOMPARE(left->recordCount(), 1); // the whole branch went, not just the first level
     QCOMPARE(left->value(0).toInt(), 5);
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM FIRED"))->value(0).toInt(), 1);
 }
 
 void TestConnection::cachedStatementsFollowSchemaChanges()
@@ -191,6 +199,27 @@ void TestConnection::traceHoldsEveryStatementAsSent()
                                    "SELECT ID INTO #COPIA FROM T\nGO\n"
                                    "SELEC 1\nGO\n"));
     QVERIFY(!trace.contains(QStringLiteral("Provider")));
+}
+
+// Braces keep ';', '=' and outer blanks inside a value ("}}" is a '}'): a file name or a
+// password comes back whole, and the other entries stay as they were written.
+void TestConnection::connectionStringsKeepEveryValueWhole()
+{
+    const QString odbc = QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;PWD={a;b}}=c };Database=ERP");
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("pwd")}), QStringLiteral("a;b}=c "));
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Server")}), QStringLiteral("srv"));
+    QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Database")}), QStringLiteral("ERP"));
+    QCOMPARE(connectionstring::without(odbc, {QStringLiteral("PWD")}),
+             QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;Database=ERP;"));
+    const QString withPassword = connectionstring::with(QStringLiteral("DSN=erp"), QStringLiteral("PWD"), QStringLiteral("x;}y"));
+    QCOMPARE(withPassword, QStringLiteral("DSN=erp;PWD={x;}}y};"));
+    QCOMPARE(connectionstring::value(withPassword, {QStringLiteral("PWD")}), QStringLiteral("x;}y"));
+
+    const QString path = m_dir->filePath(QStringLiteral("ditta;1.sqlite"));
+    Connection::open(QStringLiteral("Provider=SQLite;") + connectionstring::entry(QStringLiteral("Data Source"), path))
+        ->execute(QStringLiteral("CREATE TABLE T (ID INTEGER)"));
+    QVERIFY(QFile::exists(path));
+    QVERIFY(!QFile::exists(m_dir->filePath(QStringLiteral("ditta"))));
 }
 
 QTEST_MAIN(TestConnection)

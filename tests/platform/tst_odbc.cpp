@@ -1,6 +1,7 @@
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,6 +21,7 @@ private slots:
     void readsWhatItWrote();
     void writesBackThroughTheDriver();
     void errorsReachTheErrorList();
+    void aBracedFileNameOpensThatFile();
 
 private:
     static QString driverPath() { return QStringLiteral("/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so"); }
@@ -97,6 +99,19 @@ void TestOdbc::errorsReachTheErrorList()
     QVERIFY(!error.sqlState.isEmpty());
 
     QVERIFY_THROWS_EXCEPTION(DatabaseError, Connection::open(QStringLiteral("Driver=/nessun/driver.so;Database=x;")));
+}
+
+// The SQLite driver knows no braces: a file whose name holds a ';' still opens as itself.
+void TestOdbc::aBracedFileNameOpensThatFile()
+{
+    const QString path = m_dir->filePath(QStringLiteral("ditta;2 {prova}.sqlite"));
+    ConnectionPtr braced = Connection::open(QStringLiteral("Driver=%1;Database={%2};TSQLCompat=SQLite;")
+                                                .arg(driverPath(), QString(path).replace(QLatin1Char('}'), QStringLiteral("}}"))));
+    braced->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY)"));
+    braced.reset();
+    QVERIFY(QFile::exists(path));
+    QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("ditta*")}, QDir::Files),
+             QStringList{QStringLiteral("ditta;2 {prova}.sqlite")});
 }
 
 QTEST_MAIN(TestOdbc)

@@ -26,6 +26,7 @@ private slots:
     void decimalsAreKeptAtTheColumnScale();
     void movingOffAPendingRowWritesIt();
     void conflictingUpdateIsRefused();
+    void staleDeleteIsRefused();
     void computedColumnsAreNotWritable();
     void writabilityFollowsTheStatement_data();
     void writabilityFollowsTheStatement();
@@ -330,6 +331,41 @@ void TestRecordset::conflictingUpdateIsRefused()
     ours->update();
     check = other->openRecordset(QStringLiteral("SELECT DATAFINE FROM SOGG WHERE ID = 3"));
     QCOMPARE(check->value(0).toDateTime(), QDateTime(QDate(2024, 3, 15), QTime(0, 0)));
+}
+
+// A delete goes only for the row as it was read: one another user changed meanwhile, or already
+// removed, stays as it is (in the database and in the recordset) with the message of a stale
+// update; rows nobody touched go, whatever their dates, decimals and nulls.
+void TestRecordset::staleDeleteIsRefused()
+{
+    RecordsetPtr ours = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG ORDER BY ID"));
+    ConnectionPtr other = Connection::open(m_connection->connectionString());
+    QCOMPARE(other->execute(QStringLiteral("UPDATE SOGG SET IMPORTO = 1.75 WHERE ID = 1")), 1);
+    QCOMPARE(other->execute(QStringLiteral("DELETE FROM SOGG WHERE ID = 2")), 1);
+    const QString stale = QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: "
+                                         "le modifiche non sono state salvate.");
+    for (int row : {0, 1}) {
+        ours->setCurrentRow(row);
+        try {
+            ours->deleteCurrent();
+            QFAIL("the delete should have been refused");
+        } catch (const DatabaseError &error) {
+            QCOMPARE(error.message(), stale);
+        }
+        QCOMPARE(ours->currentRow(), row);
+        QCOMPARE(ours->recordCount(), 4);
+    }
+    QCOMPARE(ours->value(QStringLiteral("ID")).toInt(), 2);
+    QCOMPARE(m_connection->errors().first().description, stale);
+    QCOMPARE(other->openRecordset(QStringLiteral("SELECT IMPORTO FROM SOGG WHERE ID = 1"))->value(0).toDouble(), 1.75);
+
+    ours->setCurrentRow(2);    // NULL date, integer in a decimal column
+    ours->deleteCurrent();
+    ours->setCurrentRow(2);    // date with a time, decimal
+    ours->deleteCurrent();
+    RecordsetPtr left = other->openRecordset(QStringLiteral("SELECT ID FROM SOGG"));
+    QCOMPARE(left->recordCount(), 1);
+    QCOMPARE(left->value(0).toInt(), 1);
 }
 
 void TestRecordset::computedColumnsAreNotWritable()

@@ -23,6 +23,11 @@ public:
     // A value read with a query, for checks after a form has written ("SELECT COUNT(*) ...").
     QVariant scalar(const QString &sql) const;
 
+    // Runs a statement with the checks that keep the trees valid suspended, to write rows as they
+    // may be found in a database of the suite made before those checks existed (a parent that
+    // is gone, a node of another company's type), which the editor must still show.
+    void executeUnchecked(const QString &sql) const;
+
 private:
     QTemporaryDir m_folder;
     QString m_path;

@@ -1,0 +1,119 @@
+#include "databasecheck.h"
+
+#include "embeddedscripts.h"
+#include "sqlitefile.h"
+
+#include "platform/db/databaseerror.h"
+#include "platform/os/filesystem.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace dbsetup {
+
+namespace {
+
+// The tables that make a file a database of this module.
+const QStringList &moduleTables()
+{
+    static const QStringList tables{QStringLiteral("GD01_TIPODISTINTA"), QStringLiteral("GD02_DISTINTA"),
+                                    QStringLiteral("GD03_PARAMETRI"), QStringLiteral("GD04_STDISTINTA"),
+                                    QStringLiteral("GD12_PROMO")};
+    return tables;
+}
+
+constexpr qint64 HeaderSize = 100;
+
+// The CREATE TRIGGER statements of a schema script; each one ends with "END;" on a line of its own.
+QStringList triggerStatements(const QString &script)
+{
+    static const QRegularExpression trigger(QStringLiteral("^CREATE TRIGGER .*?^END;"),
+                                            QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
+    QStringList statements;
+    for (auto it = trigger.globalMatch(script); it.hasNext();)
+        statements << it.next().captured(0);
+    return statements;
+}
+
+DatabaseFileCheck refused(DatabaseFileCheck check, DatabaseFileCheck::Kind kind, const QString &problem)
+{
+    check.kind = kind;
+    check.problem = problem;
+    return check;
+}
+
+} // namespace
+
+DatabaseFileCheck checkDatabaseFile(const QString &path)
+{
+    DatabaseFileCheck check;
+    const QFileInfo info(path);
+    const QString shown = QDir::toNativeSeparators(info.absoluteFilePath());
+    const QString folder = info.absolutePath();
+    if (!info.exists() || (info.isFile() && info.size() == 0)) {
+        check.writable = QFileInfo::exists(folder) ? os::isWritable(folder) : true;
+        return check;
+    }
+    check.writable = os::isWritable(path) && os::isWritable(folder);
+
+    QFile file(path);
+    if (info.isDir() || !file.open(QIODevice::ReadOnly))
+        return refused(check, DatabaseFileCheck::Unreadable,
+                       QStringLiteral("Impossibile leggere il file %1: non viene aperto né modificato.").arg(shown));
+    const QByteArray header = file.read(HeaderSize);
+    file.close();
+    if (header.size() < HeaderSize || !header.startsWith(QByteArrayLiteral("SQLite format 3\0")))
+        return refused(check, DatabaseFileCheck::NotADatabase,
+                       QStringLiteral("Il file %1 non è un database SQLite: non viene aperto né modificato.").arg(shown));
+    // Bytes 18 and 19: the read and write versions, 2 for WAL.
+    check.walMode = header.at(18) == 2 && header.at(19) == 2;
+
+    QStringList missing = moduleTables();
+    try {
+        SqliteFile reader(path, SqliteFile::Access::ReadOnly);
+        SqliteStatement tables = reader.prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'"));
+        while (tables.step())
+            missing.removeAll(tables.columnText(0).toUpper());
+        check.schemaVersion = int(reader.scalar(QStringLiteral("PRAGMA user_version")));
+    } catch (const db::DatabaseError &error) {
+        return refused(check, DatabaseFileCheck::NotADatabase,
+                       QStringLiteral("Il file %1 non è leggibile come database (%2): non viene aperto né modificato.")
+                           .arg(shown, error.message()));
+    }
+    if (!missing.isEmpty())
+        return refused(check, DatabaseFileCheck::ForeignDatabase,
+                       QStringLiteral("Il file %1 non è un database delle distinte di classificazione (mancano le "
+                                      "tabelle %2): non viene aperto né modificato.")
+                           .arg(shown, missing.join(QStringLiteral(", "))));
+    check.kind = DatabaseFileCheck::ModuleDatabase;
+    return check;
+}
+
+void prepareDatabaseAt(const QString &path)
+{
+    SqliteFile file(path);
+    if (file.scalar(QStringLiteral("PRAGMA user_version")) < kSchemaVersion) {
+        inTransaction(file, [&] {
+            QStringList triggers;
+            SqliteStatement names = file.prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger'"));
+            while (names.step())
+                triggers << names.columnText(0);
+            names.reset();
+            for (const QString &trigger : std::as_const(triggers))
+                file.exec(QStringLiteral("DROP TRIGGER \"%1\"").arg(QString(trigger).replace(QLatin1Char('"'), QStringLiteral("\"\""))));
+            for (const QString &trigger : triggerStatements(sqliteSchemaScript()))
+                file.exec(trigger);
+            file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));
+        });
+    }
+    SqliteStatement mode = file.prepare(QStringLiteral("PRAGMA journal_mode"));
+    const bool wal = mode.step() && mode.columnText(0).compare(QLatin1String("wal"), Qt::CaseInsensitive) == 0;
+    mode.reset();
+    if (!wal)
+        file.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+}
+
+} // namespace dbsetup
