@@ -10,6 +10,7 @@
 
 #include "benchtable.h"
 #include "benchutil.h"
+#include "editorhost.h"
 
 #include "db/demodatabase.h"
 #include "forms/distinta/frmgd_distinta.h"
@@ -67,70 +68,6 @@ int installStatementCounter(sqlite3 *handle, char **, const sqlite3_api_routines
     return SQLITE_OK;
 }
 
-// ---- the shell as it opens the editor, on an existing database file: login context of
-// company 1, standard dictionary and theme, a log service that records instead of asking.
-
-class EditorHost
-{
-public:
-    explicit EditorHost(const QString &databasePath)
-        : m_connection(db::Connection::open(dbsetup::sqliteConnectionString(databasePath)))
-        , m_log(std::make_shared<ScriptedLogService>())
-        , m_translations(std::make_shared<fw::DictionaryTranslationService>())
-        , m_theme(std::make_shared<fw::DefaultTheme>())
-    {
-        m_globals.setWorkingCompany(1);
-        m_globals.setUser(QStringLiteral("bench"));
-        m_globals.setUserGroup(QStringLiteral("ADMIN"));
-        m_globals.setApplicationTitle(QStringLiteral("VRAX Bench"));
-        m_globals.setTranslationService(m_translations);
-        m_globals.setLogServiceFactory([log = m_log] { return log; });
-        m_globals.setThemeFactory([theme = m_theme] { return theme; });
-        m_globals.setWorkflowStateService(std::make_shared<fw::SqlWorkflowStateService>(
-            m_connection, m_globals.user(), m_globals.userGroup()));
-    }
-
-    ~EditorHost()
-    {
-        delete m_form;
-        m_entry.reset();
-    }
-
-    // ShowForm on a new entry class, then the first activation: the editor loads the first
-    // customer type, which is the large tree.
-    FRMGD_DISTINTA *openEditor()
-    {
-        m_entry = std::make_unique<CLSGD_DISTINTA>();
-        fw::HostContext context;
-        context.globals = &m_globals;
-        context.connection = m_connection;
-        context.navigator = &m_navigator;
-        context.caption = QStringLiteral("Distinta di classificazione");
-        context.menuModulo = QStringLiteral("GD");
-        context.menuPadre = QStringLiteral("GD00");
-        context.menuProg = QStringLiteral("GD01");
-        fw::fillHostContract(*m_entry, context);
-        m_entry->ShowForm();
-        m_form = m_entry->form();
-        if (m_form)
-            m_form->Form_Activate();
-        return m_form;
-    }
-
-    db::ConnectionPtr connection() const { return m_connection; }
-    ScriptedLogService &log() { return *m_log; }
-
-private:
-    db::ConnectionPtr m_connection;
-    std::shared_ptr<ScriptedLogService> m_log;
-    std::shared_ptr<fw::DictionaryTranslationService> m_translations;
-    std::shared_ptr<fw::DefaultTheme> m_theme;
-    fw::HostGlobalServices m_globals;
-    ScriptedNavigator m_navigator;
-    std::unique_ptr<CLSGD_DISTINTA> m_entry;
-    QPointer<FRMGD_DISTINTA> m_form;
-};
-
 [[noreturn]] void fail(const QString &what)
 {
     QTextStream(stderr) << "bench_editor: " << what << '\n';
@@ -143,28 +80,8 @@ void check(bool condition, const QString &what)
         fail(what);
 }
 
-QString ms(double value)
-{
-    return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
-}
-
-// One table row for a timed figure: best wall time, ratio to the floor; median, CPU and runs in
-// the note, with the verdict when the figure has the 2x target.
-enum class Target { None, TwiceFloor };
-
-void addTiming(bench::BenchTable &table, const QString &figure, const bench::Timing &timing,
-               double floorMs, Target target = Target::None, const QString &remark = {})
-{
-    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
-                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
-                       .arg(timing.runs);
-    if (target == Target::TwiceFloor)
-        note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
-                                              : QStringLiteral("; target <= 2x: MISSED");
-    if (!remark.isEmpty())
-        note += QStringLiteral("; ") + remark;
-    table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
-}
+using bench::addTiming;
+using bench::Target;
 
 // The tree's viewport brought to about width x height by sizing the form around it.
 QSize sizeViewport(FRMGD_DISTINTA *form, QWidget *viewport, QSize wanted)

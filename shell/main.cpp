@@ -4,10 +4,12 @@
 #include "framework/hostglobalservices.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/recordframe.h"
+#include "framework/report/defaultreportengine.h"
 #include "framework/sqlworkflowstateservice.h"
 #include "platform/db/connection.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
+#include "shell/headlessprint.h"
 #include "shell/mainwindow.h"
 #include "shell/shellmodulemanager.h"
 #include "shell/shelloptions.h"
@@ -83,11 +85,11 @@ int main(int argc, char *argv[])
 {
     const bool information = asksForInformation(argc, argv);
     if (!displayAvailable(argc, argv)) {
-        if (!information) {
+        if (!information && !asksForPrint(argc, argv)) {
             explainMissingDisplay();
             return 2;
         }
-        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help needs no window
+        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help and --print need no window
     }
 
     QApplication app(argc, argv);
@@ -107,6 +109,7 @@ int main(int argc, char *argv[])
     const bool interactive = !options.unattended();
     globals.setLogServiceFactory([interactive] { return std::make_shared<fw::MessageBoxLogService>(interactive); });
     globals.setThemeFactory([] { return std::make_shared<fw::DefaultTheme>(); });
+    globals.setReportEngineFactory([&options] { return std::make_unique<fw::DefaultReportEngine>(options.user); });
 
     QString databaseDescription;
     db::ConnectionPtr connection;
@@ -118,6 +121,9 @@ int main(int argc, char *argv[])
     }
     globals.setWorkflowStateService(
         std::make_shared<fw::SqlWorkflowStateService>(connection, options.user, options.userGroup));
+
+    if (options.print.requested())
+        return printWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId);
 
     MainWindow window(globals, databaseDescription);
 

@@ -42,6 +42,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                         QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
                                         QStringLiteral("file.png"));
     parser.addOptions({help, version, company, user, group, database, odbc, exitAfterShow, screenshot});
+    parser.addOptions(PrintRequest::options());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -86,5 +87,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     options.odbcConnectionString = parser.value(odbc);
     options.exitAfterShow = parser.isSet(exitAfterShow);
     options.screenshotPath = parser.value(screenshot);
+    if (!options.print.read(parser, err))
+        *exitCode = 1;
     return options;
 }

@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include "framework/recordframe.h"
+#include "framework/reportengine.h"
 #include <optional>
 
 class QComboBox;
@@ -107,6 +108,22 @@ public:
     void CercaNellaDistinta(const QString &campo);   // "RagioneSociale" or "trGD02_CLIFOR_CG44"
     void CercaDistinte(const QString &codice, const QString &ragioneSociale);
 
+    // --- print (frmgd_distinta_stampa.cpp)
+    void CMD_STAMPA_Click();
+    bool StampaDistinta(const QString &testoLivello);   // true when the report ran
+    bool preparaStampa(const QString &testoLivello);    // its first part: the work rows
+    static short limiteLivello(const QString &testoLivello);
+    bool PulisciStampa();
+    bool scriviRigheStampa(short limite);
+    bool InvocaStampa();
+    void PclsReport_BeforePrintReport();
+    void PreparaLimiti();
+    void PreparaNote();
+    static QString NomeComputer();
+    static QString NomeUtente();
+    bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello);
+    QString chiaveStampa() const { return m_chiaveStampa; }
+
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
     QString idDistinta() const { return m_idDistinta; }           // GD01_ID of the chosen type
@@ -151,6 +168,10 @@ private:
     void comprimiLivello();
     QString testo(int id, const QString &defaultText) const;
     QString traduci(const QString &text) const;
+
+    // print
+    void collegaStampa();
+    void aggiornaStampa();
 
     // subject list and search
     void TAB_VISUALIZZAGESTIONE_Click(int index);
@@ -223,6 +244,10 @@ private:
 
     db::RecordsetPtr m_risultatiRicerca;
     bool m_ricercaInCorso = false;
+
+    std::unique_ptr<fw::ReportEngine> PclsReport;
+    QString m_chiaveStampa;
+    QString m_livelloStampa;
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

@@ -59,6 +59,7 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
+    collegaStampa();
 }
 
 void FRMGD_DISTINTA::loadForm()

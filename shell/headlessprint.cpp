@@ -1,0 +1,92 @@
+#include "shell/headlessprint.h"
+
+#include "framework/cinterface.h"
+#include "framework/hostcontext.h"
+#include "framework/hostglobalservices.h"
+#include "framework/listprinter.h"
+#include "framework/messageboxlogservice.h"
+#include "framework/report/defaultreportengine.h"
+#include "shell/componentcatalog.h"
+#include "shell/shelloptions.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace {
+
+// A run without a user: a failing procedure is written once on the standard error stream and
+// left at once (the default answer of an error dialog would retry it for ever).
+class UnattendedPrintLog : public fw::MessageBoxLogService
+{
+public:
+    UnattendedPrintLog() : fw::MessageBoxLogService(false) {}
+
+    int showErrorDialog(const QString &procedure, const QString &applicationTitle, const QString &caption,
+                        int style) override
+    {
+        fw::MessageBoxLogService::showErrorDialog(procedure, applicationTitle, caption, style);
+        return fw::Answer::Abort;
+    }
+};
+
+} // namespace
+
+bool asksForPrint(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (argument == "--print" || argument.startsWith("--print="))
+            return true;
+    }
+    return false;
+}
+
+int printWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals,
+                       const db::ConnectionPtr &connection, const ComponentCatalog &catalog,
+                       const QString &programId)
+{
+    QTextStream err(stderr);
+    const PrintRequest &request = options.print;
+    const QString pdf = QFileInfo(request.pdfPath).absoluteFilePath();
+    const QString problem = fw::DefaultReportEngine::pdfPathProblem(pdf);
+    if (!problem.isEmpty()) {
+        err << "distinta: " << problem << Qt::endl;
+        return 1;
+    }
+
+    globals.setLogServiceFactory([] { return std::make_shared<UnattendedPrintLog>(); });
+    globals.setReportEngineFactory([&] {
+        auto engine = std::make_unique<fw::DefaultReportEngine>(options.user);
+        engine->setInteractive(false);
+        engine->setRunMode(fw::ReportEngine::RunMode::Pdf);
+        engine->setOutputFile(pdf);
+        engine->setPrintValues(request.printedBy.isEmpty() ? options.user : request.printedBy, request.printedFor,
+                               request.notes);
+        return engine;
+    });
+
+    std::unique_ptr<fw::Cinterface> module = catalog.create(programId);
+    auto *printer = module ? qobject_cast<fw::ListPrinter *>(dynamic_cast<QObject *>(module.get())) : nullptr;
+    if (!printer) {
+        err << QStringLiteral("distinta: il componente \"%1\" non è installato o non stampa senza finestre.").arg(programId)
+            << Qt::endl;
+        return 1;
+    }
+    fw::HostContext context;
+    context.globals = &globals;
+    context.connection = connection;
+    context.caption = QStringLiteral("Distinta di classificazione");
+    context.menuModulo = QStringLiteral("GD");
+    context.menuPadre = QStringLiteral("GD00");
+    context.menuProg = QStringLiteral("GD01");
+    fw::fillHostContract(*module, context);
+
+    if (!printer->printList(request.typeCode, request.level)) {
+        err << QStringLiteral("distinta: la distinta \"%1\" non è stata stampata.").arg(request.typeCode) << Qt::endl;
+        return 1;
+    }
+    QTextStream(stdout) << QStringLiteral("PDF scritto: %1").arg(QDir::toNativeSeparators(pdf)) << Qt::endl;
+    return 0;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/db/connection.h"
+
+#include <QString>
+
+class ComponentCatalog;
+struct ShellOptions;
+
+namespace fw {
+class HostGlobalServices;
+}
+
+// True when the command line asks for a print without a window (--print): such a run needs no
+// display.
+bool asksForPrint(int argc, char **argv);
+
+// Prints the list that options.print names to its PDF through the module, without opening any
+// window: the module gets its host contract as for ShowForm and a report engine that writes the
+// PDF unattended. Returns the exit code: 0 when the PDF was written; 1 with the reason on the
+// standard error stream otherwise.
+int printWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals,
+                       const db::ConnectionPtr &connection, const ComponentCatalog &catalog,
+                       const QString &programId);
