@@ -68,17 +68,8 @@ int installStatementCounter(sqlite3 *handle, char **, const sqlite3_api_routines
     return SQLITE_OK;
 }
 
-[[noreturn]] void fail(const QString &what)
-{
-    QTextStream(stderr) << "bench_editor: " << what << '\n';
-    std::exit(1);
-}
-
-void check(bool condition, const QString &what)
-{
-    if (!condition)
-        fail(what);
-}
+using bench::check;
+using bench::fail;
 
 using bench::addTiming;
 using bench::Target;

@@ -8,6 +8,7 @@
 #include "platform/db/sqlitefunctions.h"
 #include "platform/db/tsqltranslator.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -15,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
+#include <cstdlib>
 #include <sqlite3.h>
 #include <time.h>
 #include <vector>
@@ -60,6 +62,18 @@ double timeMs(const std::function<void()> &work)
     timer.start();
     work();
     return double(timer.nsecsElapsed()) / 1e6;
+}
+
+void fail(const QString &what)
+{
+    QTextStream(stderr) << QCoreApplication::applicationName() << ": " << what << '\n';
+    std::exit(1);
+}
+
+void check(bool condition, const QString &what)
+{
+    if (!condition)
+        fail(what);
 }
 
 QString ms(double value)

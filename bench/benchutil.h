@@ -31,6 +31,11 @@ Timing measure(int runs, const std::function<void()> &prepare, const std::functi
 // One run of work, wall clock in milliseconds.
 double timeMs(const std::function<void()> &work);
 
+// ---- failures: the program's name and what went wrong on the standard error stream, exit 1
+
+[[noreturn]] void fail(const QString &what);
+void check(bool condition, const QString &what);
+
 // ---- rows of a result table (benchtable.h)
 
 class BenchTable;

@@ -19,6 +19,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSaveFile>
+#include <QScreen>
 #include <stdexcept>
 
 namespace fw {
@@ -241,6 +242,9 @@ void DefaultReportEngine::toPreview(ReportRenderer &renderer)
     QPrintPreviewDialog preview(&printer, m_window);
     preview.setObjectName(QStringLiteral("FRM_ANTEPRIMA"));
     preview.setWindowTitle(QStringLiteral("Anteprima di stampa - ") + m_title);
+    // Most of the screen, maximized where a window manager allows it.
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        preview.resize(screen->availableGeometry().size() * 0.85);
     preview.setWindowState(Qt::WindowMaximized);
     connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *target) {
         QPainter painter(target);

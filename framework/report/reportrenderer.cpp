@@ -8,6 +8,8 @@
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <algorithm>
+#include <array>
 #include <optional>
 
 namespace fw {
@@ -37,10 +39,17 @@ int levelOf(const QVariant &value)
     return level;
 }
 
+bool breaksLine(QChar c)
+{
+    return c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t');
+}
+
 QString oneLine(QString text)
 {
+    if (std::none_of(text.cbegin(), text.cend(), breaksLine))
+        return text;
     for (QChar &c : text) {
-        if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t'))
+        if (breaksLine(c))
             c = QLatin1Char(' ');
     }
     return text;
@@ -51,10 +60,10 @@ QString oneLine(QString text)
 // The query's field numbers of every field the layout names.
 struct ReportRenderer::Bound
 {
-    QHash<QString, int> fields;         // by name in upper case
+    QHash<QString, int> fields;         // by name as the layout writes it
     QList<int> groupFields;             // parallel to layout.groups
 
-    int field(const QString &name) const { return fields.value(name.toUpper(), -1); }
+    int field(const QString &name) const { return fields.value(name, -1); }
 };
 
 ReportRenderer::ReportRenderer(const ReportLayout &layout, const db::Recordset &rows, const ReportValues &values)
@@ -68,7 +77,7 @@ ReportRenderer::ReportRenderer(const ReportLayout &layout, const db::Recordset &
         if (index < 0)
             throw ReportLayoutError(layout.fileName, reference.line,
                                     QStringLiteral("il campo %1 non è tra quelli letti dalla stampa").arg(reference.name));
-        m_bound->fields.insert(reference.name.toUpper(), index);
+        m_bound->fields.insert(reference.name, index);
     }
     for (const ReportBand &group : layout.groups)
         m_bound->groupFields.append(m_bound->field(group.groupField));
@@ -165,8 +174,17 @@ QString ReportRenderer::formatValue(const ReportCell &cell, int field, int row) 
     if (value.isNull())
         return {};
     switch (value.metaType().id()) {
-    case QMetaType::QDateTime:
-        return value.toDateTime().toString(cell.dateFormat);
+    case QMetaType::QDateTime: {
+        // Few distinct dates, many rows: each is formatted once.
+        const auto key = std::make_pair(value.toDateTime().toMSecsSinceEpoch(), cell.dateFormat.constData());
+        auto found = m_dateTexts.constFind(key);
+        if (found == m_dateTexts.cend()) {
+            if (m_dateTexts.size() > 4096)
+                m_dateTexts.clear();
+            found = m_dateTexts.insert(key, value.toDateTime().toString(cell.dateFormat));
+        }
+        return *found;
+    }
     case QMetaType::QDate:
         return value.toDate().toString(cell.dateFormat);
     case QMetaType::Double:
@@ -209,28 +227,62 @@ QString ReportRenderer::cellText(const ReportCell &cell, int row, int page) cons
 
 bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const std::function<bool(int)> &progress)
 {
-    // Fonts and their metrics are made once per cell style, not per cell drawn.
+    // Fonts and their metrics are made once per cell style, and found by the cell.
     struct Style
     {
         QFont font;
         QFontMetricsF metrics;
-    };
-    QHash<QString, std::shared_ptr<Style>> styles;
-    const auto styleOf = [&](const ReportCell &cell) -> const Style & {
-        const double size = cell.pointSize > 0 ? cell.pointSize : m_layout.fontSize;
-        const QString key = QStringLiteral("%1/%2/%3").arg(size).arg(cell.bold).arg(cell.italic);
-        auto &style = styles[key];
-        if (!style) {
-            QFont font(m_layout.fontFamily);
-            font.setPointSizeF(size);
-            font.setBold(cell.bold);
-            font.setItalic(cell.italic);
-            // No ligatures: the text of the PDF is searched and copied as it was written.
-            font.setStyleStrategy(QFont::PreferNoShaping);
-            style = std::make_shared<Style>(Style{font, QFontMetricsF(font, &device)});
+        std::array<double, 256> advances;   // Latin-1 characters, measured on first use (-1 before)
+
+        // The text's width without shaping it: the fonts are used without ligatures or kerning,
+        // so the characters' advances add up to it.
+        double width(const QString &text)
+        {
+            double total = 0;
+            for (const QChar c : text) {
+                const char16_t code = c.unicode();
+                if (code > 0xFF)
+                    return metrics.horizontalAdvance(text);
+                if (advances[code] < 0)
+                    advances[code] = metrics.horizontalAdvance(c);
+                total += advances[code];
+            }
+            return total;
         }
-        return *style;
     };
+    QList<std::shared_ptr<Style>> styles;
+    QHash<const ReportCell *, Style *> styleOfCell;
+    const auto prepareStyles = [&](const ReportBand &band) {
+        for (const ReportRow &line : band.rows) {
+            for (const ReportCell &cell : line.cells) {
+                const double size = cell.pointSize > 0 ? cell.pointSize : m_layout.fontSize;
+                Style *found = nullptr;
+                for (const auto &style : std::as_const(styles)) {
+                    if (style->font.pointSizeF() == size && style->font.bold() == cell.bold
+                        && style->font.italic() == cell.italic)
+                        found = style.get();
+                }
+                if (!found) {
+                    QFont font(m_layout.fontFamily);
+                    font.setPointSizeF(size);
+                    font.setBold(cell.bold);
+                    font.setItalic(cell.italic);
+                    // No ligatures: the text of the PDF is searched and copied as it was written.
+                    font.setStyleStrategy(QFont::PreferNoShaping);
+                    styles.append(std::make_shared<Style>(Style{font, QFontMetricsF(font, &device), {}}));
+                    found = styles.last().get();
+                    found->advances.fill(-1);
+                }
+                styleOfCell.insert(&cell, found);
+            }
+        }
+    };
+    prepareStyles(m_layout.title);
+    prepareStyles(m_layout.pageHeader);
+    for (const ReportBand &group : m_layout.groups)
+        prepareStyles(group);
+    prepareStyles(m_layout.detail);
+    prepareStyles(m_layout.pageFooter);
 
     const double scale = device.logicalDpiX() / 25.4;   // device units per mm
     const double left = m_layout.margins.left();
@@ -245,7 +297,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
         QString text = cellText(cell, row, page);
         if (text.isEmpty())
             return;
-        const Style &style = styleOf(cell);
+        Style &style = *styleOfCell.value(&cell);
         if (currentFont != &style.font) {
             painter.setFont(style.font);
             currentFont = &style.font;
@@ -259,10 +311,10 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
             x += indent;
             width -= indent;
         }
-        double advance = style.metrics.horizontalAdvance(text);
+        double advance = style.width(text);
         if (advance > width) {
             text = style.metrics.elidedText(text, Qt::ElideRight, width);
-            advance = style.metrics.horizontalAdvance(text);
+            advance = style.width(text);
         }
         if (cell.alignment & Qt::AlignRight)
             x += width - advance;

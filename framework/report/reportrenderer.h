@@ -65,6 +65,7 @@ private:
     ReportValues m_values;
     std::unique_ptr<Bound> m_bound;
     int m_pageCount = 0;
+    mutable QHash<std::pair<qint64, const QChar *>, QString> m_dateTexts;
 };
 
 } // namespace fw
