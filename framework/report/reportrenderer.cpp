@@ -175,13 +175,16 @@ QString ReportRenderer::formatValue(const ReportCell &cell, int field, int row) 
         return {};
     switch (value.metaType().id()) {
     case QMetaType::QDateTime: {
-        // Few distinct dates, many rows: each is formatted once.
-        const auto key = std::make_pair(value.toDateTime().toMSecsSinceEpoch(), cell.dateFormat.constData());
+        // Few distinct dates, many rows: each is formatted once. The key is the date and time as
+        // they read, which needs no time-zone lookup.
+        const QDateTime dateTime = value.toDateTime();
+        const qint64 when = dateTime.date().toJulianDay() * 86400000 + dateTime.time().msecsSinceStartOfDay();
+        const auto key = std::make_pair(when, cell.dateFormat.constData());
         auto found = m_dateTexts.constFind(key);
         if (found == m_dateTexts.cend()) {
             if (m_dateTexts.size() > 4096)
                 m_dateTexts.clear();
-            found = m_dateTexts.insert(key, value.toDateTime().toString(cell.dateFormat));
+            found = m_dateTexts.insert(key, dateTime.toString(cell.dateFormat));
         }
         return *found;
     }
@@ -209,6 +212,8 @@ QString ReportRenderer::formatValue(const ReportCell &cell, int field, int row) 
 
 QString ReportRenderer::cellText(const ReportCell &cell, int row, int page) const
 {
+    if (cell.parts.size() == 1 && cell.parts.first().kind == ReportTextPart::Field)
+        return oneLine(formatValue(cell, m_bound->field(cell.parts.first().text), row));
     QString text;
     for (const ReportTextPart &part : cell.parts) {
         switch (part.kind) {
