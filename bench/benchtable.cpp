@@ -1,7 +1,5 @@
 #include "benchtable.h"
 
-#include "benchutil.h"
-
 #include <QTextStream>
 #include <cmath>
 #include <cstdio>
@@ -114,25 +112,6 @@ void BenchTable::print() const
     QTextStream out(stdout);
     out << toText() << '\n' << toMarkdown() << '\n';
     out.flush();
-}
-
-QString ms(double value)
-{
-    return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
-}
-
-void addTiming(BenchTable &table, const QString &figure, const Timing &timing, double floorMs, Target target,
-               const QString &remark)
-{
-    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
-                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
-                       .arg(timing.runs);
-    if (target == Target::TwiceFloor)
-        note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
-                                              : QStringLiteral("; target <= 2x: MISSED");
-    if (!remark.isEmpty())
-        note += QStringLiteral("; ") + remark;
-    table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
 }
 
 } // namespace bench

@@ -45,15 +45,4 @@ private:
     QList<Row> m_rows;
 };
 
-struct Timing;
-
-// One table row for a timed figure: best wall time, ratio to the floor; median, CPU and runs in
-// the note, with the verdict when the figure has the 2x target.
-enum class Target { None, TwiceFloor };
-void addTiming(BenchTable &table, const QString &figure, const Timing &timing, double floorMs,
-               Target target = Target::None, const QString &remark = {});
-
-// A time in milliseconds with the digits that matter.
-QString ms(double value);
-
 } // namespace bench

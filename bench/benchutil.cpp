@@ -1,5 +1,7 @@
 #include "benchutil.h"
 
+#include "benchtable.h"
+
 #include "data/distintastatements.h"
 #include "db/largedatabase.h"
 #include "platform/db/databaseerror.h"
@@ -71,6 +73,26 @@ double timeMs(const std::function<void()> &work)
     timer.start();
     work();
     return double(timer.nsecsElapsed()) / 1e6;
+}
+
+
+QString ms(double value)
+{
+    return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
+}
+
+void addTiming(BenchTable &table, const QString &figure, const Timing &timing, double floorMs, Target target,
+               const QString &remark)
+{
+    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
+                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
+                       .arg(timing.runs);
+    if (target == Target::TwiceFloor)
+        note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
+                                              : QStringLiteral("; target <= 2x: MISSED");
+    if (!remark.isEmpty())
+        note += QStringLiteral("; ") + remark;
+    table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
 }
 
 Memory memoryUsage()

@@ -31,6 +31,26 @@ Timing measure(int runs, const std::function<void()> &prepare, const std::functi
 // One run of work, wall clock in milliseconds.
 double timeMs(const std::function<void()> &work);
 
+// ---- failures: the program's name and what went wrong on the standard error stream, exit 1
+
+[[noreturn]] void fail(const QString &what);
+void check(bool condition, const QString &what);
+
+// ---- rows of a result table (benchtable.h)
+
+class BenchTable;
+
+// A time as the tables show it: no decimals from 100, one from 1, three below.
+QString ms(double value);
+
+// Figures that must stay within twice the floor say whether they did.
+enum class Target { None, TwiceFloor };
+
+// One row for a timed figure: best wall time and its ratio to the floor; median, CPU and runs
+// in the note, with the verdict when the figure has the 2x target, then the remark.
+void addTiming(BenchTable &table, const QString &figure, const Timing &timing, double floorMs,
+               Target target = Target::None, const QString &remark = {});
+
 // ---- memory of this process, from /proc/self/status
 
 struct Memory
@@ -61,9 +81,6 @@ struct Options
 
 Options parseOptions(const QStringList &arguments);
 
-// Ends the program with a message naming it, for a benchmark whose work went wrong.
-[[noreturn]] void fail(const QString &what);
-void check(bool condition, const QString &what);
 
 // ---- generated databases
 

@@ -33,6 +33,7 @@ public:
 
     db::ConnectionPtr connection() const { return m_connection; }
     ScriptedLogService &log() { return *m_log; }
+    fw::HostGlobalServices &globals() { return m_globals; }
 
 private:
     db::ConnectionPtr m_connection;

@@ -33,7 +33,8 @@ public:
     virtual QString printedFor() const = 0;
     virtual QString notes() const = 0;
 
-    // Runs the report; throws db::DatabaseError when the query fails.
+    // Runs the report; throws db::DatabaseError when the query fails, std::runtime_error with the
+    // reason when the report cannot be produced (its template, its destination).
     virtual void run() = 0;
 
 signals:

@@ -128,6 +128,25 @@ QVariant CLSGD_DISTINTA::ShowForm()
     return {};
 }
 
+bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level)
+{
+    bool printed = false;
+    trapped([&] {
+        // Prepared as ShowForm prepares the editor, and started as its first showing would
+        // start it; nothing is ever shown.
+        FRMGD_DISTINTA form;
+        form.setActiveDll(ActiveDll());
+        form.setEntryClass(this);
+        form.setWindowTitle(m_caption);
+        form.Form_Load();
+        form.Form_Activate();
+        if (!form.isFirstActivation())
+            printed = form.StampaSenzaFinestra(code, level);
+        form.Form_UnLoad();
+    });
+    return printed;
+}
+
 QVariant CLSGD_DISTINTA::CloseForm()
 {
     bool closed = false;

@@ -2,6 +2,7 @@
 
 #include "framework/cinterface.h"
 #include "framework/contractpointer.h"
+#include "framework/listprinter.h"
 
 #include <QObject>
 #include <QPointer>
@@ -16,10 +17,10 @@ class ScriptObjectModel;
 // The module's entry class: the shell fills in the host contract and calls ShowForm, which
 // opens the classification tree editor. It keeps what the host gives, as given, and never
 // lets an error reach the host: a failing member leaves things as they stood.
-class CLSGD_DISTINTA : public QObject, public fw::Cinterface
+class CLSGD_DISTINTA : public QObject, public fw::Cinterface, public fw::ListPrinter
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface)
+    Q_INTERFACES(fw::Cinterface fw::ListPrinter)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);
@@ -77,6 +78,10 @@ public:
     bool IsCalled() const override;
     void setFiltro(const QVariant &value) override;
     QVariant Filtro() const override;
+
+    // Prints the classification of the type with that code through an editor that is never
+    // shown (ListPrinter).
+    bool printList(const QString &code, std::optional<int> level) override;
 
     // The editor opened by the last ShowForm; null before it or once the editor is gone.
     FRMGD_DISTINTA *form() const;

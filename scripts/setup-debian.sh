@@ -8,6 +8,7 @@ packages=(
   sqlite3 libsqlite3-dev
   unixodbc unixodbc-dev libsqliteodbc
   xvfb xauth
+  fonts-dejavu-core poppler-utils
 )
 
 missing=()

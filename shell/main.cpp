@@ -5,6 +5,7 @@
 #include "framework/hostglobalservices.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/recordframe.h"
+#include "framework/report/defaultreportengine.h"
 #include "framework/sqlworkflowstateservice.h"
 #include "framework/unattendedrun.h"
 #include "platform/db/connection.h"
@@ -12,6 +13,7 @@
 #include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
+#include "shell/headlessprint.h"
 #include "shell/mainwindow.h"
 #include "shell/shelldatabase.h"
 #include "shell/shellmodulemanager.h"
@@ -83,11 +85,11 @@ int main(int argc, char *argv[])
 {
     const bool information = asksForInformation(argc, argv);
     if (!displayAvailable(argc, argv)) {
-        if (!information) {
+        if (!information && !asksForPrint(argc, argv)) {
             explainMissingDisplay();
             return 2;
         }
-        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help needs no window
+        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help and --print need no window
     }
 
     QApplication app(argc, argv);
@@ -114,6 +116,7 @@ int main(int argc, char *argv[])
         return std::make_shared<fw::MessageBoxLogService>();
     });
     globals.setThemeFactory([] { return std::make_shared<fw::DefaultTheme>(); });
+    globals.setReportEngineFactory([&options] { return std::make_unique<fw::DefaultReportEngine>(options.user); });
 
     const ShellDatabase database = ShellDatabase::open(options);
     if (!database.warning.isEmpty())
@@ -128,6 +131,10 @@ int main(int argc, char *argv[])
     const db::ConnectionPtr connection = database.connection;
     globals.setWorkflowStateService(
         std::make_shared<fw::SqlWorkflowStateService>(connection, globals.user(), globals.userGroup()));
+
+    if (options.print.requested())
+        return printWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
+                                  unattended);
 
     MainWindow window(globals, database.description);
     window.setCompanyCheck([connection](int company) { return companyHasData(connection, company); });

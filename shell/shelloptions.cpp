@@ -54,6 +54,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                         QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
                                         QStringLiteral("file.png"));
     parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot});
+    parser.addOptions(PrintRequest::options());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -104,5 +105,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     options.odbcPasswordFile = parser.value(odbcPasswordFile);
     options.exitAfterShow = parser.isSet(exitAfterShow);
     options.screenshotPath = parser.value(screenshot);
+    if (!options.print.read(parser, err))
+        *exitCode = 1;
     return options;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/printrequest.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,10 +16,11 @@ struct ShellOptions
     QString odbcPasswordFile;     // the ODBC password, in a file only the user may read
     bool exitAfterShow = false;   // unattended check: open the editor, report, exit
     QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
+    PrintRequest print;           // unattended: print a list to PDF without a window, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
-    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty(); }
+    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested(); }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets
     // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.

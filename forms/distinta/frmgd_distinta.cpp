@@ -50,6 +50,7 @@ void FRMGD_DISTINTA::release(Release what)
         m_rsParametri.reset();
         break;
     case Release::FrameworkObjects:
+        PclsReport.reset();
         break;
     }
 }

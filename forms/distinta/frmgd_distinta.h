@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include "framework/recordframe.h"
+#include "framework/reportengine.h"
 #include <optional>
 
 class FRMGD_ANAGDISTINTA;
@@ -180,6 +181,22 @@ public:
     // Opens the picker and waits for it; the priority chosen, none when closed without a choice.
     std::optional<PrioritaScelta> ScegliPriorita();
 
+    // --- print (frmgd_distinta_stampa.cpp)
+    void CMD_STAMPA_Click();
+    bool StampaDistinta(const QString &testoLivello);   // true when the report ran
+    bool preparaStampa(const QString &testoLivello);    // its first part: the work rows
+    static short limiteLivello(const QString &testoLivello);
+    bool PulisciStampa();
+    bool scriviRigheStampa(short limite);
+    bool InvocaStampa();
+    void PclsReport_BeforePrintReport();
+    void PreparaLimiti();
+    void PreparaNote();
+    static QString NomeComputer();
+    static QString NomeUtente();
+    bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello);
+    QString chiaveStampa() const { return m_chiaveStampa; }
+
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
     QString idDistinta() const { return m_idDistinta; }           // GD01_ID of the chosen type
@@ -264,6 +281,10 @@ private:
     QHash<qint64, QString> guidNodiDistinta();
     fw::TreeListNode nodoCliccato() const;
     void apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &globalPos);
+
+    // print
+    void collegaStampa();
+    void aggiornaStampa();
 
     // subject list and search
     void TAB_VISUALIZZAGESTIONE_Click(int index);
@@ -373,6 +394,10 @@ private:
     std::optional<qint64> m_soggettoMenu;            // subject of the node the menu opened on
     QHash<qint64, QString> m_codiciPriorita;         // LP09_CODICE by LP09_ID, for the rows below
     std::weak_ptr<db::Recordset> m_codiciPrioritaDi;   // the rows the codes were read for
+
+    std::unique_ptr<fw::ReportEngine> PclsReport;
+    QString m_chiaveStampa;
+    QString m_livelloStampa;
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

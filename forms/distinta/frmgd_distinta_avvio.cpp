@@ -74,6 +74,7 @@ void FRMGD_DISTINTA::collegaEventi()
     connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     collegaGestioni();
+    collegaStampa();
 }
 
 void FRMGD_DISTINTA::loadForm()
