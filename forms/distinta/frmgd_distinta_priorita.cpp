@@ -120,8 +120,8 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node
                         qint64(*scelta->IDPriorita));
 }
 
-// A code typed in a priority field becomes the node's priority; an empty field clears it, an
-// unknown code is refused and the node keeps its priority.
+// A code typed in a priority field becomes the node's priority; an empty field clears it, and so
+// does an unknown code, after the user is told that the code was not valid.
 void FRMGD_DISTINTA::TXT_PRIORITA_Validate(QLineEdit *field, const QString &campo)
 {
     if (!field->isModified())
@@ -142,21 +142,18 @@ void FRMGD_DISTINTA::TXT_PRIORITA_Validate(QLineEdit *field, const QString &camp
         if (id.isNull()) {
             if (fw::LogService *log = logService())
                 log->showMessage(QString::fromUtf8(priorita.invalid), windowTitle(), fw::MessageStyle::Warning);
-            mostraCodiciPriorita();
-            return;
         }
     }
     assegnaPriorita(field->objectName() + QStringLiteral("_Validate"), campo, id);
 }
 
 // Stores the priority on the focused node's row. A row someone else changed meanwhile is not
-// overwritten: the user is told and the tree is read again.
+// overwritten: the user is told and the row is read again.
 bool FRMGD_DISTINTA::assegnaPriorita(const QString &procedure, const QString &campo, const QVariant &idPriorita)
 {
     if (!m_nodi || m_nodi->currentRow() < 0)
         return false;
-    const qint64 node = m_nodi->value(QStringLiteral("GD02_ID")).toLongLong();
-    QString staleRow;
+    std::optional<db::DatabaseError> staleRow;
     const bool written = step(procedure, [&] {
         try {
             m_nodi->setValue(campo, idPriorita);
@@ -165,21 +162,12 @@ bool FRMGD_DISTINTA::assegnaPriorita(const QString &procedure, const QString &ca
             m_nodi->cancelUpdate();
             if (!error.isStaleRow())
                 throw;
-            staleRow = error.message();
+            staleRow = error;
         }
     });
-    if (!staleRow.isEmpty()) {
-        if (fw::LogService *log = logService())
-            log->showMessage(staleRow + QStringLiteral("\nLa distinta è stata riletta dal database."), windowTitle(),
-                             fw::MessageStyle::Warning);
-        CaricaDistinta();
-        const int keyField = m_nodi ? m_nodi->fieldIndex(QStringLiteral("GD02_ID")) : -1;
-        for (int row = 0; keyField >= 0 && row < m_nodi->recordCount(); ++row) {
-            if (m_nodi->valueAt(row, keyField).toLongLong() == node) {
-                TVW_DISTINTA->setFocusedNode(TVW_DISTINTA->nodeOfRow(row));
-                break;
-            }
-        }
+    if (staleRow) {
+        rileggiNodoInConflitto(*staleRow);
+        mostraCodiciPriorita();
         return false;
     }
     if (written && !idPriorita.isNull() && !m_descrizioniPriorita.contains(idPriorita.toLongLong()))

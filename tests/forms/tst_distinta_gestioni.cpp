@@ -209,7 +209,7 @@ private slots:
     }
 
     // The fields show the focused node's priority codes; a code typed, its quotes doubled,
-    // becomes the node's identifier; an empty field clears it; an unknown code is refused.
+    // becomes the node's identifier; an empty field clears it, and so does an unknown code, told.
     void typedPriorityCodesAreStoredOnTheNode()
     {
         Editor f;
@@ -235,6 +235,11 @@ private slots:
         QVERIFY(f.prioritaNodo(QStringLiteral("GD02_IDLOCALIZZATA_LP09"), f.n20).isNull());
         QVERIFY(localised->text().isEmpty());
 
+        // An unknown code takes the node's priority away.
+        f.digita(structure, QStringLiteral("XX"));
+        QVERIFY(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n20).isNull());
+        QVERIFY(structure->text().isEmpty());
+        f.digita(structure, QStringLiteral("O'NE"));
         f.digita(structure, QString());
         QVERIFY(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n20).isNull());
         f.focalizza(f.n10);
@@ -277,7 +282,7 @@ private slots:
     }
 
     // A node changed by someone else since the tree was read is not overwritten: the user is
-    // told, the tree is read again and the same node keeps the focus.
+    // told, the node is read again and keeps the focus.
     void aNodeChangedMeanwhileIsNotOverwritten()
     {
         Editor f;
@@ -287,7 +292,7 @@ private slots:
         f.digita(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA")), QStringLiteral("O'NE"));
         QCOMPARE(f.host.log().messageTexts(),
                  QStringList{QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: le modifiche "
-                                            "non sono state salvate.\nLa distinta è stata riletta dal database.")});
+                                            "non sono state salvate.")});
         QCOMPARE(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n10).toLongLong(), f.gdo);
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA"))->text(), QStringLiteral("GDO"));
