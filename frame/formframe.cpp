@@ -198,10 +198,10 @@ bool FormFrame::Form_QueryUnload()
     const QString procedure = QStringLiteral("Form_QueryUnload");
     bool cancel = false;
     if (m_recordFrame) {
-        bool mayClose = true;
-        if (!step(procedure, [&] { mayClose = m_recordFrame->mayClose(); }))
-            return cancel;
-        if (!mayClose)
+        // Pending changes that could not be saved keep the form open, whatever the answer to
+        // the error: closing would lose them.
+        bool mayClose = false;
+        if (!step(procedure, [&] { mayClose = m_recordFrame->mayClose(); }) || !mayClose)
             return true;
     }
     ExecuteFormEvent(QStringLiteral("tsClose"));

@@ -229,6 +229,17 @@ private slots:
         QCOMPARE(host.log().messages().first().title, QStringLiteral("Tipi distinta"));
         QVERIFY(host.navigator().closeQuestions.isEmpty());   // stopped before the script layer
 
+        // Saving fails (another user changed the row): whatever the answer to the error, the
+        // form stays open with the change, nothing is lost.
+        host.database().connection()->execute(QStringLiteral("UPDATE GD01_TIPODISTINTA SET GD01_DESCR = 'Altrove'"));
+        for (const int answer : {fw::Answer::Abort, fw::Answer::Ignore}) {
+            host.log().answerNext({fw::Answer::Yes, answer});
+            QCOMPARE(form->unload(), false);
+            QCOMPARE(form->description->text(), QStringLiteral("Cambiata"));
+        }
+        QCOMPARE(host.log().errorDialogs().size(), 2);
+        host.database().connection()->execute(QStringLiteral("UPDATE GD01_TIPODISTINTA SET GD01_DESCR = 'Prima'"));
+
         host.log().answerNext(fw::Answer::Yes);
         QCOMPARE(form->unload(), true);
         QCOMPARE(host.database().scalar(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA")).toString(),
