@@ -124,7 +124,12 @@ void DefaultReportEngine::run()
             fail(problem);
     }
 
-    const db::RecordsetPtr rows = m_connection->openRecordset(m_query);
+    // Only the fields the layout shows are kept: a report query is often a SELECT * of a wide
+    // work table, and the other columns would double the time and the memory of a long print.
+    QStringList shownFields;
+    for (const ReportFieldReference &reference : m_layout->fieldReferences())
+        shownFields << reference.name;
+    const db::RecordsetPtr rows = m_connection->openRecordset(m_query, shownFields);
     emit BeforePrintReport();
 
     ReportValues values{m_title, m_parameters, QDateTime::currentDateTime()};

@@ -34,8 +34,9 @@ public:
     virtual int execute(const QString &sql) = 0;
 
     // Runs a query and reads all of its rows. Field names and types are filled in; which fields
-    // are writable is the caller's business.
-    virtual std::shared_ptr<RecordsetData> query(const QString &sql) = 0;
+    // are writable is the caller's business. With onlyFields, only the columns so named (in any
+    // case) are kept, in the query's order; the others are stepped over, never read.
+    virtual std::shared_ptr<RecordsetData> query(const QString &sql, const QStringList &onlyFields = {}) = 0;
 
     // Runs one statement with positional parameters ("?"); returns the rows changed.
     virtual int executeBound(const QString &sql, const QVariantList &values) = 0;

@@ -156,11 +156,17 @@ int Connection::execute(const QString &sql)
 
 std::shared_ptr<Recordset> Connection::openRecordset(const QString &sql)
 {
+    return openRecordset(sql, {});
+}
+
+std::shared_ptr<Recordset> Connection::openRecordset(const QString &sql, const QStringList &onlyFields)
+{
     StatementTrace::write(sql);
     try {
-        std::shared_ptr<RecordsetData> data = m_backend->query(translated(sql));
+        std::shared_ptr<RecordsetData> data = m_backend->query(translated(sql), onlyFields);
         data->statement = sql;
-        markWritable(*data, sql, *m_backend);
+        if (onlyFields.isEmpty())
+            markWritable(*data, sql, *m_backend);
         return std::shared_ptr<Recordset>(new Recordset(std::move(data), m_self.lock()));
     } catch (const DatabaseError &error) {
         fail(error);

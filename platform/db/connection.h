@@ -3,6 +3,7 @@
 #include "databaseerror.h"
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 namespace db {
@@ -45,6 +46,10 @@ public:
 
     // Runs a query and reads every row into a client-side recordset. Throws DatabaseError.
     std::shared_ptr<Recordset> openRecordset(const QString &sql);
+    // The same, keeping only the fields named (in any case); the statement is sent as it is and
+    // the other columns are never read. Such a recordset is read-only: it lacks the columns
+    // that would find its rows again.
+    std::shared_ptr<Recordset> openRecordset(const QString &sql, const QStringList &onlyFields);
 
     // The errors of the last failure (the ADO error collection); empty after success is not
     // guaranteed: the list is replaced only by the next failure or by clearErrors().

@@ -216,7 +216,7 @@ int OdbcBackend::execute(const QString &sql)
     return qMax(0, query.numRowsAffected());
 }
 
-std::shared_ptr<RecordsetData> OdbcBackend::query(const QString &sql)
+std::shared_ptr<RecordsetData> OdbcBackend::query(const QString &sql, const QStringList &onlyFields)
 {
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
@@ -227,13 +227,17 @@ std::shared_ptr<RecordsetData> OdbcBackend::query(const QString &sql)
     auto data = std::make_shared<RecordsetData>();
     data->statement = sql;
     const QSqlRecord record = query.record();
+    QStringList names;
     for (int i = 0; i < record.count(); ++i)
-        data->fields.append(fieldFrom(record.field(i)));
-    const int columns = int(data->fields.size());
+        names << record.fieldName(i);
+    const QList<int> kept = keptColumns(names, onlyFields);
+    for (int column : kept)
+        data->fields.append(fieldFrom(record.field(column)));
+    const int columns = int(kept.size());
     RowStoreBuilder rows(columns);
     while (query.next()) {
         for (int i = 0; i < columns; ++i)
-            rows.emplace(readValue(query.value(i), data->fields.at(i).type));
+            rows.emplace(readValue(query.value(kept.at(i)), data->fields.at(i).type));
     }
     if (query.lastError().isValid())
         failQuery(query, sql);

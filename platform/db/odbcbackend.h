@@ -23,7 +23,7 @@ public:
     QString sourceName() const override { return QStringLiteral("ODBC"); }
     bool translatesTsql() const override { return m_translates; }
     int execute(const QString &sql) override;
-    std::shared_ptr<RecordsetData> query(const QString &sql) override;
+    std::shared_ptr<RecordsetData> query(const QString &sql, const QStringList &onlyFields = {}) override;
     int executeBound(const QString &sql, const QVariantList &values) override;
     QVariant lastInsertedKey() override;
     std::optional<TableSchema> tableSchema(const QString &table) override;

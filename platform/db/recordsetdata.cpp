@@ -18,6 +18,16 @@ int RecordsetData::appendRow()
     return storedRowCount() - 1;
 }
 
+QList<int> keptColumns(const QStringList &columnNames, const QStringList &onlyFields)
+{
+    QList<int> kept;
+    for (int i = 0; i < columnNames.size(); ++i) {
+        if (onlyFields.isEmpty() || onlyFields.contains(columnNames.at(i), Qt::CaseInsensitive))
+            kept << i;
+    }
+    return kept;
+}
+
 void RowStoreBuilder::finish(RecordsetData &data)
 {
     const qsizetype rows = m_columns > 0 ? m_cells.size() / m_columns : 0;

@@ -52,6 +52,10 @@ struct RecordsetData
     int appendRow(); // a row of nulls; returns its stored index
 };
 
+// The columns of a result that a read keeps: those named in onlyFields (in any case), in the
+// result's order; every column when onlyFields is empty.
+QList<int> keptColumns(const QStringList &columnNames, const QStringList &onlyFields);
+
 // Gathers the cells of a query's rows as they are read; the recordset's rows change only once
 // the whole query has been read.
 class RowStoreBuilder

@@ -299,18 +299,23 @@ int SqliteBackend::execute(const QString &sql)
     return changed;
 }
 
-void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data)
+void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const QStringList &onlyFields,
+                             RecordsetData &data)
 {
     // Step first: a cached statement is prepared again on its first step after a schema change,
     // and only then do its columns describe the table as it is now.
     int code = sqlite3_step(statement);
-    const int columns = sqlite3_column_count(statement);
+    QStringList names;
+    for (int i = 0; i < sqlite3_column_count(statement); ++i)
+        names << QString::fromUtf8(sqlite3_column_name(statement, i));
+    const QList<int> kept = keptColumns(names, onlyFields);
+    const int columns = int(kept.size());
     data.fields.clear();
     data.fields.reserve(columns);
-    for (int i = 0; i < columns; ++i) {
+    for (int column : kept) {
         FieldInfo field;
-        field.name = QString::fromUtf8(sqlite3_column_name(statement, i));
-        const char *declared = sqlite3_column_decltype(statement, i);
+        field.name = names.at(column);
+        const char *declared = sqlite3_column_decltype(statement, column);
         const storedvalues::ColumnType type =
             storedvalues::columnTypeFromDeclaration(declared ? QString::fromUtf8(declared) : QString());
         field.type = type.type;
@@ -318,10 +323,11 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, Record
         data.fields.append(field);
     }
     FieldInfo *fields = data.fields.data();
+    const int *source = kept.constData();
     RowStoreBuilder rows(columns);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         for (int i = 0; i < columns; ++i)
-            readCell(statement, i, fields[i], rows);
+            readCell(statement, source[i], fields[i], rows);
     }
     if (code != SQLITE_DONE) {
         const DatabaseError error = lastError(sql);
@@ -331,12 +337,12 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, Record
     rows.finish(data);
 }
 
-std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql)
+std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QStringList &onlyFields)
 {
     auto data = std::make_shared<RecordsetData>();
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
         if (sqlite3_column_count(statement) > 0)
-            readRows(statement, sql, *data);
+            readRows(statement, sql, onlyFields, *data);
         else
             step(statement, sql);
     });

@@ -23,7 +23,7 @@ public:
     QString sourceName() const override { return QStringLiteral("SQLite"); }
     bool translatesTsql() const override { return true; }
     int execute(const QString &sql) override;
-    std::shared_ptr<RecordsetData> query(const QString &sql) override;
+    std::shared_ptr<RecordsetData> query(const QString &sql, const QStringList &onlyFields = {}) override;
     int executeBound(const QString &sql, const QVariantList &values) override;
     QVariant lastInsertedKey() override;
     std::optional<TableSchema> tableSchema(const QString &table) override;
@@ -52,7 +52,7 @@ private:
     DatabaseError lastError(const QString &statement) const;
     [[noreturn]] void fail(const QString &statement, int code);
     void step(sqlite3_stmt *statement, const QString &sql);
-    void readRows(sqlite3_stmt *statement, const QString &sql, RecordsetData &data);
+    void readRows(sqlite3_stmt *statement, const QString &sql, const QStringList &onlyFields, RecordsetData &data);
 
     sqlite3 *m_handle = nullptr;
     bool m_readOnly = false;

@@ -34,6 +34,7 @@ private slots:
     void valuesThatDoNotFitTheFieldAreRefused_data();
     void valuesThatDoNotFitTheFieldAreRefused();
     void largeReadsKeepEveryRow();
+    void aReadOfSomeFieldsKeepsTheirValuesAndWritesNothing();
 
 private:
     QString fileConnectionString() const;
@@ -514,3 +515,25 @@ void TestRecordset::largeReadsKeepEveryRow()
 
 QTEST_MAIN(TestRecordset)
 #include "tst_recordset.moc"
+
+// A report reads only the fields its layout shows: the kept columns must carry their own values
+// and types (not the neighbours' after the skipped ones), and with the key missing no edit may
+// reach the table.
+void TestRecordset::aReadOfSomeFieldsKeepsTheirValuesAndWritesNothing()
+{
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG ORDER BY ID"),
+                                                  {QStringLiteral("importo"), QStringLiteral("NOME"),
+                                                   QStringLiteral("NON_ESISTE")});
+    QCOMPARE(rs->fieldCount(), 2);
+    QCOMPARE(rs->fieldIndex(QStringLiteral("NOME")), 0);
+    QCOMPARE(rs->fieldIndex(QStringLiteral("IMPORTO")), 1);
+    QCOMPARE(rs->fieldIndex(QStringLiteral("ID")), -1);
+    QCOMPARE(rs->recordCount(), 4);
+    QCOMPARE(rs->valueAt(2, 0).toString(), QStringLiteral("O'Brien Srl"));
+    QCOMPARE(rs->valueAt(3, 1).toDouble(), 4.25);
+    QVERIFY(rs->valueAt(1, 1).isNull());
+    QVERIFY(!rs->isWritable());
+
+    // Naming no field reads them all, as a plain read does.
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG"), {})->fieldCount(), 5);
+}
