@@ -418,6 +418,7 @@ private:
     void registraAspetto();
     void filtraAnagrafiche(const QString &testo);
     void aggiornaConteggioSelezionati();
+    void aggiornaComandiUsabilita();
     void impostaTastiera();
     void impostaOrdineTab();
     void impostaIndicazioniVuote();

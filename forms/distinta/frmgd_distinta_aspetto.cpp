@@ -37,7 +37,7 @@ void FRMGD_DISTINTA::impostaFileAspetto(const QString &file)
 void FRMGD_DISTINTA::collegaUsabilita()
 {
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_CLIFOR_CG44"), QStringLiteral("9999999"));
-    TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSociale"), QStringLiteral("Commerciale Rossi Srl"));
+    TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSociale"), QStringLiteral("Salumeria Rossi & Bianchi S.n.c."));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_CLIFORFATT_CG44"), QStringLiteral("9999999"));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSocialeFatt"), QStringLiteral("Commerciale Rossi Srl"));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_DESCR"), QStringLiteral("Descrizione breve"));

@@ -7,10 +7,14 @@
 #include "framework/recordsetgrid.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "framework/recordsetgridmodel.h"
+#include "framework/treelist/treelist.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
 
 QLayout *FRMGD_DISTINTA::creaFiltroAnagrafiche()
 {
@@ -62,6 +66,16 @@ void FRMGD_DISTINTA::collegaFiltroAnagrafiche()
 void FRMGD_DISTINTA::filtraAnagrafiche(const QString &testo)
 {
     GRD_ANAGRAFICHEDISTINTA->rowFilter()->setFilterText(testo);
+}
+
+// What cannot act on an empty tree is disabled; the count of ticks follows the list.
+void FRMGD_DISTINTA::aggiornaComandiUsabilita()
+{
+    const bool nodi = TVW_DISTINTA->count() > 0;
+    CMD_ESPANDICOLLASSA->setEnabled(nodi);
+    CMB_LIVELLO->setEnabled(nodi);
+    CMD_CERCA->setEnabled(nodi);
+    aggiornaConteggioSelezionati();
 }
 
 void FRMGD_DISTINTA::aggiornaConteggioSelezionati()

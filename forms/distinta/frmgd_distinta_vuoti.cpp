@@ -37,6 +37,9 @@ void FRMGD_DISTINTA::impostaIndicazioniVuote()
     Q_UNUSED(ricerca);
 
     connect(TXTCERCA, &QLineEdit::textChanged, this, [this] { segnalaRicercaSenzaEsito(false); });
+    // A tree loaded or emptied changes what its tools can do.
+    connect(TVW_DISTINTA->view()->model(), &QAbstractItemModel::modelReset, this, &FRMGD_DISTINTA::aggiornaComandiUsabilita,
+            Qt::QueuedConnection);
 }
 
 // A coloured frame and a tooltip, as long as the text that found nothing stays.

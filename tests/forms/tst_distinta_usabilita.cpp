@@ -210,9 +210,13 @@ private slots:
         f.clicca(QStringLiteral("C%1").arg(f.b01));
         DistintaFixture::attendi();
         QVERIFY(f.indicazione(view).startsWith(QStringLiteral("La distinta è vuota")));
+        // Nothing to expand or to look for in an empty tree.
+        QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->isEnabled());
+        QVERIFY(!f.control<QToolButton>(QStringLiteral("CMD_CERCA"))->isEnabled());
         f.clicca(QStringLiteral("C%1").arg(f.a01));
         DistintaFixture::attendi();
         QCOMPARE(f.indicazione(view), QString());
+        QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->isEnabled());
         QCOMPARE(f.indicazione(f.control<fw::RecordsetGrid>(QStringLiteral("GRD_CERCADISTINTA"))),
                  QStringLiteral("Indicare un codice o una ragione sociale e premere «Cerca»."));
         f.paginaAnagrafiche();
