@@ -32,7 +32,8 @@ SortKey sortKeyOf(const QVariant &value)
         key.number = value.toDouble();
         return key;
     default:
-        key.text = value.toString();
+        // Folded once here, so that each of the many comparisons is a plain one.
+        key.text = value.toString().toCaseFolded();
         key.kind = key.text.isEmpty() ? SortKey::Empty : SortKey::Text;
         return key;
     }
@@ -45,7 +46,7 @@ int compareKeys(const SortKey &a, const SortKey &b)
     if (a.kind == SortKey::Number)
         return a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
     if (a.kind == SortKey::Text)
-        return a.text.compare(b.text, Qt::CaseInsensitive);
+        return a.text.compare(b.text);
     return 0;
 }
 
