@@ -43,7 +43,7 @@ TreeList::TreeList(QWidget *parent)
     connect(m_view->header(), &QHeaderView::sectionResized, this, &TreeList::onSectionResized);
     connect(m_model, &TreeListModel::aboutToRebuild, this, &TreeList::rememberExpandedNodes);
     connect(m_model, &TreeListModel::rebuilt, this, &TreeList::restoreAfterRebuild);
-    connect(m_model, &TreeListModel::rebuilt, this, &TreeList::measureDeepestLevel);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TreeList::measureDeepestLevel);
     connect(m_view->header(), &QHeaderView::sectionHandleDoubleClicked, this, &TreeList::fitColumnToContents);
     connect(m_model, &TreeListModel::writeFailed, this, &TreeList::writeFailed);
     // The mouse's menu is the owner's, at mouseDown(); the keyboard's comes here.
