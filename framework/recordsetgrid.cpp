@@ -5,8 +5,10 @@
 #include "framework/recordsetgridmodel.h"
 #include "framework/treelist/treelistcolumn.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace fw {
@@ -72,6 +74,9 @@ void RecordsetGrid::sortByHeading(int section)
         : Qt::AscendingOrder;
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(section, order);
+    // Ordering a million rows takes a second or two: the pointer says so meanwhile.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     m_filter->sort(section, order);
 }
 
