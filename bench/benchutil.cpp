@@ -12,10 +12,12 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QHash>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <sqlite3.h>
 #include <time.h>
 #include <vector>
@@ -188,19 +190,35 @@ void throwSqlite(sqlite3 *handle, const QString &statement)
 
 Floor measureFloor(const LargeDatabase &database, int runs)
 {
-    const QString statement = db::translateTsqlToSqlite(
-        distintastatements::nodesQuery(database.company, database.subjectKind, database.typeId));
-    const QByteArray sql = statement.toUtf8();
+    return measureQueryFloor(database.path,
+                             db::translateTsqlToSqlite(distintastatements::nodesQuery(
+                                 database.company, database.subjectKind, database.typeId)),
+                             runs);
+}
 
+namespace {
+
+using SqliteHandle = std::unique_ptr<sqlite3, int (*)(sqlite3 *)>;
+
+SqliteHandle openReadOnly(const QString &path)
+{
     sqlite3 *handle = nullptr;
-    if (sqlite3_open_v2(database.path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr)
-        != SQLITE_OK) {
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close_v2(handle);
-        throw db::DatabaseError({{message, QStringLiteral("SQLite"), {}, 0}}, database.path);
+        throw db::DatabaseError({{message, QStringLiteral("SQLite"), {}, 0}}, path);
     }
-    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closer(handle, sqlite3_close_v2);
     db::registerSqliteFunctions(handle);
+    return SqliteHandle(handle, sqlite3_close_v2);
+}
+
+} // namespace
+
+Floor measureQueryFloor(const QString &databasePath, const QString &statement, int runs)
+{
+    const QByteArray sql = statement.toUtf8();
+    const SqliteHandle connection = openReadOnly(databasePath);
+    sqlite3 *handle = connection.get();
 
     Floor floor;
     volatile qint64 checksum = 0; // keeps the reads from being optimised away
@@ -240,6 +258,26 @@ Floor measureFloor(const LargeDatabase &database, int runs)
         checksum = checksum + sum;
     });
     return floor;
+}
+
+QString queryPlan(const QString &databasePath, const QString &statement)
+{
+    const SqliteHandle connection = openReadOnly(databasePath);
+    const QByteArray sql = (QStringLiteral("EXPLAIN QUERY PLAN ") + statement).toUtf8();
+    sqlite3_stmt *query = nullptr;
+    if (sqlite3_prepare_v2(connection.get(), sql.constData(), int(sql.size()), &query, nullptr) != SQLITE_OK)
+        throwSqlite(connection.get(), statement);
+    QHash<int, int> depthOf;
+    QStringList lines;
+    while (sqlite3_step(query) == SQLITE_ROW) {
+        const int id = sqlite3_column_int(query, 0);
+        const int parent = sqlite3_column_int(query, 1);
+        const int depth = parent == 0 ? 0 : depthOf.value(parent) + 1;
+        depthOf.insert(id, depth);
+        lines << QString(depth * 2, u' ') + QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(query, 3)));
+    }
+    sqlite3_finalize(query);
+    return lines.join(u'\n');
 }
 
 } // namespace bench

@@ -124,4 +124,10 @@ struct Floor
 // row, on its own connection opened once beforehand. Throws db::DatabaseError.
 Floor measureFloor(const LargeDatabase &database, int runs);
 
+// The same for any statement already in SQLite's dialect, on its own read-only connection.
+Floor measureQueryFloor(const QString &databasePath, const QString &sqliteStatement, int runs);
+
+// EXPLAIN QUERY PLAN of a statement in SQLite's dialect, one step per line, indented by depth.
+QString queryPlan(const QString &databasePath, const QString &sqliteStatement);
+
 } // namespace bench

@@ -1,11 +1,14 @@
 #include "framework/recordsetgrid.h"
 
 #include "framework/recordsetgridbuttondelegate.h"
+#include "framework/recordsetgridfiltermodel.h"
 #include "framework/recordsetgridmodel.h"
 #include "framework/treelist/treelistcolumn.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace fw {
@@ -27,20 +30,73 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         emit headerClicked(m_model->column(section).key);
     });
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex &current) { onCurrentRowChanged(current); });
+    followSelection();
     connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyWidths);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
-        if (index.isValid() && !(m_model->flags(index) & Qt::ItemIsEditable))
-            emit rowChosen(index.row());
+        if (index.isValid() && !(model()->flags(index) & Qt::ItemIsEditable))
+            emit rowChosen(recordsetRow(index));
     });
+}
+
+void RecordsetGrid::followSelection()
+{
+    disconnect(m_selectionConnection);
+    m_selectionConnection = connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+                                    [this](const QModelIndex &current) { onCurrentRowChanged(current); });
+}
+
+RecordsetGridFilterModel *RecordsetGrid::enableRowFilter(const QStringList &filterKeys, const QStringList &unsortedKeys)
+{
+    if (!m_filter) {
+        m_filter = new RecordsetGridFilterModel(this);
+        m_filter->setSourceModel(m_model);
+        setModel(m_filter);
+        followSelection();
+        // After a new filter or order the recordset's current row is shown again, if it is shown.
+        connect(m_filter, &QAbstractItemModel::modelReset, this, [this] {
+            if (const db::RecordsetPtr &recordset = m_model->recordset())
+                onRecordsetRowChanged(recordset->currentRow());
+        });
+        connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &RecordsetGrid::sortByHeading);
+    }
+    m_filter->setFilterKeys(filterKeys);
+    m_unsortedKeys = unsortedKeys;
+    return m_filter;
+}
+
+void RecordsetGrid::sortByHeading(int section)
+{
+    const QString key = m_model->column(section).key;
+    if (m_unsortedKeys.contains(key, Qt::CaseInsensitive) || m_model->column(section).kind == RecordsetGridColumn::Kind::Button)
+        return;
+    const Qt::SortOrder order = m_filter->sortColumn() == section && m_filter->sortOrder() == Qt::AscendingOrder
+        ? Qt::DescendingOrder
+        : Qt::AscendingOrder;
+    horizontalHeader()->setSortIndicatorShown(true);
+    horizontalHeader()->setSortIndicator(section, order);
+    // Ordering a million rows takes a second or two: the pointer says so meanwhile.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+    m_filter->sort(section, order);
+}
+
+int RecordsetGrid::recordsetRow(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return -1;
+    return m_filter ? m_filter->sourceRow(index.row()) : index.row();
+}
+
+QModelIndex RecordsetGrid::viewIndex(int row, int column) const
+{
+    return model()->index(m_filter ? m_filter->rowOf(row) : row, column);
 }
 
 void RecordsetGrid::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && state() != QAbstractItemView::EditingState && currentIndex().isValid()) {
-        emit rowChosen(currentIndex().row());
+        emit rowChosen(recordsetRow(currentIndex()));
         event->accept();
         return;
     }
@@ -63,7 +119,7 @@ void RecordsetGrid::setColumns(const QList<RecordsetGridColumn> &columns)
         auto *delegate = new RecordsetGridButtonDelegate(this);
         connect(delegate, &RecordsetGridButtonDelegate::pressed, this, [this](const QModelIndex &index) {
             setCurrentIndex(index);
-            emit buttonClicked(index.row(), m_model->column(index.column()).key);
+            emit buttonClicked(recordsetRow(index), m_model->column(index.column()).key);
         });
         setItemDelegateForColumn(i, delegate);
     }
@@ -102,18 +158,19 @@ void RecordsetGrid::applyWidths()
 void RecordsetGrid::onCurrentRowChanged(const QModelIndex &current)
 {
     const db::RecordsetPtr &recordset = m_model->recordset();
-    if (m_following || !recordset || !current.isValid() || recordset->currentRow() == current.row())
+    const int row = recordsetRow(current);
+    if (m_following || !recordset || row < 0 || recordset->currentRow() == row)
         return;
     QScopedValueRollback guard(m_following, true);
     if (m_rowChangeGuard && !m_rowChangeGuard()) {
-        setCurrentIndex(m_model->index(recordset->currentRow(), current.column()));
+        setCurrentIndex(viewIndex(recordset->currentRow(), current.column()));
         return;
     }
     try {
-        recordset->setCurrentRow(current.row());
+        recordset->setCurrentRow(row);
     } catch (const db::DatabaseError &) {
         // The row's pending change could not be written: the recordset stays where it was.
-        setCurrentIndex(m_model->index(recordset->currentRow(), current.column()));
+        setCurrentIndex(viewIndex(recordset->currentRow(), current.column()));
     }
 }
 
@@ -123,11 +180,11 @@ void RecordsetGrid::onRecordsetRowChanged(int row)
         return;
     QScopedValueRollback guard(m_following, true);
     const int column = qMax(0, currentIndex().column());
-    if (row < 0)
+    const QModelIndex shown = row < 0 ? QModelIndex() : viewIndex(row, column);
+    if (!shown.isValid())
         selectionModel()->clearCurrentIndex();
     else
-        selectionModel()->setCurrentIndex(m_model->index(row, column),
-                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        selectionModel()->setCurrentIndex(shown, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 } // namespace fw

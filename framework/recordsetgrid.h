@@ -8,6 +8,7 @@
 
 namespace fw {
 
+class RecordsetGridFilterModel;
 class RecordsetGridModel;
 
 // The suite's data-bound grid: a recordset's rows in declared columns (headings, widths in
@@ -30,6 +31,14 @@ public:
     int columnOf(const QString &key) const;   // -1 when not shown
     RecordsetGridModel *gridModel() const { return m_model; }
 
+    // Rows narrowed by a text over the columns filterKeys and ordered by a click on a heading
+    // (a second click reverses the order), except the headings of unsortedKeys. The recordset
+    // keeps its rows and order; the rows reported by the signals are still the recordset's.
+    RecordsetGridFilterModel *enableRowFilter(const QStringList &filterKeys, const QStringList &unsortedKeys);
+    RecordsetGridFilterModel *rowFilter() const { return m_filter; }
+    int recordsetRow(const QModelIndex &viewIndex) const;   // -1 for none
+    QModelIndex viewIndex(int recordsetRow, int column) const;
+
     // Asked before the user's choice of another row moves the recordset; false keeps the
     // current row (a form whose row has pending changes saves them first).
     void setRowChangeGuard(std::function<bool()> guard) { m_rowChangeGuard = std::move(guard); }
@@ -47,10 +56,15 @@ protected:
 
 private:
     void applyWidths();
+    void followSelection();
+    void sortByHeading(int section);
     void onCurrentRowChanged(const QModelIndex &current);
     void onRecordsetRowChanged(int row);
 
     RecordsetGridModel *m_model;
+    RecordsetGridFilterModel *m_filter = nullptr;
+    QStringList m_unsortedKeys;
+    QMetaObject::Connection m_selectionConnection;
     QMetaObject::Connection m_rowConnection;
     std::function<bool()> m_rowChangeGuard;
     bool m_following = false;

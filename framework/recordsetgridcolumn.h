@@ -16,6 +16,7 @@ struct RecordsetGridColumn
         Text,    // the field's value as text
         Check,   // a flag field (1 checked, anything else unchecked) shown as a check box
         Button,  // not bound: a push button captioned like the column
+        Mark,    // a flag field shown as a read-only mark (1 marked, anything else blank)
     };
 
     QString key;

@@ -117,6 +117,12 @@ QVariant RecordsetGridModel::data(const QModelIndex &index, int role) const
         if (role != Qt::CheckStateRole || field < 0)
             return {};
         return m_recordset->valueAt(index.row(), field).toInt() == 1 ? Qt::Checked : Qt::Unchecked;
+    case RecordsetGridColumn::Kind::Mark:
+        if (role == Qt::TextAlignmentRole)
+            return QVariant(Qt::AlignCenter);
+        if (role != Qt::DisplayRole || field < 0)
+            return {};
+        return m_recordset->valueAt(index.row(), field).toInt() == 1 ? QStringLiteral("\u2713") : QString();
     case RecordsetGridColumn::Kind::Text:
         if ((role != Qt::DisplayRole && role != Qt::EditRole) || field < 0)
             return {};
@@ -160,8 +166,17 @@ Qt::ItemFlags RecordsetGridModel::flags(const QModelIndex &index) const
     return result | (c.kind == RecordsetGridColumn::Kind::Check ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 
+void RecordsetGridModel::setHeadingToolTips(const QHash<QString, QString> &byKey)
+{
+    m_headingToolTips = byKey;
+    if (columnCount() > 0)
+        emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
 QVariant RecordsetGridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (role == Qt::ToolTipRole && orientation == Qt::Horizontal)
+        return m_headingToolTips.value(column(section).key);
     if (role != Qt::DisplayRole)
         return {};
     if (orientation == Qt::Vertical)

@@ -4,6 +4,7 @@
 #include "platform/db/recordset.h"
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QList>
 #include <QMetaObject>
 
@@ -29,6 +30,8 @@ public:
     const db::RecordsetPtr &recordset() const { return m_recordset; }
 
     int columnOf(const QString &key) const;   // case-insensitive; -1 when not shown
+    // What each column holds, shown over its heading; by column key, kept across setColumns().
+    void setHeadingToolTips(const QHash<QString, QString> &byKey);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -46,6 +49,7 @@ private:
     db::RecordsetPtr m_recordset;
     QList<int> m_fieldOfColumn;
     QList<QMetaObject::Connection> m_connections;
+    QHash<QString, QString> m_headingToolTips;
 };
 
 } // namespace fw

@@ -3,6 +3,7 @@
 #include "framework/defaulttheme.h"
 #include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
+#include "framework/layoutmemory.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/recordframe.h"
 #include "framework/report/defaultreportengine.h"
@@ -158,11 +159,24 @@ int main(int argc, char *argv[])
     QObject::connect(&window, &MainWindow::openEditorRequested, &window,
                      [&modules, &shell] { modules.open(editorProgramId, shell); });
 
+    // Each user finds the window as large as it was left.
+    fw::LayoutMemory windowMemory(fw::LayoutMemory::defaultSettingsFile(), globals.user(), QStringLiteral("distinta"));
     if (options.unattended()) {
-        window.resize(1280, 800);   // a picture of a known size, whatever the screen
+        // A picture of a known size, whatever the screen.
+        window.resize(options.windowSize.isValid() ? options.windowSize : QSize(1280, 800));
+        window.show();
+    } else if (const QSize size = options.windowSize.isValid() ? options.windowSize : windowMemory.windowSize();
+               size.isValid()) {
+        window.resize(size);
         window.show();
     } else {
         window.showMaximized();
+    }
+    if (!options.unattended()) {
+        QObject::connect(&app, &QCoreApplication::aboutToQuit, &window, [&window, &windowMemory] {
+            if (!window.isMaximized() && !window.isFullScreen())
+                windowMemory.rememberWindowSize(window.size());
+        });
     }
     const bool opened = modules.open(editorProgramId, shell) != nullptr;
 

@@ -4,7 +4,21 @@
 #include "shell/odbcpassword.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 #include <QTextStream>
+
+// "1920x1080" (or with X or ×); anything else, or a size out of range, is invalid.
+QSize ShellOptions::parseWindowSize(const QString &text)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\s*(\\d{1,5})\\s*[xX\u00d7]\\s*(\\d{1,5})\\s*$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch())
+        return {};
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    if (size.width() < 320 || size.height() < 200 || size.width() > 10000 || size.height() > 10000)
+        return {};
+    return size;
+}
 
 ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
 {
@@ -53,7 +67,12 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
                                         QStringLiteral("file.png"));
-    parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot});
+    const QCommandLineOption size(QStringLiteral("size"),
+                                  QStringLiteral("Dimensioni della finestra in pixel, per esempio 1920x1080 "
+                                                 "(con --screenshot e --exit-after-show, predefinite 1280x800)."),
+                                  QStringLiteral("LARGHEZZAxALTEZZA"));
+    parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot,
+                       size});
     parser.addOptions(PrintRequest::options());
 
     QTextStream out(stdout);
@@ -66,6 +85,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     if (parser.isSet(help)) {
         // The parser's own headings are English.
         out << parser.helpText().replace(QStringLiteral("Usage:"), QStringLiteral("Uso:"))
+                                .replace(QStringLiteral("[options]"), QStringLiteral("[opzioni]"))
                                 .replace(QStringLiteral("Options:"), QStringLiteral("Opzioni:"));
         *exitCode = 0;
         return options;
@@ -105,6 +125,15 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     options.odbcPasswordFile = parser.value(odbcPasswordFile);
     options.exitAfterShow = parser.isSet(exitAfterShow);
     options.screenshotPath = parser.value(screenshot);
+    if (parser.isSet(size)) {
+        options.windowSize = parseWindowSize(parser.value(size));
+        if (!options.windowSize.isValid()) {
+            err << QStringLiteral("Dimensioni non valide: %1 (scrivere LARGHEZZAxALTEZZA in pixel, per esempio "
+                                  "1920x1080, tra 320x200 e 10000x10000).").arg(parser.value(size)) << Qt::endl;
+            *exitCode = 1;
+            return options;
+        }
+    }
     if (!options.print.read(parser, err))
         *exitCode = 1;
     return options;

@@ -2,6 +2,7 @@
 
 #include "shell/printrequest.h"
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,7 @@ struct ShellOptions
     QString odbcPasswordFile;     // the ODBC password, in a file only the user may read
     bool exitAfterShow = false;   // unattended check: open the editor, report, exit
     QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
+    QSize windowSize;             // --size; invalid: 1280x800 without a user, else as last left
     PrintRequest print;           // unattended: print a list to PDF without a window, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
@@ -25,4 +27,5 @@ struct ShellOptions
     // Parses the arguments (program name first). On --help or --version it prints and sets
     // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.
     static ShellOptions parse(const QStringList &arguments, int *exitCode);
+    static QSize parseWindowSize(const QString &text);
 };

@@ -38,6 +38,7 @@ void FRMGD_DISTINTA::release(Release what)
 {
     switch (what) {
     case Release::GridWrapper:
+        registraAspetto();
         GRD_ANAGRAFICHEDISTINTA->setRecordset(nullptr);
         GRD_CERCADISTINTA->setRecordset(nullptr);
         break;

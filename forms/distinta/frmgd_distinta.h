@@ -18,6 +18,7 @@ struct PrioritaScelta;
 class QAction;
 class QComboBox;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -401,4 +402,28 @@ private:
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree
+
+    // Everyday use: the layout each user leaves, the subject list's filter, the keyboard, what
+    // empty areas and a search without result say.
+public:
+    static QString fileAspetto();                 // where each user's layout is kept
+    static void impostaFileAspetto(const QString &file);
+private:
+    QLayout *creaFiltroAnagrafiche();
+    void collegaFiltroAnagrafiche();
+    void collegaUsabilita();
+    void cercaSuccessivo();
+    void ricarica();
+    void ripristinaAspetto();
+    void registraAspetto();
+    void filtraAnagrafiche(const QString &testo);
+    void aggiornaConteggioSelezionati();
+    void aggiornaComandiUsabilita();
+    void impostaTastiera();
+    void impostaOrdineTab();
+    void impostaIndicazioniVuote();
+    void segnalaRicercaSenzaEsito(bool senzaEsito);
+    QLineEdit *TXT_FILTROANAGRAFICHE = nullptr;
+    QLabel *LBL_SELEZIONATI = nullptr;
+    QString m_campoRicerca;                       // the field of the last search in the tree
 };

@@ -67,7 +67,7 @@ void FRMGD_DISTINTA::InizializzaQgrid()
         QList<fw::RecordsetGridColumn> subjects = {
             {.key = QStringLiteral("Seleziona"), .caption = QStringLiteral("Sel."), .width = 750,
              .kind = Kind::Check, .readOnly = false, .background = QColor(255, 255, 153)},
-            {.key = QStringLiteral("AssociatoInDistinta"), .caption = QStringLiteral("Pres."), .width = 750, .kind = Kind::Check},
+            {.key = QStringLiteral("AssociatoInDistinta"), .caption = QStringLiteral("Pres."), .width = 750, .kind = Kind::Mark},
             {.key = QStringLiteral("Codice"), .width = 900},
             {.key = QStringLiteral("Ragione sociale"), .width = 4500},
             {.key = QStringLiteral("CodPagamento"), .width = 600},

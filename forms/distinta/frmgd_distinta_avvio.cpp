@@ -75,6 +75,7 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     collegaGestioni();
     collegaStampa();
+    collegaUsabilita();
 }
 
 void FRMGD_DISTINTA::loadForm()
@@ -118,6 +119,7 @@ bool FRMGD_DISTINTA::activateForm()
     });
     CaricaParametri();
     SplitterReposition();
+    ripristinaAspetto();
     ColoriSTD();
     aggiornaComandi();
     return true;

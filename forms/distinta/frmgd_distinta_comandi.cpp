@@ -16,6 +16,7 @@ void FRMGD_DISTINTA::aggiornaComandi()
     CMD_ADDANAGR->setEnabled(distintaScelta && m_selezionati > 0);
     CMD_ADDANAGRCAPO->setEnabled(distintaScelta && m_selezionati > 0);
     CMD_REMANAGR->setEnabled(TVW_DISTINTA->focusedNode().isValid());
+    aggiornaComandiUsabilita();
 }
 
 // Ticks change one by one or all at once: they are counted once the change is over.

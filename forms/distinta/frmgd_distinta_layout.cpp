@@ -95,6 +95,7 @@ QWidget *FRMGD_DISTINTA::creaPannelloGestione()
     auto *subjects = new QVBoxLayout;
     subjects->setContentsMargins(2, 2, 2, 2);
     subjects->addLayout(subjectButtons);
+    subjects->addLayout(creaFiltroAnagrafiche());
     subjects->addWidget(GRD_ANAGRAFICHEDISTINTA);
     TAB_VISUALIZZAGESTIONE->addTab(page(subjects), QStringLiteral("Anagrafiche"));
 

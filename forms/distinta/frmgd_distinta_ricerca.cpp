@@ -32,7 +32,8 @@ void FRMGD_DISTINTA::CercaNellaDistinta(const QString &campo)
     if (!criterion)
         return;
     m_nodi->moveFirst();
-    m_nodi->find(*criterion);
+    m_campoRicerca = campo;
+    segnalaRicercaSenzaEsito(!m_nodi->find(*criterion));
     TVW_DISTINTA->setFocus();
 }
 

@@ -1,6 +1,7 @@
 #include "framework/treelist/treelist.h"
 
 #include "framework/treelist/treelistbuttondelegate.h"
+#include "framework/treelist/treelistcolumnsizing.h"
 #include "framework/treelist/treelistcombodelegate.h"
 #include "framework/treelist/treelistdatedelegate.h"
 #include "framework/treelist/treelistheader.h"
@@ -9,6 +10,7 @@
 #include "framework/treelist/treelistview.h"
 
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
@@ -41,6 +43,8 @@ TreeList::TreeList(QWidget *parent)
     connect(m_view->header(), &QHeaderView::sectionResized, this, &TreeList::onSectionResized);
     connect(m_model, &TreeListModel::aboutToRebuild, this, &TreeList::rememberExpandedNodes);
     connect(m_model, &TreeListModel::rebuilt, this, &TreeList::restoreAfterRebuild);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TreeList::measureDeepestLevel);
+    connect(m_view->header(), &QHeaderView::sectionHandleDoubleClicked, this, &TreeList::fitColumnToContents);
     connect(m_model, &TreeListModel::writeFailed, this, &TreeList::writeFailed);
     // The mouse's menu is the owner's, at mouseDown(); the keyboard's comes here.
     m_view->installEventFilter(this);
@@ -49,6 +53,8 @@ TreeList::TreeList(QWidget *parent)
 
 bool TreeList::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ToolTip && watched == m_view->viewport())
+        return showCutText(static_cast<QHelpEvent *>(event));
     if (event->type() != QEvent::ContextMenu || (watched != m_view && watched != m_view->viewport()))
         return QWidget::eventFilter(watched, event);
     const auto *menu = static_cast<QContextMenuEvent *>(event);
@@ -186,27 +192,24 @@ void TreeList::applyColumnWidths()
     QScopedValueRollback guard(m_applyingWidths, true);
     const int dpi = logicalDpiX();
     QList<int> visible;
-    qint64 totalTwips = 0;
     for (int i = 0; i < columnCount(); ++i) {
-        if (m_view->isColumnHidden(i))
-            continue;
-        visible.append(i);
-        totalTwips += qMax(1, column(i).designWidth);
+        if (!m_view->isColumnHidden(i))
+            visible.append(i);
     }
     if (!m_fillWidth || visible.isEmpty()) {
         for (int i : std::as_const(visible))
-            m_view->setColumnWidth(i, twipsToPixels(column(i).designWidth, dpi));
+            m_view->setColumnWidth(i, qMax(minimumColumnWidth(i), twipsToPixels(column(i).designWidth, dpi)));
         return;
     }
-    const int available = m_view->viewport()->width();
-    int used = 0;
-    for (int n = 0; n < visible.size(); ++n) {
-        const int i = visible.at(n);
-        const bool last = n == visible.size() - 1;
-        const int width = last ? available - used : int(qint64(available) * qMax(1, column(i).designWidth) / totalTwips);
-        m_view->setColumnWidth(i, qMax(1, width));
-        used += width;
+    QList<int> design;
+    QList<int> minimums;
+    for (int i : std::as_const(visible)) {
+        design.append(column(i).designWidth);
+        minimums.append(minimumColumnWidth(i));
     }
+    const QList<int> widths = proportionalWidths(design, minimums, m_view->viewport()->width());
+    for (int n = 0; n < visible.size(); ++n)
+        m_view->setColumnWidth(visible.at(n), qMax(1, widths.at(n)));
 }
 
 // Dragging a column edge: without fill width the column keeps its new width; with fill width
@@ -216,6 +219,11 @@ void TreeList::onSectionResized(int logicalIndex, int oldSize, int newSize)
 {
     if (m_applyingWidths || logicalIndex < 0 || logicalIndex >= columnCount() || newSize == 0)
         return;
+    if (newSize < minimumColumnWidth(logicalIndex)) {
+        QScopedValueRollback guard(m_applyingWidths, true);
+        newSize = minimumColumnWidth(logicalIndex);
+        m_view->setColumnWidth(logicalIndex, newSize);
+    }
     const int dpi = logicalDpiX();
     QList<TreeListColumn> columns = m_model->columns();
     if (m_fillWidth) {

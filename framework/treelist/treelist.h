@@ -6,9 +6,12 @@
 #include "framework/treelist/treelistnode.h"
 #include "platform/db/recordset.h"
 
+#include <QHash>
 #include <QMetaObject>
 #include <functional>
 #include <QWidget>
+
+class QHelpEvent;
 
 namespace fw {
 
@@ -51,6 +54,14 @@ public:
     // Fill width: the visible columns share the tree's width in proportion to their design widths.
     void setFillWidth(bool fill);
     bool fillWidth() const { return m_fillWidth; }
+    // No column is narrower than its heading and a whole value of its kind (its hierarchy lines
+    // included); a double click on a heading's edge fits the column to the rows shown.
+    int minimumColumnWidth(int index) const;
+    void setColumnWidthSample(const QString &name, const QString &sample);
+    void fitColumnToContents(int index);
+    // The design widths as they stand (a user's drag changes them), by column name, and back.
+    QList<std::pair<QString, int>> designWidths() const;
+    void setDesignWidths(const QHash<QString, int> &twipsByName);
 
     // --- looks (setFont() sets the font of cells and header)
     void setColors(const GridColors &colors);
@@ -140,6 +151,8 @@ private:
     void showColumn(int index, bool visible);
     void applyColumnWidths();
     void onSectionResized(int logicalIndex, int oldSize, int newSize);
+    void measureDeepestLevel();
+    bool showCutText(QHelpEvent *event);
 
     void focusNode(int node);
     void focusCurrentRow();
@@ -165,6 +178,7 @@ private:
     GridColors m_colors;
     bool m_fillWidth = false;
     bool m_applyingWidths = false;
+    int m_deepestLevel = 0;
     TreeListNode m_focused;
     bool m_movingRecordset = false;
     bool m_focusPending = false;

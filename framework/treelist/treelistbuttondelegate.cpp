@@ -3,6 +3,7 @@
 #include "framework/treelist/treelistcolumn.h"
 #include "framework/treelist/treelisthooks.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,6 +20,13 @@ QRect TreeListButtonDelegate::buttonRect(const QRect &cell)
 void TreeListButtonDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option,
                                        const QModelIndex &index) const
 {
+    // The button is drawn on the focused cell only, so that a column of buttons does not hide
+    // what the cells say.
+    const auto *view = qobject_cast<const QAbstractItemView *>(option.widget);
+    if (view && view->currentIndex() != index) {
+        TreeListDelegate::paintCell(painter, option, index);
+        return;
+    }
     const QRect button = buttonRect(option.rect);
     QStyleOptionViewItem textOption(option);
     textOption.rect.setRight(button.left() - 1);

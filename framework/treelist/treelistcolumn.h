@@ -38,6 +38,7 @@ struct TreeListColumn
     QString editMask;           // QLineEdit input mask of Text columns
     QList<TreeListComboItem> comboItems; // ImageCombo
     QIcon buttonGlyph;          // ButtonEdit; "..." when null
+    QString widthSample;        // a whole value of the column (a code, a name): it stays readable
 
     static constexpr auto DateFormat = "dd/MM/yyyy";
 

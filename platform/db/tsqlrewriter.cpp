@@ -367,6 +367,14 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
     if (listEnd == i)
         unsupported(i < e ? i : b);
     emitExpressionList(i, listEnd);
+    // Columns named by * come in the order of the FROM clause, which must then stay as written.
+    bool listHasStar = false;
+    for (int k = i; k < listEnd && !listHasStar; ++k) {
+        if (m_t[k].isSymbol(u'('))
+            k = m_t[k].match;
+        else
+            listHasStar = m_t[k].isSymbol(u'*');
+    }
 
     for (int c = 0; c < clauses.size(); ++c) {
         const int at = clauses[c].at;
@@ -377,7 +385,10 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
                 throwUnsupportedTsql(QStringLiteral("SELECT ... INTO"));
         } else if (name == TsqlWord::From) {
             put(at);
+            const bool outerHasStar = m_listHasStar;
+            m_listHasStar = listHasStar;
             emitFrom(at + 1, end);
+            m_listHasStar = outerHasStar;
         } else if (name == TsqlWord::Where || name == TsqlWord::Having) {
             put(at);
             emitExpressionList(at + 1, end);
@@ -418,40 +429,47 @@ void TsqlRewriter::emitFrom(int b, int e)
     if (end < e)
         unsupported(end);
 
-    for (const FromSegment &seg : segs) {
-        if (seg.opens > 0) {
-            putText(seg.b, QString(seg.opens, u'('));
-            m_suppressLead = true;
-        }
-        switch (seg.kind) {
-        case FromSegment::Name:
-            emitName(seg.b, seg.e);
-            break;
-        case FromSegment::Tokens:
-            for (int k = seg.b; k < seg.e; ++k)
-                put(k);
-            break;
-        case FromSegment::Skip:
-            m_suppressLead = false;
-            break;
-        case FromSegment::Subquery:
-            put(seg.b);
-            emitSelect(seg.b + 1, seg.e - 1, SelectRole::Subquery, false);
-            put(seg.e - 1);
-            break;
-        case FromSegment::ParenJoin:
-            put(seg.b);
-            emitFrom(seg.b + 1, seg.e - 1);
-            put(seg.e - 1);
-            break;
-        case FromSegment::Condition:
-            put(seg.b);
-            emitExpressionList(seg.b + 1, seg.e);
-            break;
-        }
-        if (seg.closes > 0)
-            m_out += QString(seg.closes, u')');
+    // The join order is chosen only once the whole clause is known to be well formed.
+    if (emitFromInJoinOrder(b, e))
+        return;
+    for (const FromSegment &seg : segs)
+        emitFromSegment(seg);
+}
+
+void TsqlRewriter::emitFromSegment(const FromSegment &seg)
+{
+    if (seg.opens > 0) {
+        putText(seg.b, QString(seg.opens, u'('));
+        m_suppressLead = true;
     }
+    switch (seg.kind) {
+    case FromSegment::Name:
+        emitName(seg.b, seg.e);
+        break;
+    case FromSegment::Tokens:
+        for (int k = seg.b; k < seg.e; ++k)
+            put(k);
+        break;
+    case FromSegment::Skip:
+        m_suppressLead = false;
+        break;
+    case FromSegment::Subquery:
+        put(seg.b);
+        emitSelect(seg.b + 1, seg.e - 1, SelectRole::Subquery, false);
+        put(seg.e - 1);
+        break;
+    case FromSegment::ParenJoin:
+        put(seg.b);
+        emitFrom(seg.b + 1, seg.e - 1);
+        put(seg.e - 1);
+        break;
+    case FromSegment::Condition:
+        put(seg.b);
+        emitExpressionList(seg.b + 1, seg.e);
+        break;
+    }
+    if (seg.closes > 0)
+        m_out += QString(seg.closes, u')');
 }
 
 int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin,

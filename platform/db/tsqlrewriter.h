@@ -3,7 +3,9 @@
 #include "tsqltokenizer.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVarLengthArray>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -61,6 +63,23 @@ private:
     int joinOperatorLength(int i, int e) const;
     int conditionEnd(int i, int e) const;
     bool isNolockHint(int open) const;
+    void emitFromSegment(const FromSegment &seg);
+
+    // RIGHT JOIN chains written in LEFT JOIN order (tsqljoinorder.cpp)
+public:
+    struct JoinNode;
+    struct JoinChain;
+private:
+    bool emitFromInJoinOrder(int b, int e);
+    std::unique_ptr<JoinNode> parseJoinTree(int &i, int e);
+    std::unique_ptr<JoinNode> parseJoinOperand(int &i, int e);
+    JoinChain joinChain(const JoinNode &node) const;
+    bool joinsAsChain(const JoinNode &join, const JoinChain &outer, const JoinChain &inner) const;
+    bool namesOnly(int b, int e, const QStringList &names) const;
+    bool rejectsNulls(int b, int e, const QStringList &names) const;
+    bool isQualifiedColumn(int b, int e, const QStringList &names) const;
+    void emitJoinChain(const JoinChain &chain);
+    void emitJoinTable(const JoinNode &table);
 
     // Expressions (tsqlrewriterexpressions.cpp)
     ExprInfo emitExpressionList(int b, int e);
@@ -93,6 +112,7 @@ private:
     QString m_out;
     int m_intoIndex = -1;       // INTO of a SELECT ... INTO statement, rewritten as CREATE TABLE
     bool m_suppressLead = false; // the next token goes out without its leading whitespace
+    bool m_listHasStar = false;  // the select list being written names columns by *
 };
 
 } // namespace db

@@ -65,7 +65,10 @@ private slots:
         QCOMPARE(grid->model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Pres."));
         QCOMPARE(grid->model()->headerData(3, Qt::Horizontal).toString(), QStringLiteral("Ragione sociale"));
         QCOMPARE(grid->model()->columnCount(), 19);
-        QCOMPARE(grid->model()->index(1, 1).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
+        // "Pres." is a mark to read, not a box to tick.
+        QCOMPARE(grid->model()->index(1, 1).data().toString(), QStringLiteral("\u2713"));
+        QCOMPARE(grid->model()->index(0, 1).data().toString(), QString());
+        QVERIFY(!grid->model()->index(1, 1).data(Qt::CheckStateRole).isValid());
         QCOMPARE(grid->model()->index(0, 0).data(Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 255, 153));
         QVERIFY(grid->model()->flags(grid->model()->index(0, 0)) & Qt::ItemIsUserCheckable);
         for (int column = 1; column < grid->model()->columnCount(); ++column) {

@@ -294,7 +294,10 @@ void TestTsqlTranslator::rewritesConstructs_data()
         << "SELECT #t.a, [Ragione sociale] FROM #t" << "SELECT \"#t\".a, \"Ragione sociale\" FROM \"#t\"";
     QTest::newRow("joins nested without parentheses")
         << "SELECT 1 FROM A RIGHT OUTER JOIN B INNER JOIN C ON c1 = 1 LEFT OUTER JOIN M ON c2 = 2 ON c3 = 3"
-        << "SELECT 1 FROM A RIGHT OUTER JOIN (B INNER JOIN C ON c1 = 1 LEFT OUTER JOIN M ON c2 = 2) ON c3 = 3";
+        << "SELECT 1 FROM B INNER JOIN C ON c1 = 1 LEFT OUTER JOIN M ON c2 = 2 LEFT OUTER JOIN A ON c3 = 3";
+    QTest::newRow("joins nested without parentheses, columns by *")
+        << "SELECT * FROM A RIGHT OUTER JOIN B INNER JOIN C ON c1 = 1 LEFT OUTER JOIN M ON c2 = 2 ON c3 = 3"
+        << "SELECT * FROM A RIGHT OUTER JOIN (B INNER JOIN C ON c1 = 1 LEFT OUTER JOIN M ON c2 = 2) ON c3 = 3";
     QTest::newRow("left-deep joins unchanged")
         << "SELECT 1 FROM A JOIN B ON x = 1 LEFT JOIN C c ON y = 2 WHERE z = 3"
         << "SELECT 1 FROM A JOIN B ON x = 1 LEFT JOIN C c ON y = 2 WHERE z = 3";
