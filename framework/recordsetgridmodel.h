@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QList>
 #include <QMetaObject>
+#include <functional>
 
 namespace fw {
 
@@ -30,6 +31,12 @@ public:
 
     int columnOf(const QString &key) const;   // case-insensitive; -1 when not shown
 
+    // Asked before a user's edit is written: the row, the column's key, the cell's value before
+    // the edit and the value given. False cancels the grid's own write; the handler may have
+    // changed the row itself.
+    using EditGuard = std::function<bool(int row, const QString &key, const QVariant &before, const QVariant &after)>;
+    void setEditGuard(EditGuard guard) { m_editGuard = std::move(guard); }
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -46,6 +53,7 @@ private:
     db::RecordsetPtr m_recordset;
     QList<int> m_fieldOfColumn;
     QList<QMetaObject::Connection> m_connections;
+    EditGuard m_editGuard;
 };
 
 } // namespace fw

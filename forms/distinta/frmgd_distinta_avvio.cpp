@@ -75,6 +75,7 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     collegaGestioni();
     collegaStampa();
+    collegaDettagli();
 }
 
 void FRMGD_DISTINTA::loadForm()

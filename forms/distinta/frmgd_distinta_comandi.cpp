@@ -46,9 +46,11 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const f
         TXT_ALFA->hide();
     if (!current.isValid() || !m_nodi) {
         TXT_GD02_STATO->setGuid(QString());
+        dettagliNodoFocalizzato(current);
         return;
     }
     CaricaParametri();
+    dettagliNodoFocalizzato(current);
     step(QStringLiteral("TVW_DISTINTA_OnChangeNode"), [&] {
         const qint64 id = m_nodi->valueAt(current.row(), m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
         TXT_GD02_STATO->setGuid(guidNodo(id));
