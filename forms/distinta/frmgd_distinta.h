@@ -316,6 +316,7 @@ private:
     void collegaDettagli();
     void dettagliNodoFocalizzato(const fw::TreeListNode &current);
     void caricaPaginaPiuTardi();
+    void dettagliDopoIlLavoro();
     void caricaPaginaDettaglio();
     void bloccaDateNodo(const fw::TreeListNode &current);
     void CBO_EREPROMO_Click();

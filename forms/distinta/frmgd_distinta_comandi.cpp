@@ -39,8 +39,10 @@ void FRMGD_DISTINTA::contaSelezionatiPiuTardi()
 // Nothing happens while a propagation walks the branch or a deletion takes the node away.
 void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const fw::TreeListNode &current)
 {
-    if (m_propagazioneInCorso || m_eliminazioneInCorso)
+    if (m_propagazioneInCorso || m_eliminazioneInCorso) {
+        dettagliDopoIlLavoro();
         return;
+    }
     aggiornaComandi();
     if (TXT_ALFA->isVisible())
         TXT_ALFA->hide();

@@ -93,6 +93,17 @@ void FRMGD_DISTINTA::dettagliNodoFocalizzato(const fw::TreeListNode &current)
     bloccaDateNodo(current);
 }
 
+// A propagation or a removal moves the focus silently; once it is over, the pages catch up
+// with the node it left focused.
+void FRMGD_DISTINTA::dettagliDopoIlLavoro()
+{
+    QMetaObject::invokeMethod(this, [this] {
+        if (m_propagazioneInCorso || m_eliminazioneInCorso || !isLoaded())
+            return;
+        dettagliNodoFocalizzato(TVW_DISTINTA->focusedNode());
+    }, Qt::QueuedConnection);
+}
+
 void FRMGD_DISTINTA::bloccaDateNodo(const fw::TreeListNode &current)
 {
     const qint64 idNodo = m_nodi->value(QStringLiteral("GD02_ID")).toLongLong();

@@ -317,6 +317,50 @@ private slots:
         QVERIFY(f.host.log().isQuiet());
     }
 
+    // Five thousand campaigns are one list, read at once.
+    void aLongCampaignListIsShownWhole()
+    {
+        Dettagli f;
+        for (int i = 1; i <= 5000; ++i)
+            f.exec(QStringLiteral("INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP) "
+                                  "VALUES (1, 'C%1', 'Campagna %1')").arg(i));
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 2"));
+        f.apri();
+        f.pagine()->setCurrentIndex(1);
+        f.attendi();
+        QCOMPARE(f.form->promozioni()->recordCount(), 5000);
+        QCOMPARE(f.control<fw::RecordsetGrid>(QStringLiteral("GRD_PROMO"))->model()->rowCount(), 5000);
+        QVERIFY(f.host.log().isQuiet());
+    }
+
+    // A rule chosen for a node that another clerk changed meanwhile is refused and the node read
+    // again; chosen again, it is stored.
+    void aRuleChosenOverAnotherClerksChangeIsRefused()
+    {
+        Dettagli f;
+        f.apri();
+        f.focalizza(12);
+        f.attendi();
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 1 WHERE GD02_ID = %1").arg(f.n12));
+        auto *rule = f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"));
+        const auto scegli = [&](int value) {
+            rule->setCurrentIndex(rule->findData(value));
+            emit rule->activated(rule->currentIndex());
+        };
+        const auto stored = [&] {
+            return f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt();
+        };
+        scegli(2);
+        QCOMPARE(f.host.log().messages().size(), 1);
+        QCOMPARE(f.host.log().errorDialogs().size(), 0);
+        QCOMPARE(stored(), 1);
+        QCOMPARE(rule->currentData().toInt(), 1);
+        f.host.log().clear();
+        scegli(2);
+        QVERIFY(f.host.log().isQuiet());
+        QCOMPARE(stored(), 2);
+    }
+
     // The focused node decides: a root cannot choose to inherit from its parent, and a node with
     // a settled bonus keeps its start date.
     void theFocusedNodeSetsItsRuleAndLocksItsStartDate()
