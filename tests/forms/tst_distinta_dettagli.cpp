@@ -414,6 +414,22 @@ private slots:
         QVERIFY(f.host.log().isQuiet());
     }
 
+    // A removal moves the focus without a word; once it is over the sheet shows the subject of
+    // the node focused then.
+    void afterARemovalThePagesShowTheNodeLeftFocused()
+    {
+        Dettagli f;
+        f.apri();
+        f.focalizza(12);
+        f.attendi();
+        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(12));
+        f.premi(QStringLiteral("CMD_REMANAGR"));
+        f.attendi();
+        QVERIFY(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt() == 0);
+        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(f.codiceFocalizzato().toLongLong()));
+        QVERIFY(f.host.log().isQuiet());
+    }
+
     // A statement that fails reaches the error dialog under its procedure's name; the page
     // keeps what it showed.
     void aFailingLoadIsReportedAndKeepsThePage()
