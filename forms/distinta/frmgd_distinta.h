@@ -443,6 +443,7 @@ private:
     qint64 m_idNodoPromo = 0;                        // node and rule of the campaign list shown
     short m_regolaPromo = 0;
     bool m_paginaInAttesa = false;                   // a page load waits for the focus to settle
+    bool m_paginaCaricataNelGiro = false;            // a page was filled in this turn of the loop
     bool m_dateBloccate = false;                     // the focused node's dates are read-only
     QPointer<FRMGD_PARAMETRI> m_parametriForm;
 

@@ -1,7 +1,7 @@
-// The pages under the tree follow the focused node. Only the page that shows is filled, and it
-// is filled once the focus has settled: while the user holds an arrow key the tree moves at
-// the keys' pace and the page catches up with the node the focus stopped on, never with a node
-// the focus has already left. What protects the node's own cells (its start date when a
+// The pages under the tree follow the focused node. Only the page that shows is filled: at once
+// for a focus change, and once for many that come before the event loop turns again, so that
+// the tree moves at the keys' pace and the page catches up with the node the focus stopped on,
+// never with a node the focus has already left. What protects the node's own cells (its start date when a
 // definitive bonus is settled) is applied at once.
 #include "forms/distinta/frmgd_distinta.h"
 
@@ -113,12 +113,19 @@ void FRMGD_DISTINTA::bloccaDateNodo(const fw::TreeListNode &current)
     TVW_DISTINTA->setLockedCells(current, m_dateBloccate ? QStringList{colonnaInizio} : QStringList{});
 }
 
-// Many focus changes before the event loop turns again (a held key, a search stepping through
-// matches) end in one load, for the node focused when it runs.
+// The first focus change of a turn of the event loop fills the page at once; the ones that
+// follow before the loop turns again (a held key, a search stepping through matches) end in one
+// load, for the node focused when it runs.
 void FRMGD_DISTINTA::caricaPaginaPiuTardi()
 {
     if (m_paginaInAttesa)
         return;
+    if (!m_paginaCaricataNelGiro) {
+        m_paginaCaricataNelGiro = true;
+        QMetaObject::invokeMethod(this, [this] { m_paginaCaricataNelGiro = false; }, Qt::QueuedConnection);
+        caricaPaginaDettaglio();
+        return;
+    }
     m_paginaInAttesa = true;
     QMetaObject::invokeMethod(this, [this] {
         m_paginaInAttesa = false;
