@@ -90,6 +90,7 @@ void RecordFrame::watch(QWidget *control)
 
 void RecordFrame::refreshControls()
 {
+    m_unconverted.clear();
     refreshFields(0, std::numeric_limits<int>::max());
 }
 
@@ -168,6 +169,8 @@ bool RecordFrame::update()
     emit BeforeUpdate(cancel);
     if (cancel)
         return false;
+    if (!m_unconverted.isEmpty())
+        throw db::DatabaseError({{.description = m_unconverted.cbegin().value(), .source = QStringLiteral("Recordset")}});
     m_recordset->update();
     m_typed = false;
     refreshControls();
@@ -291,7 +294,13 @@ void RecordFrame::controlEdited(QWidget *control)
         const QVariant value = controlvalue::toFieldValue(controlvalue::read(control),
                                                           m_recordset->field(index).type);
         m_filling = true;   // the row change must not echo back into the control being typed in
-        m_recordset->setValue(index, value);
+        try {
+            m_recordset->setValue(index, value);
+            m_unconverted.remove(control);
+        } catch (const db::DatabaseError &error) {
+            // Half-typed text (a date being written) is not a value yet.
+            m_unconverted.insert(control, error.message());
+        }
         m_filling = false;
     }
     if (m_state == Insert)

@@ -3,6 +3,7 @@
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -113,6 +114,9 @@ private:
     int m_state = Browse;
     bool m_typed = false;         // a control changed the new row
     bool m_filling = false;       // controls are being filled from the row
+    // Controls whose text does not convert to their field's type, with the reason: the row
+    // keeps its value and a save is refused while any is left.
+    QHash<QWidget *, QString> m_unconverted;
     QList<Binding> m_bindings;
     LogService *m_log = nullptr;
     QString m_title;

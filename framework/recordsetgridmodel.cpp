@@ -148,6 +148,8 @@ bool RecordsetGridModel::setData(const QModelIndex &index, const QVariant &value
     } else if (role != Qt::EditRole) {
         return false;
     }
+    if (m_editGuard && !m_editGuard(index.row(), c.key, m_recordset->valueAt(index.row(), field), stored))
+        return false;
     return m_recordset->setData(m_recordset->index(index.row(), field), stored, Qt::EditRole);
 }
 

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 #include <QMetaObject>
+#include <functional>
 
 namespace fw {
 
@@ -33,6 +34,12 @@ public:
     // What each column holds, shown over its heading; by column key, kept across setColumns().
     void setHeadingToolTips(const QHash<QString, QString> &byKey);
 
+    // Asked before a user's edit is written: the row, the column's key, the cell's value before
+    // the edit and the value given. False cancels the grid's own write; the handler may have
+    // changed the row itself.
+    using EditGuard = std::function<bool(int row, const QString &key, const QVariant &before, const QVariant &after)>;
+    void setEditGuard(EditGuard guard) { m_editGuard = std::move(guard); }
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -50,6 +57,7 @@ private:
     QList<int> m_fieldOfColumn;
     QList<QMetaObject::Connection> m_connections;
     QHash<QString, QString> m_headingToolTips;
+    EditGuard m_editGuard;
 };
 
 } // namespace fw

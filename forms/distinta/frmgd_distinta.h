@@ -14,6 +14,7 @@
 #include <optional>
 
 class FRMGD_ANAGDISTINTA;
+class FRMGD_PARAMETRI;
 struct PrioritaScelta;
 class QAction;
 class QComboBox;
@@ -35,6 +36,7 @@ class QAction;
 namespace fw {
 class ModuleManager;
 class RecordsetGrid;
+class RecordsetGroupGrid;
 class TreeList;
 class TreeListNode;
 class WorkflowStateControl;
@@ -198,6 +200,34 @@ public:
     bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello);
     QString chiaveStampa() const { return m_chiaveStampa; }
 
+    // --- the subject's details under the tree (frmgd_distinta_dettagli*.cpp)
+    void TAB_DETTAGLIOSOGGETTO_Click();
+    void CaricaCondizioniCliente(double codice);
+    // The display text of a value of the master-data sheet, by the field's type and scale.
+    static QString CaricaDatiAnagrafici(const db::FieldInfo &field, const QVariant &value);
+    void SvuotaFlex(QTableWidget *grid);
+    void ConfiguraGRD_PREMI();
+    void CaricaCondizioniFuoriFattura();
+    void InvocaContratti();
+    std::optional<qint64> soggettoCaricato() const { return m_ultimoSoggetto; }
+    db::RecordsetPtr condizioniFuoriFattura() const { return m_condizioniFuoriFattura; }
+
+    // --- in-invoice promotions of the node (frmgd_distinta_promozioni.cpp)
+    void CBO_EREPROMO_ChangeRow();
+    void CaricaCondizioniInFattura(qint64 idNodo, short regola);
+    void InsertCondizioniInFattura(qint64 idNodo);
+    void EliminaCondizioniInFattura();
+    void SalvaCondizioniInFattura(qint64 idNodo);
+    void ConfiguraQRID_PROMO();
+    void Invoca_Promozioni();
+    // The parameters form's choice of promotion inheritance for the node it was given.
+    void ApplicaEreditaPromozioni(qint64 idNodo, short regola);
+    db::RecordsetPtr promozioni() const { return m_promozioni; }
+
+    // --- the module parameters form (frmgd_distinta_dettagli.cpp)
+    void CMD_PARAMETRI_Click();
+    FRMGD_PARAMETRI *formParametri() const;
+
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
     QString idDistinta() const { return m_idDistinta; }           // GD01_ID of the chosen type
@@ -283,6 +313,17 @@ private:
     fw::TreeListNode nodoCliccato() const;
     void apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &globalPos);
 
+    // details under the tree
+    void collegaDettagli();
+    void dettagliNodoFocalizzato(const fw::TreeListNode &current);
+    void caricaPaginaPiuTardi();
+    void dettagliDopoIlLavoro();
+    void caricaPaginaDettaglio();
+    void bloccaDateNodo(const fw::TreeListNode &current);
+    void CBO_EREPROMO_Click();
+    bool GRD_PROMO_BeforeColUpdate(int row, const QString &key, const QVariant &before);
+    void parametriChiusi();
+
     // print
     void collegaStampa();
     void aggiornaStampa();
@@ -324,7 +365,7 @@ private:
     QLineEdit *TXT_PRIORITA_STRUTTURA = nullptr;
     QLineEdit *TXT_PRIORITA_LOCALIZZATA = nullptr;
     fw::RecordsetGrid *GRD_PROMO = nullptr;
-    fw::RecordsetGrid *GRD_PREMI = nullptr;
+    fw::RecordsetGroupGrid *GRD_PREMI = nullptr;
 
     QLineEdit *TXT_IDPRIORITA_STRUTTURA = nullptr;
     QLineEdit *TXT_IDPRIORITA_LOCALIZZATA = nullptr;
@@ -395,6 +436,17 @@ private:
     std::optional<qint64> m_soggettoMenu;            // subject of the node the menu opened on
     QHash<qint64, QString> m_codiciPriorita;         // LP09_CODICE by LP09_ID, for the rows below
     std::weak_ptr<db::Recordset> m_codiciPrioritaDi;   // the rows the codes were read for
+
+    // details under the tree
+    std::optional<qint64> m_ultimoSoggetto;          // whose master data the sheet shows
+    db::RecordsetPtr m_condizioniFuoriFattura;
+    db::RecordsetPtr m_promozioni;
+    qint64 m_idNodoPromo = 0;                        // node and rule of the campaign list shown
+    short m_regolaPromo = 0;
+    bool m_paginaInAttesa = false;                   // a page load waits for the focus to settle
+    bool m_paginaCaricataNelGiro = false;            // a page was filled in this turn of the loop
+    bool m_dateBloccate = false;                     // the focused node's dates are read-only
+    QPointer<FRMGD_PARAMETRI> m_parametriForm;
 
     std::unique_ptr<fw::ReportEngine> PclsReport;
     QString m_chiaveStampa;

@@ -76,6 +76,7 @@ void FRMGD_DISTINTA::collegaEventi()
     collegaGestioni();
     collegaStampa();
     collegaUsabilita();
+    collegaDettagli();
 }
 
 void FRMGD_DISTINTA::loadForm()

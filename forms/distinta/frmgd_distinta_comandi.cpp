@@ -40,16 +40,20 @@ void FRMGD_DISTINTA::contaSelezionatiPiuTardi()
 // Nothing happens while a propagation walks the branch or a deletion takes the node away.
 void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const fw::TreeListNode &current)
 {
-    if (m_propagazioneInCorso || m_eliminazioneInCorso)
+    if (m_propagazioneInCorso || m_eliminazioneInCorso) {
+        dettagliDopoIlLavoro();
         return;
+    }
     aggiornaComandi();
     if (TXT_ALFA->isVisible())
         TXT_ALFA->hide();
     if (!current.isValid() || !m_nodi) {
         TXT_GD02_STATO->setGuid(QString());
+        dettagliNodoFocalizzato(current);
         return;
     }
     CaricaParametri();
+    dettagliNodoFocalizzato(current);
     step(QStringLiteral("TVW_DISTINTA_OnChangeNode"), [&] {
         const qint64 id = m_nodi->valueAt(current.row(), m_nodi->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
         TXT_GD02_STATO->setGuid(guidNodo(id));

@@ -41,8 +41,6 @@ void FRMGD_DISTINTA::collegaGestioni()
     connect(CMD_GESTIONICOLLEGATE->menu(), &QMenu::triggered, this, [this](QAction *action) {
         CMD_GESTIONICOLLEGATE_Click(action->data().toString(), action->text());
     });
-    // The module parameters form is not part of this program yet: the button cannot act.
-    CMD_PARAMETRI->setEnabled(false);
     collegaPriorita();
 }
 

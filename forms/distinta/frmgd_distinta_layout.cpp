@@ -4,6 +4,7 @@
 #include "forms/distinta/frmgd_distinta.h"
 
 #include "framework/recordsetgrid.h"
+#include "framework/recordsetgroupgrid.h"
 #include "framework/treelist/treelist.h"
 #include "framework/workflowstatecontrol.h"
 
@@ -212,7 +213,7 @@ QWidget *FRMGD_DISTINTA::creaPannelloDettaglio()
     promotions->addWidget(GRD_PROMO);
     TAB_DETTAGLIOSOGGETTO->addTab(page(promotions), QStringLiteral("Promozioni in fattura"));
 
-    GRD_PREMI = named(new fw::RecordsetGrid, QStringLiteral("GRD_PREMI"));
+    GRD_PREMI = named(new fw::RecordsetGroupGrid, QStringLiteral("GRD_PREMI"));
     auto *conditions = new QVBoxLayout;
     conditions->setContentsMargins(2, 2, 2, 2);
     conditions->addWidget(GRD_PREMI);

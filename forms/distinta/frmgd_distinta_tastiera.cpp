@@ -5,6 +5,7 @@
 
 #include "data/ricercastatements.h"
 #include "framework/recordsetgrid.h"
+#include "framework/recordsetgroupgrid.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistview.h"
 #include "framework/workflowstatecontrol.h"

@@ -381,3 +381,23 @@ void TreeList::onMousePressed(const QModelIndex &index, Qt::MouseButton button, 
 }
 
 } // namespace fw
+
+namespace fw {
+
+void TreeList::setLockedCells(const TreeListNode &node, const QStringList &columns)
+{
+    QSet<int> indexes;
+    for (const QString &name : columns) {
+        if (const int index = columnIndex(name); index >= 0)
+            indexes.insert(index);
+    }
+    m_model->setLockedCells(nodeId(node), indexes);
+}
+
+bool TreeList::isLocked(const TreeListNode &node, const QString &column) const
+{
+    const int index = columnIndex(column);
+    return index >= 0 && m_model->isLocked(nodeId(node), index);
+}
+
+} // namespace fw

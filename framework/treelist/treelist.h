@@ -107,6 +107,10 @@ public:
     QString displayText(const TreeListNode &node, const QString &column);
     QRect cellRect(const TreeListNode &node, const QString &column) const; // in this widget
     void editCell(const TreeListNode &node, const QString &column);       // opens its editor
+    // Cells of one node that may not be edited now (shown in italics and grey); another call
+    // replaces them, an empty list unlocks.
+    void setLockedCells(const TreeListNode &node, const QStringList &columns);
+    bool isLocked(const TreeListNode &node, const QString &column) const;
     void refresh();
 
     TreeListView *view() const { return m_view; }

@@ -2,6 +2,8 @@
 
 #include "framework/controlvalue.h"
 
+#include <QColor>
+#include <QFont>
 #include <QTimer>
 
 namespace fw {
@@ -332,6 +334,15 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
             alignment |= Qt::AlignVCenter;
         return int(alignment);
     }
+    case Qt::FontRole:
+        if (isLocked(node, index.column())) {
+            QFont font;
+            font.setItalic(true);
+            return font;
+        }
+        return {};
+    case Qt::ForegroundRole:
+        return isLocked(node, index.column()) ? QVariant(QColor(Qt::darkGray)) : QVariant();
     case Qt::DecorationRole:
         if (column.kind == TreeListColumnKind::ImageCombo) {
             const TreeListComboItem *item = column.comboItemFor(value(node, index.column()));
@@ -347,7 +358,7 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
 bool TreeListModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     const int node = nodeOf(index);
-    if (node < 0 || role != Qt::EditRole || !m_columns.at(index.column()).isEditable())
+    if (node < 0 || role != Qt::EditRole || !m_columns.at(index.column()).isEditable() || isLocked(node, index.column()))
         return false;
     return writeValue(node, index.column(), value);
 }
@@ -359,11 +370,32 @@ Qt::ItemFlags TreeListModel::flags(const QModelIndex &index) const
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     // Columns without an in-place editor stay editable so that starting an edit is announced.
-    if (m_columns.at(index.column()).isEditable())
+    if (m_columns.at(index.column()).isEditable() && !isLocked(node, index.column()))
         flags |= Qt::ItemIsEditable;
     if (m_structure.childCount(node) == 0)
         flags |= Qt::ItemNeverHasChildren;
     return flags;
+}
+
+void TreeListModel::setLockedCells(int node, const QSet<int> &columns)
+{
+    const quint64 key = columns.isEmpty() ? 0 : keyCode(node);
+    if (key == m_lockedKey && columns == m_lockedColumns)
+        return;
+    const int before = m_lockedGeneration == m_generation ? m_lockedNode : -1;
+    m_lockedKey = key;
+    m_lockedColumns = columns;
+    m_lockedNode = node;
+    m_lockedGeneration = m_generation;
+    for (int changed : {before, node}) {
+        if (m_structure.contains(changed) && columnCount() > 0)
+            emit dataChanged(indexOfNode(changed, 0), indexOfNode(changed, columnCount() - 1));
+    }
+}
+
+bool TreeListModel::isLocked(int node, int column) const
+{
+    return !m_lockedColumns.isEmpty() && m_lockedColumns.contains(column) && keyCode(node) == m_lockedKey;
 }
 
 QVariant TreeListModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -8,6 +8,7 @@
 #include <QAbstractItemModel>
 #include <QList>
 #include <QMetaObject>
+#include <QSet>
 
 namespace fw {
 
@@ -53,6 +54,11 @@ public:
     // database error the row's pending change is cancelled, the cell shows the stored value
     // again and writeFailed() is emitted; returns false.
     bool writeValue(int node, int column, const QVariant &value);
+
+    // Cells of one node that may not be edited now, kept by the node's key across rebuilds;
+    // they show in italics and grey. Another call replaces them; no columns unlocks.
+    void setLockedCells(int node, const QSet<int> &columns);
+    bool isLocked(int node, int column) const;
 
     // --- QAbstractItemModel
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -100,6 +106,10 @@ private:
     bool m_rebuilding = false;
     bool m_writing = false;
     bool m_rebuildQueued = false;
+    quint64 m_lockedKey = 0;
+    int m_lockedNode = -1;
+    int m_lockedGeneration = -1;
+    QSet<int> m_lockedColumns;
 };
 
 } // namespace fw

@@ -89,7 +89,7 @@ private slots:
     {
         Editor f;
         f.apri();
-        QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_PARAMETRI"))->isEnabled());
+        QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_PARAMETRI"))->isEnabled());
         for (const char *key : {"Listini", "Provider", "Priorita"})
             f.gestione(QLatin1String(key))->trigger();
         QCOMPARE(f.host.modules().requests.size(), 3);

@@ -22,12 +22,13 @@ bool ScriptedModuleManager::openCreatedComponent(fw::Cinterface &, const fw::Cin
 
 bool ScriptedModuleManager::openPromotions(const QString &filter)
 {
-    return answer({.what = QStringLiteral("promotions"), .programId = filter});
+    return answer({.what = QStringLiteral("promotions"), .programId = filter, .filter = filter});
 }
 
 bool ScriptedModuleManager::openContract(const fw::ContractReference &contract)
 {
-    return answer({.what = QStringLiteral("contract"), .programId = contract.ContrattoCod.toString()});
+    return answer({.what = QStringLiteral("contract"), .programId = contract.ContrattoCod.toString(),
+                   .contract = contract});
 }
 
 bool ScriptedModuleManager::openSubjectMasterData(int subjectKind, qint64 subjectCode)

@@ -21,6 +21,8 @@ public:
         qint64 subjectCode = 0;
         QString callerCaption;
         bool callerHasConnection = false;
+        QString filter;                     // promotions
+        fw::ContractReference contract;     // contract
     };
 
     bool openComponent(const QString &programId, const fw::Cinterface &caller) override;
