@@ -55,6 +55,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                         QStringLiteral("file.png"));
     parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot});
     parser.addOptions(PrintRequest::options());
+    parser.addOptions(ExportRequest::options());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -105,7 +106,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     options.odbcPasswordFile = parser.value(odbcPasswordFile);
     options.exitAfterShow = parser.isSet(exitAfterShow);
     options.screenshotPath = parser.value(screenshot);
-    if (!options.print.read(parser, err))
+    if (!options.print.read(parser, err) || !options.exportList.read(parser, err))
         *exitCode = 1;
     return options;
 }

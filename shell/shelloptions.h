@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/exportrequest.h"
 #include "shell/printrequest.h"
 
 #include <QString>
@@ -17,10 +18,11 @@ struct ShellOptions
     bool exitAfterShow = false;   // unattended check: open the editor, report, exit
     QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
     PrintRequest print;           // unattended: print a list to PDF without a window, exit
+    ExportRequest exportList;     // unattended: export a list to XLSX or CSV without a window, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
-    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested(); }
+    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested(); }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets
     // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.

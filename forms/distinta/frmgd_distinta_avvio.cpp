@@ -75,6 +75,9 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     collegaGestioni();
     collegaStampa();
+    collegaDataValidita();
+    collegaEsportazione();
+    collegaSpostamento();
 }
 
 void FRMGD_DISTINTA::loadForm()

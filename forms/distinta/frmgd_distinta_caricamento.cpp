@@ -31,6 +31,7 @@ void FRMGD_DISTINTA::CaricaDistinta()
     db::RecordsetPtr nodi;
     if (!step(procedure, [&] { nodi = apriNodi(sql); }))
         return;
+    filtraAllaData(nodi);
     CMD_ESPANDICOLLASSA->setText(testo(94563, QStringLiteral("ESPANDI/COMPRIMI")));
 
     if (!nodi || nodi->isEmpty()) {
@@ -233,6 +234,7 @@ void FRMGD_DISTINTA::CaricaIntestazioneDistinta()
         else
             title += QStringLiteral("Divisioni: tutte");
         title += QLatin1Char(')');
+        title += intestazioneData();
         lblDescDistinta->setText(title);
     });
 }

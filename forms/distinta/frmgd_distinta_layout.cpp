@@ -147,11 +147,16 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     auto *header = new QHBoxLayout;
     header->addWidget(lblDescDistinta, 1);
     header->addWidget(CMD_STAMPA);
+    header->addWidget(creaCMD_ESPORTA());
     header->addWidget(CMD_PARAMETRI);
     header->addWidget(CMD_GESTIONICOLLEGATE);
     auto *tools = new QHBoxLayout;
     tools->addWidget(CMB_LIVELLO);
     tools->addWidget(CMD_ESPANDICOLLASSA);
+    tools->addSpacing(12);
+    tools->addLayout(creaDataValidita());
+    tools->addSpacing(12);
+    tools->addLayout(creaComandiSpostamento());
     tools->addSpacing(12);
     tools->addWidget(TXTCERCA);
     tools->addWidget(CMD_CERCA);

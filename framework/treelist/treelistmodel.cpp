@@ -339,6 +339,13 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
                 return item->icon;
         }
         return {};
+    case Qt::ForegroundRole:
+        if (m_rowForeground) {
+            const QColor color = m_rowForeground(m_structure.row(node));
+            if (color.isValid())
+                return color;
+        }
+        return {};
     default:
         return {};
     }
