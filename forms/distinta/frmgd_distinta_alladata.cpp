@@ -26,7 +26,7 @@ QLayout *FRMGD_DISTINTA::creaDataValidita()
     TXT_DATAVALIDITA->setObjectName(QStringLiteral("TXT_DATAVALIDITA"));
     TXT_DATAVALIDITA->setPlaceholderText(QStringLiteral("gg/mm/aaaa"));
     TXT_DATAVALIDITA->setClearButtonEnabled(true);
-    TXT_DATAVALIDITA->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 40);
+    TXT_DATAVALIDITA->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 40);
     TXT_DATAVALIDITA->setToolTip(QStringLiteral("La distinta com'era in quel giorno: solo i legami validi alla data "
                                                 "(vuoto: tutta la distinta). Alt+D, Invio per applicare"));
     auto *etichetta = new QLabel(QStringLiteral("Alla &data"));

@@ -129,6 +129,12 @@ void XlsxTableWriter::commit()
         discard();
         fail(ExportFile::cannotWrite(m_path, QString::fromUtf8(lxw_strerror(closed))));
     }
+    // The temporary file is private to its owner; the workbook gets the permissions of the file
+    // it replaces, or those of a new file.
+    const QFileDevice::Permissions permissions = QFile::exists(m_path)
+        ? QFile::permissions(m_path)
+        : QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    QFile::setPermissions(m_temporary, permissions);
     if (QFile::exists(m_path) && !QFile::remove(m_path)) {
         discard();
         fail(ExportFile::cannotWrite(m_path, QStringLiteral("il file esistente non si può sostituire.")));

@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -66,6 +67,7 @@ private slots:
         const XlsxSheet sheet(path);
         QVERIFY2(sheet.isValid(), qPrintable(sheet.error()));
         QCOMPARE(sheet.rows().size(), 5);
+        QVERIFY(QFileInfo(path).permissions() & QFileDevice::ReadOther);   // not the temporary file's
 
         // Header: bold, frozen; outline summary above the details.
         const XlsxSheet::Row &header = sheet.rows().at(0);
