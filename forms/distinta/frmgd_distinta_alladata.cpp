@@ -95,7 +95,7 @@ bool FRMGD_DISTINTA::ImpostaDataValidita(const QString &testo)
 
 QString FRMGD_DISTINTA::intestazioneData() const
 {
-    return m_dataValidita ? QStringLiteral("      alla data ") + m_dataValidita->toString(formatoData) : QString();
+    return m_dataValidita ? QStringLiteral(" alla data ") + m_dataValidita->toString(formatoData) : QString();
 }
 
 // Rows valid on the day stay, with every ancestor they need; the others leave the client-side

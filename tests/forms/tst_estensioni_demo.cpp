@@ -64,7 +64,7 @@ private slots:
             }
         }
         QVERIFY(marked > 0);
-        QVERIFY(f.titolo().endsWith(QStringLiteral("alla data 01/01/2023")));
+        QVERIFY(f.titolo().contains(QStringLiteral("DISTINTA CLI-HOR-Canale Ho.Re.Ca. alla data 01/01/2023      (")));
         f.albero()->setFocusedNode(f.albero()->nodeAt(1));   // the greyed head shows unselected
         foto(f.form, QStringLiteral("alla_data_01-01-2023.png"));
 
