@@ -30,8 +30,6 @@ QLayout *FRMGD_DISTINTA::creaComandiSpostamento()
     CMD_TAGLIANODO->setToolTip(QStringLiteral("Taglia il nodo selezionato, con i suoi figli, per spostarlo (Ctrl+X)"));
     CMD_INCOLLANODO = new QPushButton(QStringLiteral("I&ncolla"));
     CMD_INCOLLANODO->setObjectName(QStringLiteral("CMD_INCOLLANODO"));
-    CMD_INCOLLANODO->setToolTip(QStringLiteral("Sposta il nodo tagliato sotto il nodo selezionato (Ctrl+V); "
-                                               "come capostipite: Ctrl+Maiusc+V"));
     auto *layout = new QHBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(CMD_TAGLIANODO);
@@ -64,9 +62,18 @@ void FRMGD_DISTINTA::collegaSpostamento()
     connect(CMD_TAGLIANODO, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_TAGLIANODO_Click);
     connect(CMD_INCOLLANODO, &QPushButton::clicked, this, &FRMGD_DISTINTA::CMD_INCOLLANODO_Click);
 
+    // Incolla says which node it would move.
     const auto aggiorna = [this] {
         CMD_TAGLIANODO->setEnabled(TVW_DISTINTA->count() > 0);
         CMD_INCOLLANODO->setEnabled(TVW_DISTINTA->count() > 0 && m_nodoTagliato != 0);
+        const int riga = m_nodoTagliato != 0 ? rigaDelNodo(m_nodoTagliato) : -1;
+        QString nodo = QStringLiteral("il nodo tagliato");
+        if (riga >= 0)
+            nodo = m_nodi->valueAt(riga, m_nodi->fieldIndex(QStringLiteral("GD02_CLIFOR_CG44"))).toString()
+                   + QStringLiteral(" - ")
+                   + m_nodi->valueAt(riga, m_nodi->fieldIndex(QStringLiteral("RAGIONESOCIALE"))).toString();
+        CMD_INCOLLANODO->setToolTip(QStringLiteral("Sposta %1 sotto il nodo selezionato (Ctrl+V); "
+                                                   "come capostipite: Ctrl+Maiusc+V").arg(nodo));
     };
     connect(TVW_DISTINTA->model(), &QAbstractItemModel::modelReset, this, aggiorna);
     connect(this, &FRMGD_DISTINTA::nodoTagliatoCambiato, this, aggiorna);

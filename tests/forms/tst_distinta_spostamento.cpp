@@ -120,6 +120,8 @@ private slots:
         QTest::keyClick(view, Qt::Key_X, Qt::ControlModifier);
         QCOMPARE(f.form->nodoTagliato(), f.n4);
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->isEnabled());
+        QCOMPARE(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->toolTip(),
+                 QStringLiteral("Sposta 1004 - Delta sotto il nodo selezionato (Ctrl+V); come capostipite: Ctrl+Maiusc+V"));
         f.focalizza(1001);
         f.host.log().answerNext(fw::Answer::Yes);
         QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);
