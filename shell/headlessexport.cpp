@@ -2,11 +2,11 @@
 
 #include "framework/cinterface.h"
 #include "framework/export/exportfile.h"
-#include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
 #include "framework/listexporter.h"
 #include "framework/unattendedrun.h"
 #include "shell/componentcatalog.h"
+#include "shell/headlessmodule.h"
 #include "shell/shelloptions.h"
 
 #include <QByteArray>
@@ -16,12 +16,7 @@
 
 bool asksForExport(int argc, char **argv)
 {
-    for (int i = 1; i < argc; ++i) {
-        const QByteArray argument(argv[i]);
-        if (argument == "--export" || argument.startsWith("--export="))
-            return true;
-    }
-    return false;
+    return commandLineHas(argc, argv, "--export");
 }
 
 int exportWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals,
@@ -37,21 +32,13 @@ int exportWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &glo
         return 1;
     }
 
-    std::unique_ptr<fw::Cinterface> module = catalog.create(programId);
+    const std::unique_ptr<fw::Cinterface> module = createHeadlessModule(catalog, programId, globals, connection);
     auto *exporter = module ? qobject_cast<fw::ListExporter *>(dynamic_cast<QObject *>(module.get())) : nullptr;
     if (!exporter) {
         err << QStringLiteral("distinta: il componente \"%1\" non è installato o non esporta senza finestre.").arg(programId)
             << Qt::endl;
         return 1;
     }
-    fw::HostContext context;
-    context.globals = &globals;
-    context.connection = connection;
-    context.caption = QStringLiteral("Distinta di classificazione");
-    context.menuModulo = QStringLiteral("GD");
-    context.menuPadre = QStringLiteral("GD00");
-    context.menuProg = QStringLiteral("GD01");
-    fw::fillHostContract(*module, context);
 
     if (!exporter->exportList(request.typeCode, request.level, request.date, path, request.format)) {
         // A failing statement has already been reported once, as in every run without a user.
