@@ -32,11 +32,12 @@ void EmptyViewHint::watchModel()
     m_model = model;
     if (!model)
         return;
-    const auto later = [this] { QMetaObject::invokeMethod(this, &EmptyViewHint::refresh, Qt::QueuedConnection); };
-    m_connections << connect(model, &QAbstractItemModel::modelReset, this, later)
-                  << connect(model, &QAbstractItemModel::rowsInserted, this, later)
-                  << connect(model, &QAbstractItemModel::rowsRemoved, this, later)
-                  << connect(model, &QAbstractItemModel::layoutChanged, this, later);
+    // At once, not queued: a picture or a test taken right after a load must not find the line
+    // of the empty state over the rows just read.
+    m_connections << connect(model, &QAbstractItemModel::modelReset, this, &EmptyViewHint::refresh)
+                  << connect(model, &QAbstractItemModel::rowsInserted, this, &EmptyViewHint::refresh)
+                  << connect(model, &QAbstractItemModel::rowsRemoved, this, &EmptyViewHint::refresh)
+                  << connect(model, &QAbstractItemModel::layoutChanged, this, &EmptyViewHint::refresh);
 }
 
 void EmptyViewHint::refresh()

@@ -130,10 +130,21 @@ QVariant CLSGD_DISTINTA::ShowForm()
 
 bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level)
 {
-    bool printed = false;
+    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.StampaSenzaFinestra(code, level); });
+}
+
+bool CLSGD_DISTINTA::exportList(const QString &code, std::optional<int> level, std::optional<QDate> date,
+                                const QString &path, fw::ExportFile::Format format)
+{
+    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.EsportaSenzaFinestra(code, level, date, path, format); });
+}
+
+// The editor prepared as ShowForm prepares it and started as its first showing would start
+// it, for work done without a window; nothing is ever shown.
+bool CLSGD_DISTINTA::senzaFinestra(const std::function<bool(FRMGD_DISTINTA &)> &work)
+{
+    bool done = false;
     trapped([&] {
-        // Prepared as ShowForm prepares the editor, and started as its first showing would
-        // start it; nothing is ever shown.
         FRMGD_DISTINTA form;
         form.setActiveDll(ActiveDll());
         form.setEntryClass(this);
@@ -141,10 +152,10 @@ bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level)
         form.Form_Load();
         form.Form_Activate();
         if (!form.isFirstActivation())
-            printed = form.StampaSenzaFinestra(code, level);
+            done = work(form);
         form.Form_UnLoad();
     });
-    return printed;
+    return done;
 }
 
 QVariant CLSGD_DISTINTA::CloseForm()

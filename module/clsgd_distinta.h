@@ -2,10 +2,12 @@
 
 #include "framework/cinterface.h"
 #include "framework/contractpointer.h"
+#include "framework/listexporter.h"
 #include "framework/listprinter.h"
 
 #include <QObject>
 #include <QPointer>
+#include <functional>
 
 class FRMGD_DISTINTA;
 
@@ -17,10 +19,10 @@ class ScriptObjectModel;
 // The module's entry class: the shell fills in the host contract and calls ShowForm, which
 // opens the classification tree editor. It keeps what the host gives, as given, and never
 // lets an error reach the host: a failing member leaves things as they stood.
-class CLSGD_DISTINTA : public QObject, public fw::Cinterface, public fw::ListPrinter
+class CLSGD_DISTINTA : public QObject, public fw::Cinterface, public fw::ListPrinter, public fw::ListExporter
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface fw::ListPrinter)
+    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);
@@ -82,6 +84,9 @@ public:
     // Prints the classification of the type with that code through an editor that is never
     // shown (ListPrinter).
     bool printList(const QString &code, std::optional<int> level) override;
+    // Writes the tree of that type, as the editor would show it, to a spreadsheet (ListExporter).
+    bool exportList(const QString &code, std::optional<int> level, std::optional<QDate> date, const QString &path,
+                    fw::ExportFile::Format format) override;
 
     // The editor opened by the last ShowForm; null before it or once the editor is gone.
     FRMGD_DISTINTA *form() const;
@@ -90,6 +95,7 @@ signals:
     void DataTransfer(const QVariant &data);
 
 private:
+    bool senzaFinestra(const std::function<bool(FRMGD_DISTINTA &)> &work);
     void ActiveNavigator_BeforeExportToOffice();
     void ActiveNavigator_InitializeLayoutObjectModel(fw::LayoutObjectModel *model);
     void ActiveNavigator_InitializeScriptObjectModel(fw::ScriptObjectModel *model);

@@ -1,12 +1,12 @@
 #include "shell/headlessprint.h"
 
 #include "framework/cinterface.h"
-#include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
 #include "framework/listprinter.h"
 #include "framework/unattendedrun.h"
 #include "framework/report/defaultreportengine.h"
 #include "shell/componentcatalog.h"
+#include "shell/headlessmodule.h"
 #include "shell/shelloptions.h"
 
 #include <QByteArray>
@@ -16,12 +16,7 @@
 
 bool asksForPrint(int argc, char **argv)
 {
-    for (int i = 1; i < argc; ++i) {
-        const QByteArray argument(argv[i]);
-        if (argument == "--print" || argument.startsWith("--print="))
-            return true;
-    }
-    return false;
+    return commandLineHas(argc, argv, "--print");
 }
 
 int printWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals,
@@ -47,21 +42,13 @@ int printWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &glob
         return engine;
     });
 
-    std::unique_ptr<fw::Cinterface> module = catalog.create(programId);
+    const std::unique_ptr<fw::Cinterface> module = createHeadlessModule(catalog, programId, globals, connection);
     auto *printer = module ? qobject_cast<fw::ListPrinter *>(dynamic_cast<QObject *>(module.get())) : nullptr;
     if (!printer) {
         err << QStringLiteral("distinta: il componente \"%1\" non è installato o non stampa senza finestre.").arg(programId)
             << Qt::endl;
         return 1;
     }
-    fw::HostContext context;
-    context.globals = &globals;
-    context.connection = connection;
-    context.caption = QStringLiteral("Distinta di classificazione");
-    context.menuModulo = QStringLiteral("GD");
-    context.menuPadre = QStringLiteral("GD00");
-    context.menuProg = QStringLiteral("GD01");
-    fw::fillHostContract(*module, context);
 
     if (!printer->printList(request.typeCode, request.level)) {
         // A failing statement has already been reported once, as in every run without a user.

@@ -14,6 +14,7 @@
 #include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
+#include "shell/headlessexport.h"
 #include "shell/headlessprint.h"
 #include "shell/mainwindow.h"
 #include "shell/shelldatabase.h"
@@ -86,11 +87,11 @@ int main(int argc, char *argv[])
 {
     const bool information = asksForInformation(argc, argv);
     if (!displayAvailable(argc, argv)) {
-        if (!information && !asksForPrint(argc, argv)) {
+        if (!information && !asksForPrint(argc, argv) && !asksForExport(argc, argv)) {
             explainMissingDisplay();
             return 2;
         }
-        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help and --print need no window
+        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help, --print and --export need no window
     }
 
     QApplication app(argc, argv);
@@ -136,6 +137,9 @@ int main(int argc, char *argv[])
     if (options.print.requested())
         return printWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
                                   unattended);
+    if (options.exportList.requested())
+        return exportWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
+                                   unattended);
 
     MainWindow window(globals, database.description);
     window.setCompanyCheck([connection](int company) { return companyHasData(connection, company); });

@@ -32,6 +32,9 @@ bool PrintRequest::read(const QCommandLineParser &parser, QTextStream &err)
 {
     if (!parser.isSet(printOption)) {
         for (const QString &option : {levelOption, pdfOption, printedByOption, printedForOption, notesOption}) {
+            // The export reads the level as the print does.
+            if (option == levelOption && parser.isSet(QStringLiteral("export")))
+                continue;
             if (parser.isSet(option)) {
                 err << QStringLiteral("L'opzione --%1 vale solo con --print.").arg(option) << Qt::endl;
                 return false;
@@ -49,17 +52,24 @@ bool PrintRequest::read(const QCommandLineParser &parser, QTextStream &err)
         err << QStringLiteral("Con --print indicare con --pdf il file PDF da scrivere.") << Qt::endl;
         return false;
     }
-    if (parser.isSet(levelOption)) {
-        bool numeric = false;
-        const int value = parser.value(levelOption).trimmed().toInt(&numeric);
-        if (!numeric || value < 0 || value > 32766) {
-            err << QStringLiteral("Livello non valido: %1 (un numero da 0 in su).").arg(parser.value(levelOption)) << Qt::endl;
-            return false;
-        }
-        level = value;
-    }
+    if (!readLevel(parser, err, level))
+        return false;
     printedBy = parser.value(printedByOption);
     printedFor = parser.value(printedForOption);
     notes = parser.value(notesOption);
+    return true;
+}
+
+bool PrintRequest::readLevel(const QCommandLineParser &parser, QTextStream &err, std::optional<int> &level)
+{
+    if (!parser.isSet(levelOption))
+        return true;
+    bool numeric = false;
+    const int value = parser.value(levelOption).trimmed().toInt(&numeric);
+    if (!numeric || value < 0 || value > 32766) {
+        err << QStringLiteral("Livello non valido: %1 (un numero da 0 in su).").arg(parser.value(levelOption)) << Qt::endl;
+        return false;
+    }
+    level = value;
     return true;
 }

@@ -25,4 +25,6 @@ struct PrintRequest
     static QList<QCommandLineOption> options();
     // Takes the options from a parser that has parsed them; false after writing what is wrong.
     bool read(const QCommandLineParser &parser, QTextStream &err);
+    // --level, shared with the export: none when absent; false after writing what is wrong.
+    static bool readLevel(const QCommandLineParser &parser, QTextStream &err, std::optional<int> &level);
 };

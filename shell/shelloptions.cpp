@@ -74,6 +74,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot,
                        size});
     parser.addOptions(PrintRequest::options());
+    parser.addOptions(ExportRequest::options());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -134,7 +135,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
             return options;
         }
     }
-    if (!options.print.read(parser, err))
+    if (!options.print.read(parser, err) || !options.exportList.read(parser, err))
         *exitCode = 1;
     return options;
 }

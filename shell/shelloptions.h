@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/exportrequest.h"
 #include "shell/printrequest.h"
 
 #include <QSize>
@@ -19,10 +20,11 @@ struct ShellOptions
     QString screenshotPath;       // unattended: open the editor, save a picture of the window, exit
     QSize windowSize;             // --size; invalid: 1280x800 without a user, else as last left
     PrintRequest print;           // unattended: print a list to PDF without a window, exit
+    ExportRequest exportList;     // unattended: export a list to XLSX or CSV without a window, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
-    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested(); }
+    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested(); }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets
     // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.

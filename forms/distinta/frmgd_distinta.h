@@ -11,10 +11,15 @@
 
 #include "framework/recordframe.h"
 #include "framework/reportengine.h"
+#include "framework/export/exportfile.h"
+#include "framework/export/tablewriter.h"
+#include <functional>
 #include <optional>
 
 class FRMGD_ANAGDISTINTA;
 class FRMGD_PARAMETRI;
+class StrutturaNodi;
+class QLayout;
 struct PrioritaScelta;
 class QAction;
 class QComboBox;
@@ -227,6 +232,31 @@ public:
     // --- the module parameters form (frmgd_distinta_dettagli.cpp)
     void CMD_PARAMETRI_Click();
     FRMGD_PARAMETRI *formParametri() const;
+    // --- the list as of a date (frmgd_distinta_alladata.cpp)
+    std::optional<QDate> dataValidita() const { return m_dataValidita; }
+    // The date typed in TXT_DATAVALIDITA applied: the tree reloaded as of it (empty text: every
+    // node). False, with a message and nothing changed, for a text that is no date.
+    bool ImpostaDataValidita(const QString &testo);
+    static std::optional<QDate> leggiDataValidita(const QString &testo, bool *ok);
+    // Shown only as the ancestor of nodes valid on the date.
+    bool nodoNonValidoAllaData(qint64 idNodo) const;
+
+    // --- export to a spreadsheet (frmgd_distinta_esportazione.cpp)
+    void CMD_ESPORTA_Click(fw::ExportFile::Format formato);
+    bool EsportaDistinta(const QString &percorso, fw::ExportFile::Format formato, const QString &testoLivello);
+    bool EsportaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> data,
+                              const QString &percorso, fw::ExportFile::Format formato);
+    // Where CMD_ESPORTA writes: the platform's save dialog unless replaced (tests, automation).
+    using SceltaFile = std::function<QString(fw::ExportFile::Format formato, const QString &proposto)>;
+    void setSceltaFileEsportazione(SceltaFile scelta) { m_sceltaFileEsportazione = std::move(scelta); }
+
+    // --- moving a branch (frmgd_distinta_spostamento.cpp)
+    // idDestinazione 0: the node becomes a root. True when the branch moved.
+    bool SpostaNodo(qint64 idNodo, qint64 idDestinazione);
+    void CMD_TAGLIANODO_Click();
+    void CMD_INCOLLANODO_Click();
+    void incollaComeCapostipite();
+    qint64 nodoTagliato() const { return m_nodoTagliato; }
 
     // --- form state shared by the editor's procedures
     int tipoSoggetto() const { return m_tipoSoggetto; }           // 0 customers, 1 suppliers
@@ -239,6 +269,9 @@ public:
     int livelloMassimo() const { return m_livelloMassimo; }
     int livelloCorrente() const { return m_livelloCorrente; }
     bool ricercaInCorso() const { return m_ricercaInCorso; }
+
+signals:
+    void nodoTagliatoCambiato();
 
 protected:
     void loadForm() override;
@@ -327,6 +360,24 @@ private:
     // print
     void collegaStampa();
     void aggiornaStampa();
+    bool scegliTipoSenzaFinestra(const QString &codice, const QString &procedura);
+
+    // list as of a date, export, move of a branch
+    QLayout *creaDataValidita();
+    void collegaDataValidita();
+    void filtraAllaData(const db::RecordsetPtr &nodi);
+    QString intestazioneData() const;
+    void segnaNodoNonValido(const fw::TreeListNode &node, const QString &column, QString &text);
+    QToolButton *creaCMD_ESPORTA();
+    void collegaEsportazione();
+    QList<fw::ExportColumn> colonneEsportazione(QStringList &nomi) const;
+    QLayout *creaComandiSpostamento();
+    void collegaSpostamento();
+    qint64 idDelNodo(const fw::TreeListNode &node) const;
+    int rigaDelNodo(qint64 idNodo) const;
+    QString nomeNodo(const StrutturaNodi &struttura, int indice) const;
+    bool confermaPremiDefinitivi(const StrutturaNodi &struttura, const QList<int> &ramo);
+    void mostraNodoSpostato(qint64 idNodo, qint64 idPadre);
 
     // subject list and search
     void TAB_VISUALIZZAGESTIONE_Click(int index);
@@ -451,6 +502,17 @@ private:
     std::unique_ptr<fw::ReportEngine> PclsReport;
     QString m_chiaveStampa;
     QString m_livelloStampa;
+
+    QLineEdit *TXT_DATAVALIDITA = nullptr;
+    QToolButton *CMD_ESPORTA = nullptr;
+    QPushButton *CMD_TAGLIANODO = nullptr;
+    QPushButton *CMD_INCOLLANODO = nullptr;
+    std::optional<QDate> m_dataValidita;
+    bool m_dataInVerifica = false;
+    QSet<qint64> m_nonValidiAllaData;                     // ancestors shown only for their children
+    std::shared_ptr<const StrutturaNodi> m_strutturaAllaData;   // every row read, before the date
+    SceltaFile m_sceltaFileEsportazione;
+    qint64 m_nodoTagliato = 0;
 
     double m_quotaGestione = 0.30;    // share of the width taken by the management panel
     double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree

@@ -77,6 +77,9 @@ void FRMGD_DISTINTA::collegaEventi()
     collegaStampa();
     collegaUsabilita();
     collegaDettagli();
+    collegaDataValidita();
+    collegaEsportazione();
+    collegaSpostamento();
 }
 
 void FRMGD_DISTINTA::loadForm()

@@ -31,6 +31,7 @@ void FRMGD_DISTINTA::CaricaDistinta()
     db::RecordsetPtr nodi;
     if (!step(procedure, [&] { nodi = apriNodi(sql); }))
         return;
+    filtraAllaData(nodi);
     CMD_ESPANDICOLLASSA->setText(testo(94563, QStringLiteral("ESPANDI/COMPRIMI")));
 
     if (!nodi || nodi->isEmpty()) {
@@ -226,6 +227,9 @@ void FRMGD_DISTINTA::CaricaIntestazioneDistinta()
         const QString kindWord = traduci(m_tipoSoggetto == 0 ? QStringLiteral("CLIENTI") : QStringLiteral("FORNITORI"));
         QString title = kindWord + QStringLiteral("      ") + QLatin1Char(' ') + traduci(QStringLiteral("DISTINTA"))
                         + QLatin1Char(' ') + TVW_SELDISTINTE->currentItem()->text(0);
+        // The date of a list seen as of a day comes before the division, where a narrow window
+        // still shows it.
+        title += intestazioneData();
         title += QStringLiteral("      (");
         if (m_divisione)
             title += QStringLiteral("Divisione:") + QLatin1Char(' ') + QString::number(*m_divisione)

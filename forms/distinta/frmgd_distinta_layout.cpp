@@ -144,16 +144,22 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     CMD_PARAMETRI = button(QStringLiteral("CMD_PARAMETRI"), QStringLiteral("Parametri"));
     CMD_GESTIONICOLLEGATE = menuButton(QStringLiteral("CMD_GESTIONICOLLEGATE"), QStringLiteral("Gestioni collegate"));
 
-    // The header line shares its row with the buttons that open other work; the tree's own
-    // tools (levels, search, state) sit on the row below.
+    // The header line shares its row with the branch move and the buttons that open other work;
+    // the tree's own view tools (levels, date, search, state) sit on the row below, so that
+    // neither row needs more than the panel's width at 1280 pixels.
     auto *header = new QHBoxLayout;
     header->addWidget(lblDescDistinta, 1);
+    header->addLayout(creaComandiSpostamento());
+    header->addSpacing(12);
     header->addWidget(CMD_STAMPA);
+    header->addWidget(creaCMD_ESPORTA());
     header->addWidget(CMD_PARAMETRI);
     header->addWidget(CMD_GESTIONICOLLEGATE);
     auto *tools = new QHBoxLayout;
     tools->addWidget(CMB_LIVELLO);
     tools->addWidget(CMD_ESPANDICOLLASSA);
+    tools->addSpacing(12);
+    tools->addLayout(creaDataValidita());
     tools->addSpacing(12);
     tools->addWidget(TXTCERCA);
     tools->addWidget(CMD_CERCA);

@@ -206,12 +206,21 @@ QString FRMGD_DISTINTA::NomeUtente()
 bool FRMGD_DISTINTA::StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello)
 {
     const QString codice = codiceTipo.trimmed().toUpper();
-    const auto avvisa = [&](const QString &text) {
-        if (fw::LogService *log = logService())
-            log->showMessage(text, windowTitle(), fw::MessageStyle::Warning);
-    };
+    if (!scegliTipoSenzaFinestra(codice, procedureStampa))
+        return false;
+    if (!m_nodi || m_nodi->isEmpty()) {
+        avviso(QStringLiteral("La distinta \"%1\" non ha nodi da stampare.").arg(codice));
+        return false;
+    }
+    return StampaDistinta(livello ? QString::number(*livello) : CMB_LIVELLO->currentText());
+}
+
+// The type of that code chosen in the selector and loaded, as a click would; false (the reason
+// told) when the company has no such type.
+bool FRMGD_DISTINTA::scegliTipoSenzaFinestra(const QString &codice, const QString &procedura)
+{
     QString chiave;
-    if (!step(procedureStampa, [&] {
+    if (!step(procedura, [&] {
             const db::RecordsetPtr tipo =
                 connection()->openRecordset(stampastatements::typeByCodeQuery(companyCode(), codice));
             if (tipo->isEmpty())
@@ -229,14 +238,10 @@ bool FRMGD_DISTINTA::StampaSenzaFinestra(const QString &codiceTipo, std::optiona
             voce = *it;
     }
     if (!voce) {
-        avvisa(QStringLiteral("La distinta \"%1\" non esiste nella ditta %2.").arg(codice).arg(companyCode()));
+        avviso(QStringLiteral("La distinta \"%1\" non esiste nella ditta %2.").arg(codice).arg(companyCode()));
         return false;
     }
     TVW_SELDISTINTE->setCurrentItem(voce);
     TVW_SELDISTINTE_Click();
-    if (!m_nodi || m_nodi->isEmpty()) {
-        avvisa(QStringLiteral("La distinta \"%1\" non ha nodi da stampare.").arg(codice));
-        return false;
-    }
-    return StampaDistinta(livello ? QString::number(*livello) : CMB_LIVELLO->currentText());
+    return true;
 }

@@ -342,7 +342,14 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
         }
         return {};
     case Qt::ForegroundRole:
-        return isLocked(node, index.column()) ? QVariant(QColor(Qt::darkGray)) : QVariant();
+        if (isLocked(node, index.column()))
+            return QColor(Qt::darkGray);
+        if (m_rowForeground) {
+            const QColor color = m_rowForeground(m_structure.row(node));
+            if (color.isValid())
+                return color;
+        }
+        return {};
     case Qt::DecorationRole:
         if (column.kind == TreeListColumnKind::ImageCombo) {
             const TreeListComboItem *item = column.comboItemFor(value(node, index.column()));

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QColor>
+#include <functional>
+
 #include "framework/treelist/treelistcolumn.h"
 #include "framework/treelist/treelistparentlinks.h"
 #include "framework/treelist/treeliststructure.h"
@@ -39,6 +42,9 @@ public:
     void setParentField(const QString &name);
     QString parentField() const { return m_parentField; }
     void setRecordset(db::RecordsetPtr recordset);
+    // The colour of a row's text, asked at paint time with the recordset row; an invalid colour
+    // keeps the tree's own. For rows that stand in the tree only to carry others.
+    void setRowForeground(std::function<QColor(int row)> foreground) { m_rowForeground = std::move(foreground); }
     const db::RecordsetPtr &recordset() const { return m_recordset; }
 
     // --- nodes (a node's id is its position in tree order; structure().row() gives its row)
@@ -110,6 +116,7 @@ private:
     int m_lockedNode = -1;
     int m_lockedGeneration = -1;
     QSet<int> m_lockedColumns;
+    std::function<QColor(int row)> m_rowForeground;
 };
 
 } // namespace fw

@@ -6,6 +6,7 @@
 #include "platform/db/recordset.h"
 #include "tests/support/pdftext.h"
 #include "tests/support/scriptedhost.h"
+#include "tests/support/shellrun.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -18,35 +19,9 @@ class TestStampaShell : public QObject
 {
     Q_OBJECT
 
-    struct Run
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
-    static QString program()
-    {
-        return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath()) + QStringLiteral("/distinta");
-    }
-
-    // No display unless asked: a print needs none.
-    static Run run(const QStringList &arguments, bool offscreen = false)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISTINTA_PLUGIN_DIR"})
-            environment.remove(QLatin1String(name));
-        if (offscreen)
-            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        QProcess process;
-        process.setProcessEnvironment(environment);
-        process.start(program(), arguments);
-        const bool finished = process.waitForFinished(300000);
-        if (!finished)
-            process.kill();
-        return {finished ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
+    using Run = ShellRun;
+    static QString program() { return ShellRun::program(); }
+    static Run run(const QStringList &arguments, bool offscreen = false) { return ShellRun::run(arguments, offscreen); }
 
     // The work rows of this workstation and user: level text, subject, period.
     static QStringList workRows(const db::ConnectionPtr &connection)

@@ -1,0 +1,58 @@
+#include "data/spostamentostatements.h"
+
+#include "data/columnwidths.h"
+#include "data/sqltext.h"
+
+namespace spostamentostatements {
+
+namespace {
+
+QString number(qint64 value)
+{
+    return QString::number(value);
+}
+
+} // namespace
+
+QString definitiveBonusNodesQuery(int company, qint64 typeId)
+{
+    return QStringLiteral("SELECT DISTINCT GD14_ID_GD02 ")
+        + QStringLiteral(" FROM  GD18_LIQUIDAZIONE INNER JOIN")
+        + QStringLiteral("       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID ")
+        + QStringLiteral("       INNER JOIN ")
+        + QStringLiteral("       GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13")
+        + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + number(company)
+        + QStringLiteral("   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
+        + number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + number(typeId) + QStringLiteral(") ")
+        + QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
+        + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
+        + QStringLiteral("                            SELECT GD27_ID_GD02 ")
+        + QStringLiteral("                              FROM GD27_SOGGCONTRDISAB ")
+        + QStringLiteral("                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     ")
+        + QStringLiteral("                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  ")
+        + QStringLiteral("                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  ")
+        + QStringLiteral("                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 ")
+        + QStringLiteral("                            )   ");
+}
+
+QString moveStatement(const Spostamento &move)
+{
+    QString sql = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = ") + number(move.newParentId);
+    if (move.newParentId == 0)
+        sql += QStringLiteral(", GD02_INDEREPROMO = 2");
+    sql += QStringLiteral(", GD02_DATAVAR = CONVERT(DateTime,'") + sqltext::dayMonthYear(move.changedAt.date())
+        + QStringLiteral("',103)")
+        + QStringLiteral(", GD02_GRUPPOVAR = ")
+        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), move.userGroup))
+        + QStringLiteral(", GD02_UTENTEVAR = ")
+        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), move.user))
+        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + number(move.company)
+        + QStringLiteral(" AND GD02_ID = ") + number(move.nodeId);
+    if (move.oldParentId == 0)
+        sql += QStringLiteral(" AND ISNULL(GD02_IDPARENT_GD02, 0) = 0");
+    else
+        sql += QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + number(move.oldParentId);
+    return sql;
+}
+
+} // namespace spostamentostatements

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace fw {
+
+// The file an export writes: its checks before any work starts, and the user's choice of it.
+class ExportFile
+{
+public:
+    enum class Format { Xlsx, Csv };
+
+    // Why path cannot be written (empty when it can); nothing is created or changed.
+    static QString problem(const QString &path);
+    static QString cannotWrite(const QString &path, const QString &reason);
+
+    static QString extension(Format format);
+    // The save dialog of the platform; empty when the user cancels.
+    static QString choose(QWidget *parent, Format format, const QString &proposed);
+};
+
+} // namespace fw

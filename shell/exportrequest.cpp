@@ -1,0 +1,71 @@
+#include "shell/exportrequest.h"
+
+#include "data/sqltext.h"
+#include "shell/printrequest.h"
+
+#include <QCommandLineParser>
+#include <QTextStream>
+
+namespace {
+
+const QString exportOption = QStringLiteral("export");
+const QString xlsxOption = QStringLiteral("xlsx");
+const QString csvOption = QStringLiteral("csv");
+const QString dateOption = QStringLiteral("date");
+
+} // namespace
+
+QList<QCommandLineOption> ExportRequest::options()
+{
+    return {
+        {exportOption, QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
+         QStringLiteral("codice")},
+        {xlsxOption, QStringLiteral("Con --export: la cartella di lavoro Excel da scrivere."), QStringLiteral("file.xlsx")},
+        {csvOption, QStringLiteral("Con --export: il file CSV (separato da punto e virgola) da scrivere."),
+         QStringLiteral("file.csv")},
+        {dateOption, QStringLiteral("Con --export: la distinta com'era in quel giorno (gg/mm/aaaa)."),
+         QStringLiteral("gg/mm/aaaa")},
+    };
+}
+
+bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
+{
+    if (!parser.isSet(exportOption)) {
+        for (const QString &option : {xlsxOption, csvOption, dateOption}) {
+            if (parser.isSet(option)) {
+                err << QStringLiteral("L'opzione --%1 vale solo con --export.").arg(option) << Qt::endl;
+                return false;
+            }
+        }
+        return true;
+    }
+    if (parser.isSet(QStringLiteral("print"))) {
+        err << QStringLiteral("Indicare --print oppure --export, non entrambi.") << Qt::endl;
+        return false;
+    }
+    typeCode = parser.value(exportOption).trimmed();
+    if (typeCode.isEmpty()) {
+        err << QStringLiteral("Indicare con --export il codice del tipo di distinta da esportare.") << Qt::endl;
+        return false;
+    }
+    if (parser.isSet(xlsxOption) == parser.isSet(csvOption)) {
+        err << QStringLiteral("Con --export indicare il file da scrivere con --xlsx oppure con --csv (uno solo).")
+            << Qt::endl;
+        return false;
+    }
+    format = parser.isSet(xlsxOption) ? fw::ExportFile::Format::Xlsx : fw::ExportFile::Format::Csv;
+    path = parser.value(format == fw::ExportFile::Format::Xlsx ? xlsxOption : csvOption).trimmed();
+    if (path.isEmpty()) {
+        err << QStringLiteral("Con --export indicare il nome del file da scrivere.") << Qt::endl;
+        return false;
+    }
+    if (parser.isSet(dateOption)) {
+        const QDate day = sqltext::parseDayMonthYear(parser.value(dateOption).trimmed());
+        if (!day.isValid() || day.year() < 1753 || day.year() > 9999) {
+            err << QStringLiteral("Data non valida: %1 (scrivere gg/mm/aaaa).").arg(parser.value(dateOption)) << Qt::endl;
+            return false;
+        }
+        date = day;
+    }
+    return PrintRequest::readLevel(parser, err, level);
+}
