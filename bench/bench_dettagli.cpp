@@ -6,6 +6,7 @@
 //
 //   bench_dettagli [--db-dir DIR] [--sizes 100000] [--runs N]
 
+#include "benchmain.h"
 #include "benchtable.h"
 #include "benchutil.h"
 #include "editorhost.h"
@@ -97,11 +98,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 {
     QTemporaryDir work;
     const QString path = work.filePath(QStringLiteral("dettagli.sqlite"));
-    {
-        dbsetup::SqliteFile source(generated.path);
-        source.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-    }
-    bench::check(QFile::copy(generated.path, path), QStringLiteral("cannot copy %1").arg(generated.path));
+    bench::copyDatabase(generated.path, path);
     dbsetup::SqliteFile bare(path);
     db::registerSqliteFunctions(bare.handle());
 
@@ -169,24 +166,5 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("DISTINTA_SQL_TRACE");
-
-    QApplication app(argc, argv);
-    bench::Options options = bench::parseOptions(app.arguments());
-    if (!app.arguments().contains(QStringLiteral("--sizes")))
-        options.sizes = {100000};
-    bench::DatabaseFolder folder(options.databaseDir);
-    try {
-        for (const int nodes : options.sizes) {
-            bench::BenchTable table(QStringLiteral("Pages under the tree, %1 nodes (%2 cores, best of %3)")
-                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(options.runs));
-            benchSize(folder.database(nodes), options.runs, table);
-            table.print();
-        }
-    } catch (const db::DatabaseError &error) {
-        bench::fail(error.message() + u'\n' + error.statement());
-    }
-    return 0;
+    return bench::runPerSize(argc, argv, QStringLiteral("Pages under the tree"), benchSize, {100000});
 }

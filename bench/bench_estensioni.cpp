@@ -9,6 +9,7 @@
 //
 // The move works on a copy of the generated database, so the kept file stays as generated.
 
+#include "benchmain.h"
 #include "benchtable.h"
 #include "benchutil.h"
 #include "editorhost.h"
@@ -132,11 +133,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 {
     QTemporaryDir work;
     const QString path = work.filePath(QStringLiteral("estensioni.sqlite"));
-    {
-        dbsetup::SqliteFile source(generated.path);
-        source.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-    }
-    bench::check(QFile::copy(generated.path, path), QStringLiteral("cannot copy %1").arg(generated.path));
+    bench::copyDatabase(generated.path, path);
     dbsetup::SqliteFile bare(path);
     db::registerSqliteFunctions(bare.handle());
     bare.exec(QStringLiteral("PRAGMA synchronous=NORMAL; PRAGMA recursive_triggers=OFF"));
@@ -259,22 +256,5 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("DISTINTA_SQL_TRACE");
-
-    QApplication app(argc, argv);
-    const bench::Options options = bench::parseOptions(app.arguments());
-    bench::DatabaseFolder folder(options.databaseDir);
-    try {
-        for (const int nodes : options.sizes) {
-            bench::BenchTable table(QStringLiteral("List as of a date, move of a branch, export, %1 nodes (%2 cores, best of %3)")
-                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(options.runs));
-            benchSize(folder.database(nodes), options.runs, table);
-            table.print();
-        }
-    } catch (const db::DatabaseError &error) {
-        bench::fail(error.message() + u'\n' + error.statement());
-    }
-    return 0;
+    return bench::runPerSize(argc, argv, QStringLiteral("List as of a date, move of a branch, export"), benchSize);
 }

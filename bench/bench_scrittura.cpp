@@ -9,6 +9,7 @@
 // The program works on a copy of the generated database, to which it adds 1,000 customers that
 // no classification holds yet.
 
+#include "benchmain.h"
 #include "benchtable.h"
 #include "benchutil.h"
 #include "editorhost.h"
@@ -147,11 +148,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     // ---- a working copy with 1,000 customers that no classification holds
     QTemporaryDir work;
     const QString path = work.filePath(QStringLiteral("scrittura.sqlite"));
-    {
-        dbsetup::SqliteFile source(generated.path);
-        source.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-    }
-    bench::check(QFile::copy(generated.path, path), QStringLiteral("cannot copy %1").arg(generated.path));
+    bench::copyDatabase(generated.path, path);
     dbsetup::SqliteFile bare(path);
     db::registerSqliteFunctions(bare.handle());
     // As the editor's connection writes: WAL with normal sync, the removal trigger walks the subtree itself.
@@ -323,28 +320,14 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("DISTINTA_SQL_TRACE");
-
-    QApplication app(argc, argv);
-    bench::Options options = bench::parseOptions(app.arguments());
-    if (!app.arguments().contains(QStringLiteral("--sizes")))
-        options.sizes = {100000};
-    bench::DatabaseFolder folder(options.databaseDir);
-
     QString plans;
     QTextStream planStream(&plans);
-    try {
-        for (const int nodes : options.sizes) {
-            bench::BenchTable table(QStringLiteral("Tree editor, write side, %1 nodes (%2 cores, best of %3)")
-                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(options.runs));
-            benchSize(folder.database(nodes), options.runs, table, planStream);
-            table.print();
-        }
-    } catch (const db::DatabaseError &error) {
-        bench::fail(error.message() + u'\n' + error.statement());
-    }
+    const int status = bench::runPerSize(
+        argc, argv, QStringLiteral("Tree editor, write side"),
+        [&planStream](const bench::LargeDatabase &database, int runs, bench::BenchTable &table) {
+            benchSize(database, runs, table, planStream);
+        },
+        {100000});
     QTextStream(stdout) << '\n' << plans;
-    return 0;
+    return status;
 }

@@ -8,6 +8,7 @@
 //
 //   bench_stampa [--db-dir DIR] [--sizes 100000] [--runs N]
 
+#include "benchmain.h"
 #include "benchtable.h"
 #include "benchutil.h"
 #include "editorhost.h"
@@ -270,29 +271,5 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("DISTINTA_SQL_TRACE");
-
-    QApplication app(argc, argv);
-    bench::Options options = bench::parseOptions(app.arguments());
-    if (!app.arguments().contains(QStringLiteral("--sizes")))
-        options.sizes = {100000};
-    if (!app.arguments().contains(QStringLiteral("--runs")))
-        options.runs = 3;
-    bench::DatabaseFolder folder(options.databaseDir);
-    try {
-        for (const int nodes : options.sizes) {
-            bench::BenchTable table(QStringLiteral("Print, %1 nodes (%2 cores, best of %3)")
-                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(options.runs));
-            benchSize(folder.database(nodes), options.runs, table);
-            table.print();
-            malloc_trim(0);
-        }
-    } catch (const db::DatabaseError &error) {
-        fail(error.message() + u'\n' + error.statement());
-    } catch (const std::exception &error) {
-        fail(QString::fromUtf8(error.what()));
-    }
-    return 0;
+    return bench::runPerSize(argc, argv, QStringLiteral("Print"), benchSize, {100000}, 3);
 }

@@ -6,11 +6,6 @@ namespace dettaglistatements {
 
 namespace {
 
-QString number(qint64 value)
-{
-    return QString::number(value);
-}
-
 // A classification: its code (the division's own when one is chosen) and its description.
 struct Classificazione
 {
@@ -171,9 +166,9 @@ QString masterDataQuery(int company, int subjectKind, qint64 subjectCode, const 
         sql += QStringLiteral(" FROM CG44_CLIFOR ");
     }
     sql += joinAnagrafica(conDivisioneScelta);
-    sql += QStringLiteral(" WHERE  CG44_DITTA_CG18 = ") + number(company)
-        + QStringLiteral("   AND  CG44_TIPOCF = ") + number(subjectKind)
-        + QStringLiteral("   AND  CG44_CLIFOR = ") + number(subjectCode);
+    sql += QStringLiteral(" WHERE  CG44_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral("   AND  CG44_TIPOCF = ") + sqltext::number(subjectKind)
+        + QStringLiteral("   AND  CG44_CLIFOR = ") + sqltext::number(subjectCode);
     return sql;
 }
 
@@ -186,7 +181,7 @@ QString nodePrioritiesQuery(qint64 typeId, qint64 nodeId)
 {
     return QStringLiteral(" SELECT GD02_IDSTRUTTURA_LP09, ") + QStringLiteral(" GD02_IDLOCALIZZATA_LP09 ")
         + QStringLiteral(" FROM GD02_DISTINTA") + QStringLiteral(" WHERE ") + QStringLiteral(" GD02_ID_GD01 = ")
-        + number(typeId) + QStringLiteral(" AND GD02_ID = ") + number(nodeId);
+        + sqltext::number(typeId) + QStringLiteral(" AND GD02_ID = ") + sqltext::number(nodeId);
 }
 
 QString buildCampaignListStatement(int company, qint64 nodeId, int rule)
@@ -198,8 +193,8 @@ QString buildCampaignListStatement(int company, qint64 nodeId, int rule)
         + QStringLiteral(" LEFT OUTER JOIN GD12_PROMO ")
         + QStringLiteral(" ON GD12_DITTA_CG18 = MG94_DITTA_CG18 AND ")
         + QStringLiteral("   GD12_ID_MG94    = MG94_ID AND ")
-        + QStringLiteral("   GD12_ID_GD02    = ") + number(nodeId)
-        + QStringLiteral(" WHERE MG94_DITTA_CG18 = ") + number(company);
+        + QStringLiteral("   GD12_ID_GD02    = ") + sqltext::number(nodeId)
+        + QStringLiteral(" WHERE MG94_DITTA_CG18 = ") + sqltext::number(company);
     if (rule == 0 || rule == 1)
         sql += QStringLiteral(" AND 1=0 ");
     return sql;
@@ -213,24 +208,24 @@ QString readCampaignListStatement()
 QString insertCampaignLinkStatement(int company, qint64 nodeId, qint64 campaignId)
 {
     return QStringLiteral("INSERT INTO GD12_PROMO ") + QStringLiteral("(GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES ( ")
-        + number(company) + QStringLiteral(", ") + number(nodeId) + QStringLiteral(", ") + number(campaignId)
+        + sqltext::number(company) + QStringLiteral(", ") + sqltext::number(nodeId) + QStringLiteral(", ") + sqltext::number(campaignId)
         + QStringLiteral(" )");
 }
 
 QString deleteCampaignLinkStatement(qint64 linkId)
 {
-    return QStringLiteral("DELETE FROM GD12_PROMO WHERE GD12_ID = ") + number(linkId);
+    return QStringLiteral("DELETE FROM GD12_PROMO WHERE GD12_ID = ") + sqltext::number(linkId);
 }
 
 QString deleteNodeCampaignLinksStatement(int company, qint64 nodeId)
 {
-    return QStringLiteral("DELETE FROM GD12_PROMO ") + QStringLiteral("WHERE GD12_DITTA_CG18 = ") + number(company)
-        + QStringLiteral(" AND ") + QStringLiteral("      GD12_ID_GD02    = ") + number(nodeId);
+    return QStringLiteral("DELETE FROM GD12_PROMO ") + QStringLiteral("WHERE GD12_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND ") + QStringLiteral("      GD12_ID_GD02    = ") + sqltext::number(nodeId);
 }
 
 QString parametersRowQuery(int company)
 {
-    return QStringLiteral("SELECT * FROM GD03_PARAMETRI ") + QStringLiteral(" WHERE GD03_DITTA_CG18 = ") + number(company);
+    return QStringLiteral("SELECT * FROM GD03_PARAMETRI ") + QStringLiteral(" WHERE GD03_DITTA_CG18 = ") + sqltext::number(company);
 }
 
 QString linkStateLookupQuery()
@@ -241,7 +236,7 @@ QString linkStateLookupQuery()
 
 QString linkStateDecodeQuery(qint64 stateId)
 {
-    return QStringLiteral("SELECT WF01_DESCR FROM WF01_STATI WHERE WF01_ID = ") + number(stateId);
+    return QStringLiteral("SELECT WF01_DESCR FROM WF01_STATI WHERE WF01_ID = ") + sqltext::number(stateId);
 }
 
 } // namespace dettaglistatements

@@ -4,35 +4,27 @@
 
 namespace legamistatements {
 
-namespace {
-
-QString number(qint64 value)
-{
-    return QString::number(value);
-}
-
-} // namespace
 
 QString childCountQuery(int company, qint64 nodeId)
 {
     return QStringLiteral("SELECT COUNT(GD02_ID) AS NFIGLI ") + QStringLiteral(" FROM GD02_DISTINTA ")
-        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + number(company)
-        + QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + number(nodeId);
+        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + sqltext::number(nodeId);
 }
 
 QString childrenQuery(int company, qint64 nodeId)
 {
     return QStringLiteral("SELECT * ") + QStringLiteral(" FROM GD02_DISTINTA ")
-        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + number(company)
-        + QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + number(nodeId);
+        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + sqltext::number(nodeId);
 }
 
 QString contractCountQuery(int company, qint64 subjectCode)
 {
     return QStringLiteral("   SELECT") + QStringLiteral("    COUNT(*) ") + QStringLiteral(" FROM")
         + QStringLiteral("    GD10_CONTRATTI") + QStringLiteral(" WHERE")
-        + QStringLiteral("    GD10_DITTA_CG18 = ") + number(company) + QStringLiteral(" AND")
-        + QStringLiteral("    GD10_CLIFOR_CG44 = ") + number(subjectCode);
+        + QStringLiteral("    GD10_DITTA_CG18 = ") + sqltext::number(company) + QStringLiteral(" AND")
+        + QStringLiteral("    GD10_CLIFOR_CG44 = ") + sqltext::number(subjectCode);
 }
 
 QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDate> &dueAfter)
@@ -42,8 +34,8 @@ QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDa
         + QStringLiteral("       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID ")
         + QStringLiteral("       INNER JOIN ")
         + QStringLiteral("       GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13")
-        + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + number(company)
-        + QStringLiteral("   AND GD14_ID_GD02       = ") + number(nodeId);
+        + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + sqltext::number(company)
+        + QStringLiteral("   AND GD14_ID_GD02       = ") + sqltext::number(nodeId);
     if (dueAfter)
         sql += QStringLiteral("   AND GD18_DATASCADENZA  > CONVERT(DateTime,'") + sqltext::dayMonthYear(*dueAfter)
             + QStringLiteral("',103) ");
@@ -65,9 +57,9 @@ QString conditionsQuery(int company, const NodoCondizioni &node, const QString &
     const QString end = sqltext::dayMonthYear(node.end);
     QString sql = QStringLiteral("SELECT DISTINCT * ")
         + QStringLiteral(" FROM GDVISTA03_SOGGETTICOND ")
-        + QStringLiteral(" WHERE ( ID = ") + number(node.nodeId)
-        + QStringLiteral("         OR (     CondizioneTipoCF    = ") + number(node.subjectKind)
-        + QStringLiteral("              AND CondizioneCodIntest = ") + number(node.subjectCode)
+        + QStringLiteral(" WHERE ( ID = ") + sqltext::number(node.nodeId)
+        + QStringLiteral("         OR (     CondizioneTipoCF    = ") + sqltext::number(node.subjectKind)
+        + QStringLiteral("              AND CondizioneCodIntest = ") + sqltext::number(node.subjectCode)
         + QStringLiteral("              AND ID                  = 0 ")
         + QStringLiteral("              AND (")
         + QStringLiteral("                    CondizioneIni BETWEEN CONVERT(DateTime,'") + start
@@ -85,7 +77,7 @@ QString conditionsQuery(int company, const NodoCondizioni &node, const QString &
         sql += QStringLiteral("           AND Divisione = ") + division;
     sql += QStringLiteral("             )")
         + QStringLiteral("        ) ")
-        + QStringLiteral("   AND Ditta = ") + number(company)
+        + QStringLiteral("   AND Ditta = ") + sqltext::number(company)
         + QStringLiteral(" ORDER BY ContrattoCod , ")
         + QStringLiteral("          ContrattoVer , ")
         + QStringLiteral("          CondizioneCod, ")
@@ -95,7 +87,7 @@ QString conditionsQuery(int company, const NodoCondizioni &node, const QString &
 
 QString deleteNodeStatement(qint64 nodeId)
 {
-    return QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = ") + number(nodeId);
+    return QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = ") + sqltext::number(nodeId);
 }
 
 } // namespace legamistatements

@@ -7,11 +7,6 @@ namespace nodistatements {
 
 namespace {
 
-QString number(qint64 value)
-{
-    return QString::number(value);
-}
-
 // "  CONVERT(DateTime,'dd/mm/yyyy',103),"
 QString dateValue(const QDate &date)
 {
@@ -23,7 +18,7 @@ QString dateValue(const QDate &date)
 QString parentQuery(int company, qint64 parentId)
 {
     return QStringLiteral(" SELECT * FROM GD02_DISTINTA ") + QStringLiteral(" WHERE GD02_DITTA_CG18 = ")
-        + number(company) + QStringLiteral("   AND GD02_ID  = ") + number(parentId);
+        + sqltext::number(company) + QStringLiteral("   AND GD02_ID  = ") + sqltext::number(parentId);
 }
 
 QString overlapQuery(const Collegamento &link)
@@ -52,15 +47,15 @@ QString overlapQuery(const Collegamento &link)
         + QStringLiteral(" AND GD02_DISTINTA_PADRE.GD02_TIPOCF_CG44 = CG44_CLIFOR.CG44_TIPOCF")
         + QStringLiteral(" AND GD02_DISTINTA_PADRE.GD02_CLIFOR_CG44 = CG44_CLIFOR.CG44_CLIFOR")
         + QStringLiteral(" LEFT OUTER JOIN CG16_ANAGGEN ON CG44_CLIFOR.CG44_CODICE_CG16 = CG16_ANAGGEN.CG16_CODICE")
-        + QStringLiteral(" WHERE GD02_DISTINTA_FIGLIO.GD02_DITTA_CG18 = ") + number(link.company)
-        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_CLIFOR_CG44 = ") + number(link.subjectCode)
-        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_TIPOCF_CG44 = ") + number(link.subjectKind);
+        + QStringLiteral(" WHERE GD02_DISTINTA_FIGLIO.GD02_DITTA_CG18 = ") + sqltext::number(link.company)
+        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_CLIFOR_CG44 = ") + sqltext::number(link.subjectCode)
+        + QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_TIPOCF_CG44 = ") + sqltext::number(link.subjectKind);
     if (link.division)
-        sql += QStringLiteral("   AND (GD01_TIPODISTINTA_FIGLIO.GD01_IDDIV_CO1A = ") + number(*link.division)
+        sql += QStringLiteral("   AND (GD01_TIPODISTINTA_FIGLIO.GD01_IDDIV_CO1A = ") + sqltext::number(*link.division)
             + QStringLiteral("        OR ") + QStringLiteral("        GD01_TIPODISTINTA_FIGLIO.GD01_IDDIV_CO1A IS NULL")
             + QStringLiteral("       )");
     if (link.excludedNodeId)
-        sql += QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_ID <> ") + number(*link.excludedNodeId);
+        sql += QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_ID <> ") + sqltext::number(*link.excludedNodeId);
     sql += QStringLiteral("   AND (CONVERT(DateTime,'") + start
         + QStringLiteral("',103) BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
         + QStringLiteral("        OR CONVERT(DateTime,'") + end
@@ -92,17 +87,17 @@ QString insertStatement(const NuovoNodo &node)
     const QString user = QStringLiteral("  ")
         + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), node.user)) + QLatin1Char(',');
     sql += QStringLiteral(" ) VALUES (")
-        + QStringLiteral("  ") + number(node.typeId) + QLatin1Char(',')
-        + QStringLiteral("  ") + number(node.root ? 0 : node.parentId) + QLatin1Char(',')
-        + QStringLiteral("  ") + number(node.company) + QLatin1Char(',')
-        + QStringLiteral("  ") + number(node.subjectKind) + QLatin1Char(',')
-        + QStringLiteral("  ") + number(node.subjectCode) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.typeId) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.root ? 0 : node.parentId) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.company) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.subjectKind) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.subjectCode) + QLatin1Char(',')
         + QStringLiteral("  0,")
-        + QStringLiteral("  ") + number(node.linkState) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.linkState) + QLatin1Char(',')
         + dateValue(node.start) + dateValue(node.end)
         + dateValue(node.today) + group + user
         + dateValue(node.today) + group + user
-        + QStringLiteral("  ") + number(node.billingRule) + QLatin1Char(',')
+        + QStringLiteral("  ") + sqltext::number(node.billingRule) + QLatin1Char(',')
         + QStringLiteral("  ") + (node.root ? QStringLiteral("2") : QStringLiteral("0")) + QStringLiteral(" )");
     return sql;
 }
@@ -115,14 +110,14 @@ QString priorityLookupQuery(const QString &priorityId)
 
 QString nodeGuidQuery(int company, qint64 nodeId)
 {
-    return QStringLiteral("SELECT gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + number(company)
-        + QStringLiteral(" AND GD02_ID = ") + number(nodeId);
+    return QStringLiteral("SELECT gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD02_ID = ") + sqltext::number(nodeId);
 }
 
 QString typeGuidsQuery(int company, qint64 typeId)
 {
-    return QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + number(company)
-        + QStringLiteral(" AND GD02_ID_GD01 = '") + number(typeId) + QLatin1Char('\'');
+    return QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD02_ID_GD01 = '") + sqltext::number(typeId) + QLatin1Char('\'');
 }
 
 } // namespace nodistatements

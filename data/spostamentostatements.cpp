@@ -5,14 +5,6 @@
 
 namespace spostamentostatements {
 
-namespace {
-
-QString number(qint64 value)
-{
-    return QString::number(value);
-}
-
-} // namespace
 
 QString definitiveBonusNodesQuery(int company, qint64 typeId)
 {
@@ -21,9 +13,9 @@ QString definitiveBonusNodesQuery(int company, qint64 typeId)
         + QStringLiteral("       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID ")
         + QStringLiteral("       INNER JOIN ")
         + QStringLiteral("       GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13")
-        + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + number(company)
+        + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + sqltext::number(company)
         + QStringLiteral("   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
-        + number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + number(typeId) + QStringLiteral(") ")
+        + sqltext::number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + sqltext::number(typeId) + QStringLiteral(") ")
         + QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
         + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
         + QStringLiteral("                            SELECT GD27_ID_GD02 ")
@@ -37,7 +29,7 @@ QString definitiveBonusNodesQuery(int company, qint64 typeId)
 
 QString moveStatement(const Spostamento &move)
 {
-    QString sql = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = ") + number(move.newParentId);
+    QString sql = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = ") + sqltext::number(move.newParentId);
     if (move.newParentId == 0)
         sql += QStringLiteral(", GD02_INDEREPROMO = 2");
     sql += QStringLiteral(", GD02_DATAVAR = CONVERT(DateTime,'") + sqltext::dayMonthYear(move.changedAt.date())
@@ -46,12 +38,12 @@ QString moveStatement(const Spostamento &move)
         + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), move.userGroup))
         + QStringLiteral(", GD02_UTENTEVAR = ")
         + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), move.user))
-        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + number(move.company)
-        + QStringLiteral(" AND GD02_ID = ") + number(move.nodeId);
+        + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + sqltext::number(move.company)
+        + QStringLiteral(" AND GD02_ID = ") + sqltext::number(move.nodeId);
     if (move.oldParentId == 0)
         sql += QStringLiteral(" AND ISNULL(GD02_IDPARENT_GD02, 0) = 0");
     else
-        sql += QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + number(move.oldParentId);
+        sql += QStringLiteral(" AND GD02_IDPARENT_GD02 = ") + sqltext::number(move.oldParentId);
     return sql;
 }
 

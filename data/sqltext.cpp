@@ -75,4 +75,9 @@ QString selectAllFrom(const QString &table)
     return QStringLiteral("SELECT * FROM ") + table;
 }
 
+QString number(qint64 value)
+{
+    return QString::number(value);
+}
+
 } // namespace sqltext

@@ -14,6 +14,9 @@ QString doubleQuotes(const QString &text);
 // '…' with the quotes inside doubled.
 QString quoted(const QString &text);
 
+// A key or a code as statements write it: plain digits.
+QString number(qint64 value);
+
 // "dd/mm/yyyy" (style 103) and "mm/dd/yyyy" (style 101). The time of a QDateTime is dropped.
 QString dayMonthYear(const QDate &date);
 QString dayMonthYear(const QDateTime &dateTime);
