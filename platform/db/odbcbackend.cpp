@@ -237,7 +237,7 @@ std::shared_ptr<RecordsetData> OdbcBackend::query(const QString &sql, const QStr
     RowStoreBuilder rows(columns);
     while (query.next()) {
         for (int i = 0; i < columns; ++i)
-            rows.emplace(readValue(query.value(kept.at(i)), data->fields.at(i).type));
+            rows.cells().append(readValue(query.value(kept.at(i)), data->fields.at(i).type));
     }
     if (query.lastError().isValid())
         failQuery(query, sql);

@@ -115,17 +115,16 @@ struct Recordset::Private
         // value compares like with like.
         if (info.type == FieldType::Decimal && !converted.isNull())
             converted = storedvalues::roundToScale(converted.toDouble(), info.numericScale);
-        QVariant &cell = data->cell(stored, field);
+        const QVariant cell = data->cell(stored, field);
         const bool pending = data->pending.count(stored) > 0;
         if (!pending && storedvalues::sameValue(cell, converted) && cell.metaType() == converted.metaType())
             return;
         if (!pending) {
             PendingRow row;
-            const auto first = data->cells.begin() + ptrdiff_t(size_t(stored) * size_t(data->columnCount()));
-            row.original.assign(first, first + data->columnCount());
+            row.original = data->cells.rowValues(stored);
             data->pending.emplace(stored, std::move(row));
         }
-        cell = converted;
+        data->setCell(stored, field, converted);
         notifyCellChanged(stored, field);
     }
 
@@ -158,9 +157,8 @@ struct Recordset::Private
         const std::vector<QVariant> original = std::move(found->second.original);
         data->pending.erase(found);
         for (int field = 0; field < data->columnCount(); ++field) {
-            QVariant &cell = data->cell(stored, field);
-            if (!storedvalues::sameValue(cell, original[size_t(field)])) {
-                cell = original[size_t(field)];
+            if (!storedvalues::sameValue(data->cell(stored, field), original[size_t(field)])) {
+                data->setCell(stored, field, original[size_t(field)]);
                 notifyCellChanged(stored, field);
             }
         }
@@ -503,8 +501,7 @@ Recordset::RowState Recordset::resync()
     if (!d->data->isWritable())
         return RowState::Unchanged;
     d->restoreOriginals(stored);
-    const std::vector<QVariant> before(d->data->cells.begin() + ptrdiff_t(size_t(stored) * size_t(d->data->columnCount())),
-                                       d->data->cells.begin() + ptrdiff_t(size_t(stored + 1) * size_t(d->data->columnCount())));
+    const std::vector<QVariant> before = d->data->cells.rowValues(stored);
     bool found = false;
     try {
         found = WriteBack::rereadRow(*d->connection, *d->data, stored);

@@ -13,7 +13,8 @@ void RecordsetData::indexFields()
 
 int RecordsetData::appendRow()
 {
-    cells.resize(cells.size() + fields.size());
+    Q_ASSERT(cells.columnCount() == fields.size());
+    cells.appendNullRow();
     deleted.push_back(0);
     return storedRowCount() - 1;
 }
@@ -30,9 +31,8 @@ QList<int> keptColumns(const QStringList &columnNames, const QStringList &onlyFi
 
 void RowStoreBuilder::finish(RecordsetData &data)
 {
-    const qsizetype rows = m_columns > 0 ? m_cells.size() / m_columns : 0;
+    data.deleted.assign(size_t(m_cells.rowCount()), 0);
     data.cells = std::move(m_cells);
-    data.deleted.assign(size_t(rows), 0);
 }
 
 } // namespace db

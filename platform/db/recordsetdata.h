@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cellstore.h"
 #include "field.h"
 
 #include <QHash>
@@ -23,16 +24,13 @@ struct PendingRow
     bool isNew = false;
 };
 
-// The rows of a recordset, shared by the recordset and its clones. Cells are kept flat
-// (row after row, one QVariant per cell) so that large reads cost no allocation per row.
-// QVariant is relocatable, so the list grows with realloc, which moves a large block by
-// remapping its pages instead of copying the cells. Internal to platform/db.
+// The rows of a recordset, shared by the recordset and its clones. Internal to platform/db.
 struct RecordsetData
 {
     QList<FieldInfo> fields;
     QStringList sourceColumns;          // base-table column a field writes to; empty when computed
     QHash<QString, int> fieldByName;    // lower-case name -> index (first of equal names)
-    QList<QVariant> cells;              // row after row
+    CellStore cells;
     std::vector<quint8> deleted;        // one flag per stored row
     QString statement;
     QString baseTable;                  // empty when edits stay in memory
@@ -45,8 +43,8 @@ struct RecordsetData
     int columnCount() const { return int(fields.size()); }
     int storedRowCount() const { return int(deleted.size()); }
     bool isWritable() const { return !baseTable.isEmpty(); }
-    QVariant &cell(int row, int column) { return cells[qsizetype(row) * fields.size() + column]; }
-    const QVariant &cell(int row, int column) const { return cells[qsizetype(row) * fields.size() + column]; }
+    QVariant cell(int row, int column) const { return cells.value(row, column); }
+    void setCell(int row, int column, const QVariant &value) { cells.setValue(row, column, value); }
 
     void indexFields();
     int appendRow(); // a row of nulls; returns its stored index
@@ -61,18 +59,13 @@ QList<int> keptColumns(const QStringList &columnNames, const QStringList &onlyFi
 class RowStoreBuilder
 {
 public:
-    explicit RowStoreBuilder(int columns) : m_columns(columns) {}
+    explicit RowStoreBuilder(int columns) : m_cells(columns) {}
 
-    template<typename... Args>
-    void emplace(Args &&...args)
-    {
-        m_cells.emplaceBack(std::forward<Args>(args)...);
-    }
+    CellStore &cells() { return m_cells; }
     void finish(RecordsetData &data);
 
 private:
-    int m_columns;
-    QList<QVariant> m_cells;
+    CellStore m_cells;
 };
 
 } // namespace db

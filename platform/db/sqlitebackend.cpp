@@ -33,13 +33,12 @@ bool onlyBlanks(const char *from, const char *to)
     return true;
 }
 
-// Reads one cell as the field's type, building it in place; a value the type cannot hold keeps
-// its own form.
-void readCell(sqlite3_stmt *statement, int column, FieldInfo &field, RowStoreBuilder &rows)
+// Reads one cell as the field's type; a value the type cannot hold keeps its own form.
+void readCell(sqlite3_stmt *statement, int column, FieldInfo &field, CellStore &cells)
 {
     const int storage = sqlite3_column_type(statement, column);
     if (storage == SQLITE_NULL) {
-        rows.emplace();
+        cells.appendNull();
         return;
     }
     if (field.type == FieldType::Unknown) {
@@ -57,36 +56,37 @@ void readCell(sqlite3_stmt *statement, int column, FieldInfo &field, RowStoreBui
     switch (field.type) {
     case FieldType::Integer:
         if (storage == SQLITE_INTEGER)
-            return rows.emplace(qlonglong(sqlite3_column_int64(statement, column)));
+            return cells.appendInteger(sqlite3_column_int64(statement, column));
         if (storage == SQLITE_FLOAT)
-            return rows.emplace(sqlite3_column_double(statement, column));
+            return cells.appendDouble(sqlite3_column_double(statement, column));
         break;
     case FieldType::Double:
     case FieldType::Decimal:
         if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
-            return rows.emplace(sqlite3_column_double(statement, column));
+            return cells.appendDouble(sqlite3_column_double(statement, column));
         break;
     case FieldType::Boolean:
         if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT)
-            return rows.emplace(sqlite3_column_int64(statement, column) != 0);
+            return cells.appendBoolean(sqlite3_column_int64(statement, column) != 0);
         break;
     case FieldType::DateTime:
         if (storage == SQLITE_TEXT) {
             const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
             const QDateTime value = storedvalues::parseDateTime(text, sqlite3_column_bytes(statement, column));
             if (value.isValid())
-                return rows.emplace(value);
+                return cells.appendDateTime(value);
         }
         break;
     case FieldType::Blob: {
         const char *bytes = static_cast<const char *>(sqlite3_column_blob(statement, column));
-        return rows.emplace(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
+        return cells.append(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
     }
     case FieldType::Text:
     case FieldType::Unknown:
         break;
     }
-    rows.emplace(columnText(statement, column));
+    const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+    cells.appendText(text, sqlite3_column_bytes(statement, column));
 }
 
 int bindValue(sqlite3_stmt *statement, int index, const QVariant &value)
@@ -185,7 +185,7 @@ SqliteBackend::SqliteBackend(const QString &fileName, bool readOnly)
     // trigger removes a node's whole subtree by itself; fired again for every node it removes
     // (recursive triggers, which this SQLite turns on by default) it would walk each remaining
     // subtree once more, several times slower on a large branch for nothing.
-    QList<const char *> pragmas{"PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=OFF"};
+    QList<const char *> pragmas{"PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=OFF", "PRAGMA temp_store=MEMORY"};
     // WAL lets a second connection read while this one writes. Only a database with nothing in
     // it yet is switched here: a file that holds tables keeps the journal it was given until it
     // is known to be the module's (dbsetup::prepareDatabaseAt).
@@ -325,9 +325,10 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const 
     FieldInfo *fields = data.fields.data();
     const int *source = kept.constData();
     RowStoreBuilder rows(columns);
+    CellStore &cells = rows.cells();
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         for (int i = 0; i < columns; ++i)
-            readCell(statement, source[i], fields[i], rows);
+            readCell(statement, source[i], fields[i], cells);
     }
     if (code != SQLITE_DONE) {
         const DatabaseError error = lastError(sql);

@@ -112,7 +112,7 @@ bool WriteBack::insertRow(Connection &connection, RecordsetData &data, int row)
     const QVariant key = storedvalues::coerce(connection.backend().lastInsertedKey(), data.fields.at(keyField).type, &ok);
     if (!ok || isNull(key))
         return false;
-    data.cell(row, keyField) = key;
+    data.setCell(row, keyField, key);
     return true;
 }
 
@@ -205,7 +205,7 @@ bool WriteBack::rereadRow(Connection &connection, RecordsetData &data, int row)
     for (int i = 0; i < fields.size(); ++i) {
         bool ok = false;
         const QVariant value = storedvalues::coerce(read->cell(0, i), data.fields.at(fields.at(i)).type, &ok);
-        data.cell(row, fields.at(i)) = ok ? value : read->cell(0, i);
+        data.setCell(row, fields.at(i), ok ? value : read->cell(0, i));
     }
     return true;
 }
