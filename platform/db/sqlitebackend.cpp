@@ -378,6 +378,36 @@ QVariant SqliteBackend::lastInsertedKey()
 
 std::optional<TableSchema> SqliteBackend::tableSchema(const QString &table)
 {
+    // Asked for every recordset read from one table, to know whether it can be written back:
+    // kept until the database's schema changes (by this connection or another).
+    const qint64 version = schemaVersion();
+    if (version < 0)
+        return readTableSchema(table);
+    if (version != m_schemaVersion) {
+        m_schemas.clear();
+        m_schemaVersion = version;
+    }
+    const QString key = table.toLower();
+    const auto known = m_schemas.constFind(key);
+    if (known != m_schemas.constEnd())
+        return *known;
+    const std::optional<TableSchema> schema = readTableSchema(table);
+    m_schemas.insert(key, schema);
+    return schema;
+}
+
+qint64 SqliteBackend::schemaVersion()
+{
+    qint64 version = -1;
+    forEachStatement(QStringLiteral("PRAGMA main.schema_version"), [&](sqlite3_stmt *statement) {
+        if (sqlite3_step(statement) == SQLITE_ROW)
+            version = sqlite3_column_int64(statement, 0);
+    });
+    return version;
+}
+
+std::optional<TableSchema> SqliteBackend::readTableSchema(const QString &table)
+{
     QString quoted = table;
     quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
     const QString sql = QStringLiteral("PRAGMA table_info(\"%1\")").arg(quoted);

@@ -49,6 +49,8 @@ private:
     template<typename Step>
     void forEachStatement(const QString &sql, Step onStatement);
     bool isEmptyDatabase();
+    qint64 schemaVersion();
+    std::optional<TableSchema> readTableSchema(const QString &table);
     DatabaseError lastError(const QString &statement) const;
     [[noreturn]] void fail(const QString &statement, int code);
     void step(sqlite3_stmt *statement, const QString &sql);
@@ -57,6 +59,8 @@ private:
     sqlite3 *m_handle = nullptr;
     bool m_readOnly = false;
     StatementCache m_cache;
+    QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
+    qint64 m_schemaVersion = -1;
 };
 
 } // namespace db

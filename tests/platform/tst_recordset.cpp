@@ -28,6 +28,7 @@ private slots:
     void conflictingUpdateIsRefused();
     void staleDeleteIsRefused();
     void computedColumnsAreNotWritable();
+    void writabilityFollowsSchemaChanges();
     void writabilityFollowsTheStatement_data();
     void writabilityFollowsTheStatement();
     void gridEditConflictIsSignalled();
@@ -511,6 +512,29 @@ void TestRecordset::largeReadsKeepEveryRow()
     for (int i = 1; i <= 20000; ++i)
         expected += QString::number(i).contains(QLatin1String("99"));
     QCOMPARE(rs->recordCount(), expected);
+}
+
+// What a table's columns and key are is remembered between reads, but not past a change of the
+// schema, whether made on this connection or by another user's.
+void TestRecordset::writabilityFollowsSchemaChanges()
+{
+    m_connection->execute(QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER, NOME VARCHAR(20))"));
+    m_connection->execute(QStringLiteral("INSERT INTO LIBERA VALUES (1, 'uno')"));
+    QVERIFY(!m_connection->openRecordset(QStringLiteral("SELECT * FROM LIBERA"))->isWritable());
+
+    ConnectionPtr other = Connection::open(fileConnectionString());
+    other->execute(QStringLiteral("DROP TABLE LIBERA"));
+    other->execute(QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER PRIMARY KEY, NOME VARCHAR(20), NOTE VARCHAR(20))"));
+    other->execute(QStringLiteral("INSERT INTO LIBERA VALUES (1, 'uno', NULL)"));
+    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM LIBERA"));
+    QVERIFY(rs->isWritable());
+    rs->setValue(QStringLiteral("NOTE"), QStringLiteral("scritta"));
+    rs->update();
+    QCOMPARE(other->openRecordset(QStringLiteral("SELECT NOTE FROM LIBERA"))->value(0).toString(), QStringLiteral("scritta"));
+
+    m_connection->execute(QStringLiteral("ALTER TABLE LIBERA RENAME TO LIBERA2"));
+    m_connection->execute(QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER, NOME VARCHAR(20))"));
+    QVERIFY(!m_connection->openRecordset(QStringLiteral("SELECT * FROM LIBERA"))->isWritable());
 }
 
 QTEST_MAIN(TestRecordset)
