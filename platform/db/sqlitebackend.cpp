@@ -379,13 +379,21 @@ QVariant SqliteBackend::lastInsertedKey()
 std::optional<TableSchema> SqliteBackend::tableSchema(const QString &table)
 {
     // Asked for every recordset read from one table, to know whether it can be written back:
-    // kept until the database's schema changes (by this connection or another).
-    const qint64 version = schemaVersion();
-    if (version < 0)
-        return readTableSchema(table);
-    if (version != m_schemaVersion) {
-        m_schemas.clear();
-        m_schemaVersion = version;
+    // kept until the database's schema changes (by this connection or another). The schema is
+    // looked at again only once the file has changed since it was last looked at: the pager's
+    // data version costs no statement, while each statement is a read transaction of its own.
+    unsigned int dataVersion = 0;
+    const bool knowsVersion = sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_DATA_VERSION, &dataVersion) == SQLITE_OK;
+    if (!knowsVersion || !m_dataVersion || *m_dataVersion != dataVersion) {
+        const qint64 version = schemaVersion();
+        if (version < 0)
+            return readTableSchema(table);
+        if (version != m_schemaVersion) {
+            m_schemas.clear();
+            m_schemaVersion = version;
+        }
+        if (knowsVersion)
+            m_dataVersion = dataVersion;
     }
     const QString key = table.toLower();
     const auto known = m_schemas.constFind(key);

@@ -61,6 +61,7 @@ private:
     StatementCache m_cache;
     QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
     qint64 m_schemaVersion = -1;
+    std::optional<unsigned int> m_dataVersion; // the file's version when the schema was last read
 };
 
 } // namespace db
