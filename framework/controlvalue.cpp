@@ -64,12 +64,17 @@ void write(QWidget *control, const QVariant &value)
     const QMetaProperty property = control->metaObject()->userProperty();
     if (!property.isValid())
         return;
+    QVariant shown;
     if (value.isNull())
-        property.write(control, QVariant(property.metaType()));
+        shown = QVariant(property.metaType());
     else if (property.metaType().id() == QMetaType::QString)
-        property.write(control, displayText(value));
+        shown = displayText(value);
     else
-        property.write(control, value);
+        shown = value;
+    // A frame refills every control on each move of its row; a control that already shows the
+    // value is left alone (setting a text lays it out again even when it is the same).
+    if (property.read(control) != shown)
+        property.write(control, shown);
 }
 
 QMetaObject::Connection onChange(QWidget *control, QObject *context, std::function<void()> onEdit)

@@ -141,7 +141,15 @@ bool Connection::translatesTsql() const
 
 QString Connection::translated(const QString &sql) const
 {
-    return m_backend->translatesTsql() ? translateTsqlToSqlite(sql) : sql;
+    if (!m_backend->translatesTsql())
+        return sql;
+    // The same statements come back all the time (a focus change reads the parameters, the
+    // workflow states, the page's lists): their translation is kept for the next time.
+    if (const QString *known = m_translations.object(sql))
+        return *known;
+    const QString translation = translateTsqlToSqlite(sql);
+    m_translations.insert(sql, new QString(translation));
+    return translation;
 }
 
 int Connection::execute(const QString &sql)

@@ -2,6 +2,7 @@
 
 #include "databaseerror.h"
 
+#include <QCache>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -68,6 +69,7 @@ private:
     QString m_connectionString;
     std::unique_ptr<Backend> m_backend;
     QList<DbError> m_errors;
+    mutable QCache<QString, QString> m_translations{256}; // T-SQL -> the back end's dialect
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

@@ -3,6 +3,7 @@
 #include "recordsetdata.h"
 #include "sqlitefilename.h"
 #include "sqlitefunctions.h"
+#include "sqliteparameters.h"
 #include "storedvalues.h"
 
 #include <sqlite3.h>
@@ -238,7 +239,13 @@ void SqliteBackend::fail(const QString &statement, int code)
 template<typename Step>
 void SqliteBackend::forEachStatement(const QString &sql, Step onStatement)
 {
-    const QByteArray text = sql.toUtf8();
+    forEachStatement(sql, sql, onStatement);
+}
+
+template<typename Step>
+void SqliteBackend::forEachStatement(const QString &text16, const QString &sql, Step onStatement)
+{
+    const QByteArray text = text16.toUtf8();
     const char *from = text.constData();
     const char *end = from + text.size();
     bool wholeText = true;
@@ -288,15 +295,33 @@ void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
 int SqliteBackend::execute(const QString &sql)
 {
     int changed = 0;
-    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+    const auto run = [&](sqlite3_stmt *statement) {
         const sqlite3_int64 totalBefore = sqlite3_total_changes64(m_handle);
         step(statement, sql);
         // Only statements that changed rows count; sqlite3_changes() alone would repeat the
         // count of an earlier statement after DDL or a SELECT.
         if (sqlite3_total_changes64(m_handle) != totalBefore)
             changed += int(sqlite3_changes64(m_handle));
-    });
+    };
+    const ParameterizedSelect shared = parameterizeConditions(sql);
+    if (shared.values.isEmpty()) {
+        forEachStatement(sql, run);
+    } else {
+        forEachStatement(shared.text, sql, [&](sqlite3_stmt *statement) {
+            bindAll(statement, shared.values, sql);
+            run(statement);
+        });
+    }
     return changed;
+}
+
+void SqliteBackend::bindAll(sqlite3_stmt *statement, const QVariantList &values, const QString &sql)
+{
+    for (int i = 0; i < values.size(); ++i) {
+        const int code = bindValue(statement, i + 1, values.at(i));
+        if (code != SQLITE_OK)
+            fail(sql, code);
+    }
 }
 
 void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const QStringList &onlyFields,
@@ -341,6 +366,16 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const 
 std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QStringList &onlyFields)
 {
     auto data = std::make_shared<RecordsetData>();
+    const ParameterizedSelect shared = parameterizeConditions(sql);
+    if (!shared.values.isEmpty()) {
+        forEachStatement(shared.text, sql, [&](sqlite3_stmt *statement) {
+            bindAll(statement, shared.values, sql);
+            readRows(statement, sql, onlyFields, *data);
+        });
+        data->statement = sql;
+        data->indexFields();
+        return data;
+    }
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
         if (sqlite3_column_count(statement) > 0)
             readRows(statement, sql, onlyFields, *data);
@@ -360,11 +395,7 @@ int SqliteBackend::executeBound(const QString &sql, const QVariantList &values)
         if (bound)
             throw makeError(QStringLiteral("Una sola istruzione con parametri alla volta."), sourceName(), sql);
         bound = true;
-        for (int i = 0; i < values.size(); ++i) {
-            const int code = bindValue(statement, i + 1, values.at(i));
-            if (code != SQLITE_OK)
-                fail(sql, code);
-        }
+        bindAll(statement, values, sql);
         step(statement, sql);
         changed = int(sqlite3_changes64(m_handle));
     });

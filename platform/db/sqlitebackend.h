@@ -48,12 +48,16 @@ private:
     // steps it. Statements that make up the whole text are cached.
     template<typename Step>
     void forEachStatement(const QString &sql, Step onStatement);
+    // The same for a text prepared in place of sql (its parameterised form); failures name sql.
+    template<typename Step>
+    void forEachStatement(const QString &text, const QString &sql, Step onStatement);
     bool isEmptyDatabase();
     qint64 schemaVersion();
     std::optional<TableSchema> readTableSchema(const QString &table);
     DatabaseError lastError(const QString &statement) const;
     [[noreturn]] void fail(const QString &statement, int code);
     void step(sqlite3_stmt *statement, const QString &sql);
+    void bindAll(sqlite3_stmt *statement, const QVariantList &values, const QString &sql);
     void readRows(sqlite3_stmt *statement, const QString &sql, const QStringList &onlyFields, RecordsetData &data);
 
     sqlite3 *m_handle = nullptr;
