@@ -294,24 +294,17 @@ void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
 
 int SqliteBackend::execute(const QString &sql)
 {
+    // Not parameterised: what is executed is mostly DDL and writes, and DDL expires every
+    // prepared statement of the connection anyway.
     int changed = 0;
-    const auto run = [&](sqlite3_stmt *statement) {
+    forEachStatement(sql, [&](sqlite3_stmt *statement) {
         const sqlite3_int64 totalBefore = sqlite3_total_changes64(m_handle);
         step(statement, sql);
         // Only statements that changed rows count; sqlite3_changes() alone would repeat the
         // count of an earlier statement after DDL or a SELECT.
         if (sqlite3_total_changes64(m_handle) != totalBefore)
             changed += int(sqlite3_changes64(m_handle));
-    };
-    const ParameterizedSelect shared = parameterizeConditions(sql);
-    if (shared.values.isEmpty()) {
-        forEachStatement(sql, run);
-    } else {
-        forEachStatement(shared.text, sql, [&](sqlite3_stmt *statement) {
-            bindAll(statement, shared.values, sql);
-            run(statement);
-        });
-    }
+    });
     return changed;
 }
 

@@ -13,8 +13,13 @@ struct Token
     Kind kind;
     qsizetype start;
     qsizetype end;
-    QString word; // upper-case, for words
+    QStringView word; // for words not quoted
 };
+
+bool is(const Token &token, QLatin1StringView keyword)
+{
+    return token.word.size() == keyword.size() && token.word.compare(keyword, Qt::CaseInsensitive) == 0;
+}
 
 bool isWordChar(QChar c)
 {
@@ -86,7 +91,7 @@ bool tokenize(const QString &sql, std::vector<Token> &tokens)
                 i = blobEnd;
                 continue;
             }
-            tokens.push_back({Kind::Word, i, end, sql.mid(i, end - i).toUpper()});
+            tokens.push_back({Kind::Word, i, end, QStringView(sql).mid(i, end - i)});
             i = end;
         } else {
             const Kind kind = c == u'(' ? Kind::Open : c == u')' ? Kind::Close : c == u',' ? Kind::Comma
@@ -127,16 +132,18 @@ struct Level
     bool typeName = false;        // after AS in a CAST: numbers here are lengths and scales
 };
 
-Clause clauseOf(const QString &word, Clause current)
+Clause clauseOf(const Token &word, Clause current)
 {
-    if (word == u"SELECT")
+    using namespace Qt::Literals::StringLiterals;
+    if (is(word, "SELECT"_L1))
         return Clause::SelectList;
-    if (word == u"WHERE" || word == u"ON" || word == u"HAVING")
+    if (is(word, "WHERE"_L1) || is(word, "ON"_L1) || is(word, "HAVING"_L1))
         return Clause::Conditions;
-    if (word == u"FROM" || word == u"GROUP" || word == u"ORDER" || word == u"LIMIT" || word == u"OFFSET"
-        || word == u"WINDOW" || word == u"VALUES")
-        return Clause::Other;
-    if (word == u"UNION" || word == u"INTERSECT" || word == u"EXCEPT")
+    for (QLatin1StringView other : {"FROM"_L1, "GROUP"_L1, "ORDER"_L1, "LIMIT"_L1, "OFFSET"_L1, "WINDOW"_L1, "VALUES"_L1}) {
+        if (is(word, other))
+            return Clause::Other;
+    }
+    if (is(word, "UNION"_L1) || is(word, "INTERSECT"_L1) || is(word, "EXCEPT"_L1))
         return Clause::None;
     return current;
 }
@@ -147,13 +154,14 @@ bool startsAsSelect(const std::vector<Token> &tokens)
     size_t i = 0;
     while (i < tokens.size() && tokens[i].kind == Kind::Open)
         ++i;
-    if (i < tokens.size() && tokens[i].word == u"SELECT")
+    using namespace Qt::Literals::StringLiterals;
+    if (i < tokens.size() && is(tokens[i], "SELECT"_L1))
         return true;
-    if (i >= tokens.size() || tokens[i].word != u"CREATE")
+    if (i >= tokens.size() || !is(tokens[i], "CREATE"_L1))
         return false;
     for (++i; i < tokens.size() && tokens[i].kind == Kind::Word; ++i) {
-        if (tokens[i].word == u"AS")
-            return i + 1 < tokens.size() && tokens[i + 1].word == u"SELECT";
+        if (is(tokens[i], "AS"_L1))
+            return i + 1 < tokens.size() && is(tokens[i + 1], "SELECT"_L1);
     }
     return false;
 }
@@ -162,7 +170,9 @@ bool startsAsSelect(const std::vector<Token> &tokens)
 
 ParameterizedSelect parameterizeConditions(const QString &sqlite)
 {
+    using namespace Qt::Literals::StringLiterals;
     std::vector<Token> tokens;
+    tokens.reserve(size_t(sqlite.size() / 4));
     if (!tokenize(sqlite, tokens) || !startsAsSelect(tokens))
         return {};
     for (size_t i = 0; i < tokens.size(); ++i) {
@@ -182,10 +192,9 @@ ParameterizedSelect parameterizeConditions(const QString &sqlite)
         Level &level = levels.back();
         switch (token.kind) {
         case Kind::Word:
-            if (token.word == u"AS" && level.clause == Clause::Conditions) // a CAST's type follows
+            if (is(token, "AS"_L1) && level.clause == Clause::Conditions) // a CAST's type follows
                 level.typeName = true;
-            if (!token.word.isEmpty())
-                level.clause = clauseOf(token.word, level.clause);
+            level.clause = clauseOf(token, level.clause);
             continue;
         case Kind::Open: {
             Level inner = level;
@@ -208,8 +217,9 @@ ParameterizedSelect parameterizeConditions(const QString &sqlite)
         }
         if (level.clause != Clause::Conditions || level.underSelectList || level.typeName)
             continue;
-        const QString previous = i > 0 ? tokens[i - 1].word : QString();
-        if (previous == u"LIKE" || previous == u"GLOB" || previous == u"ESCAPE" || comparedWithLiteral(tokens, sqlite, i))
+        const Token &previous = i > 0 ? tokens[i - 1] : tokens[i];
+        if (is(previous, "LIKE"_L1) || is(previous, "GLOB"_L1) || is(previous, "ESCAPE"_L1)
+            || comparedWithLiteral(tokens, sqlite, i))
             continue;
         QVariant value;
         if (token.kind == Kind::Text) {
