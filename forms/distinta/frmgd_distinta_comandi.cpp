@@ -5,6 +5,7 @@
 #include "framework/recordsetgrid.h"
 #include "framework/treelist/treelist.h"
 #include "framework/workflowstatecontrol.h"
+#include "platform/db/readsnapshot.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -52,6 +53,7 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const f
         dettagliNodoFocalizzato(current);
         return;
     }
+    const db::ReadSnapshot burst(connection()); // a focus change reads a dozen small things
     CaricaParametri();
     dettagliNodoFocalizzato(current);
     step(QStringLiteral("TVW_DISTINTA_OnChangeNode"), [&] {

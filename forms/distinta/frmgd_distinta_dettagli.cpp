@@ -12,6 +12,7 @@
 #include "framework/recordsetgridmodel.h"
 #include "framework/recordsetgroupgrid.h"
 #include "framework/treelist/treelist.h"
+#include "platform/db/readsnapshot.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -137,6 +138,7 @@ void FRMGD_DISTINTA::caricaPaginaDettaglio()
 {
     if (m_propagazioneInCorso || m_eliminazioneInCorso || !isLoaded() || !m_nodi || m_nodi->currentRow() < 0)
         return;
+    const db::ReadSnapshot burst(connection());
     switch (TAB_DETTAGLIOSOGGETTO->currentIndex()) {
     case paginaAnagrafica:
         CaricaCondizioniCliente(MODGD_DISTINTA::NvlNumero(m_nodi->value(QStringLiteral("GD02_CLIFOR_CG44"))).toDouble());

@@ -46,6 +46,12 @@ public:
 
     // nullopt when the table is unknown.
     virtual std::optional<TableSchema> tableSchema(const QString &table) = 0;
+
+    // While held, the queries that read and write nothing may share one read transaction
+    // instead of opening one each; writes still run in transactions of their own. Nested holds
+    // count. A back end may ignore it.
+    virtual void holdReadSnapshot() {}
+    virtual void releaseReadSnapshot() {}
 };
 
 inline DatabaseError makeError(const QString &description, const QString &source,

@@ -216,6 +216,7 @@ bool SqliteBackend::isEmptyDatabase()
 
 SqliteBackend::~SqliteBackend()
 {
+    leaveSnapshot();
     m_cache.clear();
     sqlite3_close_v2(m_handle);
 }
@@ -231,9 +232,12 @@ DatabaseError SqliteBackend::lastError(const QString &statement) const
 
 void SqliteBackend::fail(const QString &statement, int code)
 {
-    if (code == SQLITE_OK)
-        throw makeError(QString::fromUtf8(sqlite3_errmsg(m_handle)), sourceName(), statement, code);
-    throw lastError(statement);
+    const DatabaseError error = code == SQLITE_OK
+        ? makeError(QString::fromUtf8(sqlite3_errmsg(m_handle)), sourceName(), statement, code)
+        : lastError(statement);
+    // The error may well wait on a user's answer: no read transaction is kept open meanwhile.
+    leaveSnapshot();
+    throw error;
 }
 
 template<typename Step>
@@ -288,6 +292,7 @@ void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
     if (code != SQLITE_DONE) {
         const DatabaseError error = lastError(sql);
         sqlite3_reset(statement);
+        leaveSnapshot();
         throw error;
     }
 }
@@ -296,6 +301,7 @@ int SqliteBackend::execute(const QString &sql)
 {
     // Not parameterised: what is executed is mostly DDL and writes, and DDL expires every
     // prepared statement of the connection anyway.
+    leaveSnapshot();
     int changed = 0;
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
         const sqlite3_int64 totalBefore = sqlite3_total_changes64(m_handle);
@@ -351,6 +357,7 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const 
     if (code != SQLITE_DONE) {
         const DatabaseError error = lastError(sql);
         sqlite3_reset(statement);
+        leaveSnapshot();
         throw error;
     }
     rows.finish(data);
@@ -362,6 +369,7 @@ std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QS
     const ParameterizedSelect shared = parameterizeConditions(sql);
     if (!shared.values.isEmpty()) {
         forEachStatement(shared.text, sql, [&](sqlite3_stmt *statement) {
+            enterSnapshotFor(statement);
             bindAll(statement, shared.values, sql);
             readRows(statement, sql, onlyFields, *data);
         });
@@ -370,6 +378,7 @@ std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QS
         return data;
     }
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
+        enterSnapshotFor(statement);
         if (sqlite3_column_count(statement) > 0)
             readRows(statement, sql, onlyFields, *data);
         else
@@ -382,6 +391,7 @@ std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QS
 
 int SqliteBackend::executeBound(const QString &sql, const QVariantList &values)
 {
+    leaveSnapshot();
     int changed = 0;
     bool bound = false;
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
@@ -463,6 +473,40 @@ std::optional<TableSchema> SqliteBackend::readTableSchema(const QString &table)
     for (const auto &key : keys)
         schema.keyColumns << key.second;
     return schema;
+}
+
+void SqliteBackend::holdReadSnapshot()
+{
+    ++m_snapshotHolds;
+}
+
+void SqliteBackend::releaseReadSnapshot()
+{
+    if (m_snapshotHolds > 0 && --m_snapshotHolds == 0)
+        leaveSnapshot();
+}
+
+// Each statement run on its own opens and closes a read transaction (locks taken and given
+// back through the file system); a run of queries for one purpose shares one instead. Only a
+// statement that writes nothing joins it, so that no write ever waits on a snapshot.
+void SqliteBackend::enterSnapshotFor(sqlite3_stmt *statement)
+{
+    if (!sqlite3_stmt_readonly(statement)) {
+        leaveSnapshot();
+        return;
+    }
+    if (m_snapshotHolds == 0 || m_inSnapshot || !sqlite3_get_autocommit(m_handle))
+        return;
+    m_inSnapshot = sqlite3_exec(m_handle, "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void SqliteBackend::leaveSnapshot()
+{
+    if (!m_inSnapshot)
+        return;
+    m_inSnapshot = false;
+    if (sqlite3_exec(m_handle, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+        sqlite3_exec(m_handle, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 } // namespace db

@@ -27,6 +27,8 @@ public:
     int executeBound(const QString &sql, const QVariantList &values) override;
     QVariant lastInsertedKey() override;
     std::optional<TableSchema> tableSchema(const QString &table) override;
+    void holdReadSnapshot() override;
+    void releaseReadSnapshot() override;
 
 private:
     class StatementCache
@@ -52,6 +54,8 @@ private:
     template<typename Step>
     void forEachStatement(const QString &text, const QString &sql, Step onStatement);
     bool isEmptyDatabase();
+    void enterSnapshotFor(sqlite3_stmt *statement);
+    void leaveSnapshot();
     qint64 schemaVersion();
     std::optional<TableSchema> readTableSchema(const QString &table);
     DatabaseError lastError(const QString &statement) const;
@@ -65,6 +69,8 @@ private:
     StatementCache m_cache;
     QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
     qint64 m_schemaVersion = -1;
+    int m_snapshotHolds = 0;
+    bool m_inSnapshot = false;   // a read transaction begun here is open
     std::optional<unsigned int> m_dataVersion; // the file's version when the schema was last read
 };
 

@@ -1,5 +1,6 @@
 #include "platform/db/connection.h"
 #include "platform/db/connectionstring.h"
+#include "platform/db/readsnapshot.h"
 #include "platform/db/recordset.h"
 
 #include <QFile>
@@ -22,6 +23,7 @@ private slots:
     void failuresAreKeptOnTheErrorList();
     void executeCountsRowsAndTriggersRecurse();
     void cachedStatementsFollowSchemaChanges();
+    void heldReadsShareASnapshotThatNoWriteWaitsOn();
     void traceHoldsEveryStatementAsSent();
     void connectionStringsKeepEveryValueWhole();
 
@@ -220,6 +222,35 @@ void TestConnection::connectionStringsKeepEveryValueWhole()
         ->execute(QStringLiteral("CREATE TABLE T (ID INTEGER)"));
     QVERIFY(QFile::exists(path));
     QVERIFY(!QFile::exists(m_dir->filePath(QStringLiteral("ditta"))));
+}
+
+// A burst of reads sees the file as it was at its first read; a write, or a failure that may
+// wait on the user, ends the shared read at once, so another user's work is never held up
+// and never missed for longer than the burst.
+void TestConnection::heldReadsShareASnapshotThatNoWriteWaitsOn()
+{
+    m_connection->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V INTEGER)"));
+    m_connection->execute(QStringLiteral("INSERT INTO T VALUES (1, 10)"));
+    ConnectionPtr other = Connection::open(connectionString());
+    const auto valueSeenBy = [](const ConnectionPtr &connection) {
+        return connection->openRecordset(QStringLiteral("SELECT V FROM T WHERE ID = 1"))->valueAt(0, 0).toInt();
+    };
+    {
+        const ReadSnapshot burst(m_connection);
+        QCOMPARE(valueSeenBy(m_connection), 10);
+        other->execute(QStringLiteral("UPDATE T SET V = 11 WHERE ID = 1"));
+        QCOMPARE(valueSeenBy(m_connection), 10); // one snapshot for the burst
+
+        m_connection->execute(QStringLiteral("UPDATE T SET V = V + 1 WHERE ID = 1"));
+        QCOMPARE(valueSeenBy(other), 12);        // written at once, on the file as it is now
+        QCOMPARE(valueSeenBy(m_connection), 12);
+
+        other->execute(QStringLiteral("UPDATE T SET V = 20 WHERE ID = 1"));
+        QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->openRecordset(QStringLiteral("SELECT NOPE FROM T")));
+        QCOMPARE(valueSeenBy(m_connection), 20); // the failure ended the shared read
+    }
+    other->execute(QStringLiteral("UPDATE T SET V = 30 WHERE ID = 1"));
+    QCOMPARE(valueSeenBy(m_connection), 30);
 }
 
 QTEST_MAIN(TestConnection)
