@@ -367,18 +367,9 @@ std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QS
 {
     auto data = std::make_shared<RecordsetData>();
     const ParameterizedSelect shared = parameterizeConditions(sql);
-    if (!shared.values.isEmpty()) {
-        forEachStatement(shared.text, sql, [&](sqlite3_stmt *statement) {
-            enterSnapshotFor(statement);
-            bindAll(statement, shared.values, sql);
-            readRows(statement, sql, onlyFields, *data);
-        });
-        data->statement = sql;
-        data->indexFields();
-        return data;
-    }
-    forEachStatement(sql, [&](sqlite3_stmt *statement) {
+    forEachStatement(shared.values.isEmpty() ? sql : shared.text, sql, [&](sqlite3_stmt *statement) {
         enterSnapshotFor(statement);
+        bindAll(statement, shared.values, sql);
         if (sqlite3_column_count(statement) > 0)
             readRows(statement, sql, onlyFields, *data);
         else
