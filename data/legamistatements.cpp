@@ -27,6 +27,19 @@ QString contractCountQuery(int company, qint64 subjectCode)
         + QStringLiteral("    GD10_CLIFOR_CG44 = ") + sqltext::number(subjectCode);
 }
 
+QString settledNotDisabledCondition()
+{
+    return QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
+        + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
+        + QStringLiteral("                            SELECT GD27_ID_GD02 ")
+        + QStringLiteral("                              FROM GD27_SOGGCONTRDISAB ")
+        + QStringLiteral("                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     ")
+        + QStringLiteral("                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  ")
+        + QStringLiteral("                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  ")
+        + QStringLiteral("                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 ")
+        + QStringLiteral("                            )   ");
+}
+
 QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDate> &dueAfter)
 {
     QString sql = QStringLiteral("SELECT TOP 1 *  ")
@@ -39,15 +52,7 @@ QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDa
     if (dueAfter)
         sql += QStringLiteral("   AND GD18_DATASCADENZA  > CONVERT(DateTime,'") + sqltext::dayMonthYear(*dueAfter)
             + QStringLiteral("',103) ");
-    sql += QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
-        + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
-        + QStringLiteral("                            SELECT GD27_ID_GD02 ")
-        + QStringLiteral("                              FROM GD27_SOGGCONTRDISAB ")
-        + QStringLiteral("                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     ")
-        + QStringLiteral("                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  ")
-        + QStringLiteral("                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  ")
-        + QStringLiteral("                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 ")
-        + QStringLiteral("                            )   ");
+    sql += settledNotDisabledCondition();
     return sql;
 }
 

@@ -19,6 +19,10 @@ QString childrenQuery(int company, qint64 nodeId);
 // LegamiContratto: the contracts of a subject code, matched on company and code only.
 QString contractCountQuery(int company, qint64 subjectCode);
 
+// The end of every settled-bonus query: a settled due date, for a subject whose contract
+// condition is not disabled for it.
+QString settledNotDisabledCondition();
+
 // PremioDefinitivo: a settled-for-good bonus deadline (state 2 or more) of a condition that
 // applies to the node and from which the node is not excluded. With dueAfter, only deadlines
 // after that date count (the end of a period may not move before them).

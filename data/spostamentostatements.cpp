@@ -1,6 +1,7 @@
 #include "data/spostamentostatements.h"
 
 #include "data/columnwidths.h"
+#include "data/legamistatements.h"
 #include "data/sqltext.h"
 
 namespace spostamentostatements {
@@ -16,15 +17,7 @@ QString definitiveBonusNodesQuery(int company, qint64 typeId)
         + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + sqltext::number(company)
         + QStringLiteral("   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
         + sqltext::number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + sqltext::number(typeId) + QStringLiteral(") ")
-        + QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
-        + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
-        + QStringLiteral("                            SELECT GD27_ID_GD02 ")
-        + QStringLiteral("                              FROM GD27_SOGGCONTRDISAB ")
-        + QStringLiteral("                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     ")
-        + QStringLiteral("                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  ")
-        + QStringLiteral("                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  ")
-        + QStringLiteral("                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 ")
-        + QStringLiteral("                            )   ");
+        + legamistatements::settledNotDisabledCondition();
 }
 
 QString moveStatement(const Spostamento &move)

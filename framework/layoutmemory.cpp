@@ -28,7 +28,7 @@ LayoutMemory::LayoutMemory(const QString &settingsFile, const QString &user, con
 {
 }
 
-QHash<QString, int> LayoutMemory::columnWidths(const QString &grid, const QStringList &columns) const
+QVariantList LayoutMemory::stored(const QStringList &keys) const
 {
     if (m_settingsFile.isEmpty() || !QFileInfo::exists(m_settingsFile))
         return {};
@@ -36,8 +36,33 @@ QHash<QString, int> LayoutMemory::columnWidths(const QString &grid, const QStrin
     if (!readable(settings))
         return {};
     settings.beginGroup(m_group);
-    const QStringList names = settings.value(encoded(grid) + QStringLiteral("/colonne")).toStringList();
-    const QStringList widths = settings.value(encoded(grid) + QStringLiteral("/larghezze")).toStringList();
+    QVariantList values;
+    for (const QString &key : keys)
+        values << settings.value(key);
+    return values;
+}
+
+void LayoutMemory::store(const QList<std::pair<QString, QVariant>> &values)
+{
+    if (m_settingsFile.isEmpty())
+        return;
+    QSettings settings(m_settingsFile, QSettings::IniFormat);
+    if (!readable(settings))
+        return;
+    settings.beginGroup(m_group);
+    for (const auto &[key, value] : values)
+        settings.setValue(key, value);
+    settings.endGroup();
+    settings.sync();
+}
+
+QHash<QString, int> LayoutMemory::columnWidths(const QString &grid, const QStringList &columns) const
+{
+    const QVariantList values = stored({encoded(grid) + QStringLiteral("/colonne"), encoded(grid) + QStringLiteral("/larghezze")});
+    if (values.isEmpty())
+        return {};
+    const QStringList names = values.at(0).toStringList();
+    const QStringList widths = values.at(1).toStringList();
     if (names != columns || widths.size() != names.size())
         return {};
     QHash<QString, int> result;
@@ -53,34 +78,22 @@ QHash<QString, int> LayoutMemory::columnWidths(const QString &grid, const QStrin
 
 void LayoutMemory::rememberColumnWidths(const QString &grid, const QList<std::pair<QString, int>> &widths)
 {
-    if (m_settingsFile.isEmpty())
-        return;
     QStringList names;
     QStringList values;
     for (const auto &[name, width] : widths) {
         names << name;
         values << QString::number(width);
     }
-    QSettings settings(m_settingsFile, QSettings::IniFormat);
-    if (!readable(settings))
-        return;
-    settings.beginGroup(m_group);
-    settings.setValue(encoded(grid) + QStringLiteral("/colonne"), names);
-    settings.setValue(encoded(grid) + QStringLiteral("/larghezze"), values);
-    settings.endGroup();
-    settings.sync();
+    store({{encoded(grid) + QStringLiteral("/colonne"), names}, {encoded(grid) + QStringLiteral("/larghezze"), values}});
 }
 
 QList<double> LayoutMemory::splitterShares() const
 {
-    if (m_settingsFile.isEmpty() || !QFileInfo::exists(m_settingsFile))
+    const QVariantList values = stored({QStringLiteral("divisori")});
+    if (values.isEmpty())
         return {};
-    QSettings settings(m_settingsFile, QSettings::IniFormat);
-    if (!readable(settings))
-        return {};
-    settings.beginGroup(m_group);
     QList<double> shares;
-    for (const QString &text : settings.value(QStringLiteral("divisori")).toStringList()) {
+    for (const QString &text : values.at(0).toStringList()) {
         bool ok = false;
         const double share = text.toDouble(&ok);
         if (!ok || share <= 0 || share >= 1)
@@ -92,29 +105,18 @@ QList<double> LayoutMemory::splitterShares() const
 
 void LayoutMemory::rememberSplitterShares(const QList<double> &shares)
 {
-    if (m_settingsFile.isEmpty())
-        return;
     QStringList texts;
     for (double share : shares)
         texts << QString::number(share, 'f', 4);
-    QSettings settings(m_settingsFile, QSettings::IniFormat);
-    if (!readable(settings))
-        return;
-    settings.beginGroup(m_group);
-    settings.setValue(QStringLiteral("divisori"), texts);
-    settings.endGroup();
-    settings.sync();
+    store({{QStringLiteral("divisori"), texts}});
 }
 
 QSize LayoutMemory::windowSize() const
 {
-    if (m_settingsFile.isEmpty() || !QFileInfo::exists(m_settingsFile))
+    const QVariantList values = stored({QStringLiteral("dimensioni")});
+    if (values.isEmpty())
         return {};
-    QSettings settings(m_settingsFile, QSettings::IniFormat);
-    if (!readable(settings))
-        return {};
-    settings.beginGroup(m_group);
-    const QStringList parts = settings.value(QStringLiteral("dimensioni")).toStringList();
+    const QStringList parts = values.at(0).toStringList();
     if (parts.size() != 2)
         return {};
     const QSize size(parts.at(0).toInt(), parts.at(1).toInt());
@@ -125,16 +127,9 @@ QSize LayoutMemory::windowSize() const
 
 void LayoutMemory::rememberWindowSize(const QSize &size)
 {
-    if (m_settingsFile.isEmpty() || !size.isValid())
+    if (!size.isValid())
         return;
-    QSettings settings(m_settingsFile, QSettings::IniFormat);
-    if (!readable(settings))
-        return;
-    settings.beginGroup(m_group);
-    settings.setValue(QStringLiteral("dimensioni"),
-                      QStringList{QString::number(size.width()), QString::number(size.height())});
-    settings.endGroup();
-    settings.sync();
+    store({{QStringLiteral("dimensioni"), QStringList{QString::number(size.width()), QString::number(size.height())}}});
 }
 
 QString LayoutMemory::defaultSettingsFile()

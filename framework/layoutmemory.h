@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QVariant>
+
 #include <QHash>
 #include <QList>
 #include <QSize>
@@ -35,6 +37,11 @@ public:
     static QString defaultSettingsFile();
 
 private:
+    // The values of these keys in the window's group, in order; empty when there is no file to
+    // read or it cannot be read as settings.
+    QVariantList stored(const QStringList &keys) const;
+    void store(const QList<std::pair<QString, QVariant>> &values);
+
     QString m_settingsFile;
     QString m_group;
 };

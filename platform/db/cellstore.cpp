@@ -14,6 +14,12 @@ constexpr quint64 TextMask = quint64(PageBytes) - 1;
 constexpr qsizetype LongestText = 65535; // longer ones are kept as values, not to waste pages
 constexpr qint64 MsecsPerDay = 86400000;
 
+// Dates kept by their local date and time; others (UTC, an offset, a time zone) as values.
+bool isLocalDate(const QDateTime &value)
+{
+    return value.isValid() && value.timeSpec() == Qt::LocalTime;
+}
+
 } // namespace
 
 QVariant CellStore::value(int row, int column) const
@@ -91,7 +97,10 @@ void CellStore::appendText(const char *utf8, qsizetype bytes)
 
 void CellStore::appendDateTime(const QDateTime &value)
 {
-    append(QVariant(value));
+    if (isLocalDate(value))
+        push(Tag::DateTime, dateSlot(value));
+    else
+        append(QVariant(value));
 }
 
 void CellStore::append(const QVariant &value)
@@ -146,7 +155,7 @@ bool CellStore::encode(const QVariant &value, Tag *tag, quint64 *slot)
     }
     case QMetaType::QDateTime: {
         const QDateTime *date = static_cast<const QDateTime *>(value.constData());
-        if (!date->isValid() || date->timeSpec() != Qt::LocalTime)
+        if (!isLocalDate(*date))
             return false;
         *tag = Tag::DateTime;
         *slot = dateSlot(*date);
