@@ -17,6 +17,7 @@
 
 #include "data/anagrafichestatements.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/recordsetgrid.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "platform/db/tsqltranslator.h"
@@ -157,7 +158,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
 
     form->CaricaAnagraficheDistinta(); // a previous list to release, as in use
     const bench::Timing whole = bench::measure(runs, [&] { form->CaricaAnagraficheDistinta(); });
-    bench::check(form->anagrafiche() && form->anagrafiche()->recordCount() == floor.rows,
+    bench::check(form->parti().anagrafiche.lista() && form->parti().anagrafiche.lista()->recordCount() == floor.rows,
                  QStringLiteral("the list does not hold the floor's %1 rows").arg(floor.rows));
     bench::addTiming(table, QStringLiteral("CaricaAnagraficheDistinta whole"), whole, floorMs,
                      bench::Target::TwiceFloor, QStringLiteral("drop, build, read back, bind, previous list let go"));
@@ -183,16 +184,16 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     // ---- the division variant
     tabs->setCurrentIndex(0);
     choose(form, QStringLiteral("C%1").arg(divisionType));
-    bench::check(form->divisione().has_value(), QStringLiteral("the division type has no division"));
+    bench::check(form->parti().albero.divisione().has_value(), QStringLiteral("the division type has no division"));
     const bench::Timing division = bench::measure(runs, [&] { form->CaricaAnagraficheDistinta(); });
-    bench::check(form->anagrafiche()->recordCount() == divisionFloor.rows, QStringLiteral("division list rows"));
+    bench::check(form->parti().anagrafiche.lista()->recordCount() == divisionFloor.rows, QStringLiteral("division list rows"));
     bench::addTiming(table, QStringLiteral("CaricaAnagraficheDistinta whole, division"), division, divisionFloorMs,
                      bench::Target::TwiceFloor);
     bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
 
     // ---- the filter and the order, against a plain pass over the same strings
     fw::RecordsetGridFilterModel *filter = grid->rowFilter();
-    const db::Recordset &rows = *form->anagrafiche();
+    const db::Recordset &rows = *form->parti().anagrafiche.lista();
     std::vector<QString> texts;
     texts.reserve(size_t(rows.recordCount()));
     for (int row = 0; row < rows.recordCount(); ++row)

@@ -16,6 +16,7 @@
 #include "db/databasecheck.h"
 #include "db/demodatabase.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistmodel.h"
 #include "framework/treelist/treelistview.h"
@@ -23,7 +24,7 @@
 #include "platform/db/databaseerror.h"
 #include "platform/db/recordsetdata.h"
 #include "platform/db/tsqltranslator.h"
-#include "platform/os/windowupdatelock.h"
+#include "framework/windowupdatelock.h"
 
 #include <QApplication>
 #include <QFile>
@@ -174,10 +175,10 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
                   .arg(openChecks.bestMs <= 0.05 * openMs ? QStringLiteral("met") : QStringLiteral("MISSED")));
 
     // ---- CaricaDistinta phase by phase, in its order, under its freeze of the tree
-    const QString sql = form->statementDistinta();
+    const QString sql = form->parti().albero.statementDistinta();
     bench::check(!sql.isEmpty(), QStringLiteral("no type is selected"));
     bench::addTiming(table, QStringLiteral("statementDistinta"),
-              bench::measure(runs, [&] { (void)form->statementDistinta(); }), floorMs);
+              bench::measure(runs, [&] { (void)form->parti().albero.statementDistinta(); }), floorMs);
 
     const db::ConnectionPtr connection = host.connection();
     std::shared_ptr<db::RecordsetData> rows;
@@ -191,7 +192,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     malloc_trim(0);
     const qint64 withoutRowsKb = bench::memoryUsage().currentKb;
     const bench::Timing load = bench::measure(runs, [&] { nodes.reset(); },
-                                              [&] { nodes = form->apriNodi(sql); });
+                                              [&] { nodes = form->parti().albero.apriNodi(sql); });
     const double rowsKb = double(bench::memoryUsage().currentKb - withoutRowsKb);
     // The recordset adds little to the query (its rows are the back end's cells): the two best
     // times differ by less than their noise, so no difference is shown.
@@ -200,26 +201,26 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
                  QStringLiteral("B"), std::nullopt, QStringLiteral("one recordset more in memory"));
 
     bench::addTiming(table, QStringLiteral("caricaTestiDisegno (draw-time texts)"),
-              bench::measure(runs, [&] { form->caricaTestiDisegno(*nodes); }), floorMs);
+              bench::measure(runs, [&] { form->parti().albero.caricaTestiDisegno(*nodes); }), floorMs);
 
     {
-        os::WindowUpdateLock freeze(tree);
+        fw::WindowUpdateLock freeze(tree);
         // Each build starts as in CaricaDistinta after a first load: no record frame, and a tree
         // that lets go of its rows (outside the timing; the reload below times the whole).
         const auto unbind = [&] {
-            form->DistruggiFrameworkDistinta();
+            form->parti().albero.DistruggiFrameworkDistinta();
             tree->setRecordset(nullptr);
         };
         bench::addTiming(table, QStringLiteral("build: legaAlbero"),
-                  bench::measure(runs, unbind, [&] { form->legaAlbero(nodes, sql); }), floorMs,
+                  bench::measure(runs, unbind, [&] { form->parti().albero.legaAlbero(nodes, sql); }), floorMs,
                   bench::Target::TwiceFloor);
         bench::addTiming(table, QStringLiteral("expand all: espandiTutto"),
-                  bench::measure(runs, [&] { unbind(); form->legaAlbero(nodes, sql); },
-                                 [&] { form->espandiTutto(); }),
+                  bench::measure(runs, [&] { unbind(); form->parti().albero.legaAlbero(nodes, sql); },
+                                 [&] { form->parti().albero.espandiTutto(); }),
                   floorMs, bench::Target::TwiceFloor);
         bench::addTiming(table, QStringLiteral("levels: CaricaLivelli"),
-                  bench::measure(runs, [&] { form->CaricaLivelli(); }), floorMs, bench::Target::TwiceFloor,
-                  QStringLiteral("%1 levels").arg(form->livelloMassimo() + 1));
+                  bench::measure(runs, [&] { form->parti().albero.livelli().CaricaLivelli(); }), floorMs, bench::Target::TwiceFloor,
+                  QStringLiteral("%1 levels").arg(form->parti().albero.livelli().livelloMassimo() + 1));
     }
     bench::check(fullyExpanded(tree), QStringLiteral("espandiTutto left nodes collapsed"));
     bench::check(host.log().isQuiet(), QStringLiteral("a phase reported: ") + host.log().messageTexts().join(u'/'));
@@ -286,26 +287,26 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     const int codeField = bound->fieldIndex(QStringLiteral("GD02_CLIFOR_CG44"));
     const int byName = uniqueNameNearEnd(*bound, nameField);
     const int byCode = bound->recordCount() - 1;
-    const auto searchFor = [&](const QString &field, int row, int valueField, const QString &figure) {
+    const auto searchFor = [&](distinta::RicercaAlbero::Campo field, int row, int valueField, const QString &figure) {
         if (row < 0) {
             table.addRow(figure, 0, QStringLiteral("ms"), std::nullopt, QStringLiteral("no unique name to look for"));
             return;
         }
         search->setText(bound->valueAt(row, valueField).toString());
-        const bench::Timing timing = bench::measure(runs, [&] { form->CercaNellaDistinta(field); });
+        const bench::Timing timing = bench::measure(runs, [&] { form->parti().ricercaAlbero.CercaNellaDistinta(field); });
         bench::check(bound->currentRow() == row && tree->focusedNode().isValid(),
               QStringLiteral("%1 landed on row %2 instead of %3").arg(figure).arg(bound->currentRow()).arg(row));
         bench::addTiming(table, figure, timing, floorMs, bench::Target::None,
                   QStringLiteral("match at row %1 of %2").arg(row + 1).arg(bound->recordCount()));
     };
-    searchFor(QStringLiteral("RagioneSociale"), byName, nameField, QStringLiteral("search by name: CercaNellaDistinta"));
-    searchFor(QStringLiteral("trGD02_CLIFOR_CG44"), byCode, codeField, QStringLiteral("search by code: CercaNellaDistinta"));
+    searchFor(distinta::RicercaAlbero::Campo::RagioneSociale, byName, nameField, QStringLiteral("search by name: CercaNellaDistinta"));
+    searchFor(distinta::RicercaAlbero::Campo::Codice, byCode, codeField, QStringLiteral("search by code: CercaNellaDistinta"));
 
     // ---- the subject list, every customer of the company
     int subjects = 0;
     const bench::Timing list = bench::measure(runs, [&] {
         form->CaricaAnagraficheDistinta();
-        subjects = form->anagrafiche() ? form->anagrafiche()->recordCount() : 0;
+        subjects = form->parti().anagrafiche.lista() ? form->parti().anagrafiche.lista()->recordCount() : 0;
     });
     bench::check(subjects >= database.nodes, QStringLiteral("the subject list holds %1 rows").arg(subjects));
     bench::addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs, bench::Target::None,

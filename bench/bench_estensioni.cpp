@@ -17,6 +17,7 @@
 #include "data/spostamentostatements.h"
 #include "db/sqlitefile.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "forms/distinta/strutturanodi.h"
 #include "framework/treelist/treelist.h"
 #include "platform/db/databaseerror.h"
@@ -146,14 +147,14 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     // ---- the list as of a date against the plain load
     const bench::Timing plain = bench::measure(runs, [&] { form->CaricaDistinta(); });
     bench::check(tree->count() == generated.nodes, QStringLiteral("the plain load shows %1 nodes").arg(tree->count()));
-    bench::check(form->ImpostaDataValidita(asOf), QStringLiteral("the date was refused"));
+    bench::check(form->parti().albero.allaData().ImpostaDataValidita(asOf), QStringLiteral("the date was refused"));
     const bench::Timing dated = bench::measure(runs, [&] { form->CaricaDistinta(); });
     const int shown = tree->count();
     bench::addTiming(table, QStringLiteral("floor: CaricaDistinta, the whole list"), plain, plain.bestMs, bench::Target::None,
                      QStringLiteral("%1 nodes").arg(generated.nodes));
     bench::addTiming(table, QStringLiteral("CaricaDistinta as of %1").arg(asOf), dated, plain.bestMs, bench::Target::TwiceFloor,
                      QStringLiteral("%1 nodes shown").arg(shown));
-    bench::check(form->ImpostaDataValidita(QString()), QStringLiteral("the date could not be cleared"));
+    bench::check(form->parti().albero.allaData().ImpostaDataValidita(QString()), QStringLiteral("the date could not be cleared"));
 
     // ---- the move of a branch of about 10,000 nodes under a node outside it, and back
     const StrutturaNodi shape(*form->nodi());
@@ -209,7 +210,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     });
     bench::check(clashes == 0, QStringLiteral("the branch's subjects are above the target: pick another"));
     host.log().setDefaultAnswer(fw::Answer::Yes);
-    const bench::Timing move = bench::measure(runs, putBack, [&] { form->SpostaNodo(nodeId, targetId); });
+    const bench::Timing move = bench::measure(runs, putBack, [&] { form->parti().spostamento.SpostaNodo(nodeId, targetId); });
     bench::check(bare.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(nodeId)) == targetId,
                  QStringLiteral("the branch did not move: ") + host.log().messageTexts().join(u'/'));
     bench::check(host.log().errorDialogs().isEmpty(), QStringLiteral("the move failed"));
@@ -232,11 +233,11 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bench::resetPeakMemory();
     const bench::Memory before = bench::memoryUsage();
     const bench::Timing exportTiming = bench::measure(runs, [&] {
-        bench::check(form->EsportaDistinta(exported, fw::ExportFile::Format::Xlsx, allLevels), QStringLiteral("the export failed"));
+        bench::check(form->parti().esportazione.EsportaDistinta(exported, fw::ExportFile::Format::Xlsx, allLevels), QStringLiteral("the export failed"));
     });
     const bench::Memory after = bench::memoryUsage();
     const bench::Timing csv = bench::measure(runs, [&] {
-        bench::check(form->EsportaDistinta(work.filePath(QStringLiteral("export.csv")), fw::ExportFile::Format::Csv, allLevels),
+        bench::check(form->parti().esportazione.EsportaDistinta(work.filePath(QStringLiteral("export.csv")), fw::ExportFile::Format::Csv, allLevels),
                      QStringLiteral("the CSV export failed"));
     });
     bench::addTiming(table, QStringLiteral("floor: libxlsxwriter, the same cells, no formatting"), library, library.bestMs,

@@ -18,6 +18,7 @@
 #include "data/nodistatements.h"
 #include "db/sqlitefile.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/treelist/treelist.h"
 #include "platform/db/databaseerror.h"
 #include "platform/db/sqlitefunctions.h"
@@ -192,7 +193,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         bare.exec(removeNew);
         form->CaricaDistinta();
         form->CaricaAnagraficheDistinta();
-        const db::RecordsetPtr ticks = form->anagrafiche()->clone();
+        const db::RecordsetPtr ticks = form->parti().anagrafiche.lista()->clone();
         const int code = ticks->fieldIndex(QStringLiteral("Codice"));
         for (ticks->moveFirst(); !ticks->eof(); ticks->moveNext()) {
             if (ticks->value(code).toInt() >= firstNew)
@@ -220,7 +221,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         form->CaricaDistinta();
     });
     const double insertFloorMs = insertFloor.bestMs;
-    const bench::Timing insert = bench::measure(runs, readyToInsert, [&] { form->CMD_ADDANAGR_Click(); });
+    const bench::Timing insert = bench::measure(runs, readyToInsert, [&] { form->parti().inserimento.CMD_ADDANAGR_Click(); });
     bench::check(bare.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = %1 "
                                             "AND GD02_CLIFOR_CG44 >= %2").arg(parentNode).arg(firstNew)) == newSubjects,
                  QStringLiteral("the insertion did not write %1 nodes").arg(newSubjects));
@@ -270,7 +271,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         form->CaricaDistinta();
         focusNode(tree, form, removedNode);
         host.log().clear();
-    }, [&] { form->EliminaCliforDaStruttura(); });
+    }, [&] { form->parti().eliminazione.EliminaCliforDaStruttura(); });
     bench::check(bare.scalar(countRemoved) == 0, QStringLiteral("the removal left rows of the subtree"));
     bench::check(tree->count() == generated.nodes - removed.size(), QStringLiteral("the tree still shows removed nodes"));
     bench::check(host.log().errorDialogs().isEmpty(), QStringLiteral("the removal failed"));
@@ -304,7 +305,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         form->CaricaDistinta();
         focusNode(tree, form, propagatedNode);
         emit tree->mouseDown(tree->focusedNode(), QString(), Qt::RightButton, QPoint());
-    }, [&] { form->mnuPropagaFigli_Click(); });
+    }, [&] { form->parti().menu.mnuPropagaFigli_Click(); });
     bench::check(bare.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID IN (%1) "
                                             "AND GD02_TIPOANAGFATT = 4 AND GD02_CLIFORFATT_CG44 = 1").arg(idList(branch)))
                      == branch.size(),

@@ -15,6 +15,7 @@
 
 #include "data/stampastatements.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/report/defaultreportengine.h"
 #include "framework/report/reportlayoutreader.h"
 #include "framework/report/reportrenderer.h"
@@ -82,8 +83,8 @@ QList<QByteArray> workRowStatements(FRMGD_DISTINTA *form, const QString &key)
     stampastatements::RigaStampa row;
     row.key = key;
     row.company = form->companyCode();
-    row.typeId = form->idDistinta().toLongLong();
-    row.subjectKind = form->tipoSoggetto();
+    row.typeId = form->parti().albero.idDistinta().toLongLong();
+    row.subjectKind = form->parti().albero.tipoSoggetto();
     QList<QByteArray> statements;
     for (fw::TreeListNode node = tree->firstNode(); node.isValid(); node = node.next()) {
         row.level = node.level();
@@ -180,7 +181,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
 
     // ---- the work table
-    const QString key = FRMGD_DISTINTA::NomeComputer() + FRMGD_DISTINTA::NomeUtente();
+    const QString key = distinta::Stampa::NomeComputer() + distinta::Stampa::NomeUtente();
     const QByteArray clear = db::translateTsqlToSqlite(stampastatements::deleteWorkRowsStatement(key, database.company)).toUtf8();
     QList<QByteArray> inserts = workRowStatements(form, key);
     BareSqlite bare(database.path);
@@ -194,7 +195,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
                      .arg(floor.runs)
                      .arg(inserts.size()));
     const bench::Timing work = bench::measure(runs, [&] { bare.exec(clear); },
-                                              [&] { form->preparaStampa(QStringLiteral("99")); });
+                                              [&] { form->parti().stampa.preparaStampa(QStringLiteral("99")); });
     const qint64 written = host.connection()
                                ->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD04_STDISTINTA WHERE GD04_KEY = '%1'").arg(key))
                                ->valueAt(0, 0)
@@ -208,7 +209,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     malloc_trim(0);
     const bench::Memory beforePrint = bench::memoryUsage();
     const bool peakReset = bench::resetPeakMemory();
-    check(form->InvocaStampa(), QStringLiteral("InvocaStampa failed"));
+    check(form->parti().stampa.InvocaStampa(), QStringLiteral("InvocaStampa failed"));
     const bench::Memory afterPrint = bench::memoryUsage();
     malloc_trim(0);
 
@@ -232,7 +233,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     QList<bench::Timing> floorRuns, printRuns;
     for (int run = 0; run < std::max(runs, 1); ++run) {
         floorRuns << bench::measure(1, [&] { drawFloor(floorPdf, layout, texts, pages); });
-        printRuns << bench::measure(1, [&] { form->InvocaStampa(); });
+        printRuns << bench::measure(1, [&] { form->parti().stampa.InvocaStampa(); });
     }
     const bench::Timing drawn = bestOf(floorRuns);
     const bench::Timing print = bestOf(printRuns);

@@ -1,3 +1,12 @@
+# Compiler checks on every target of the project. GCC before 14 reports a designated initializer
+# that leaves members to their defaults ({.key = ..., .width = ...}) as a missing initializer:
+# that is how the column and statement descriptions are written, so that one check is off.
+option(DISTINTA_WERROR "Treat compiler warnings as errors" OFF)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wno-missing-field-initializers)
+if(DISTINTA_WERROR)
+  add_compile_options(-Werror)
+endif()
+
 # Each folder collects its own sources, so adding a file needs no edit here.
 function(distinta_sources out)
   set(result)

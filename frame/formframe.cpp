@@ -5,14 +5,17 @@
 #include "framework/globalservices.h"
 #include "framework/logservice.h"
 #include "framework/mdihost.h"
+#include "framework/modulemanager.h"
 #include "framework/recordframe.h"
 #include "framework/scriptobjectmodel.h"
+#include "framework/translationservice.h"
 #include "platform/db/recordset.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMdiSubWindow>
 #include <QtDebug>
+#include <optional>
 #include <stdexcept>
 
 namespace {
@@ -296,6 +299,27 @@ bool FormFrame::step(const QString &procedure, const std::function<void()> &stat
     }
 }
 
+bool FormFrame::writeRow(const QString &procedure, const std::function<void()> &write,
+                         const std::function<void(const db::DatabaseError &)> &stale)
+{
+    std::optional<db::DatabaseError> staleRow;
+    const bool done = step(procedure, [&] {
+        try {
+            write();
+        } catch (const db::DatabaseError &error) {
+            if (!error.isStaleRow())
+                throw;
+            staleRow = error;
+        }
+    });
+    if (!staleRow)
+        return done;
+    if (m_connection)
+        m_connection->clearErrors();
+    stale(*staleRow);
+    return false;
+}
+
 bool FormFrame::quietly(const std::function<void()> &statement)
 {
     try {
@@ -335,6 +359,30 @@ int FormFrame::ErrorHandler(const QString &procedure, const QString &description
 }
 
 // ---------------------------------------------------------------------------------------------
+// Messages
+
+int FormFrame::message(const QString &text, int style, const QString &title) const
+{
+    fw::LogService *log = logService();
+    return log ? log->showMessage(text, title.isEmpty() ? windowTitle() : title, style) : fw::Answer::No;
+}
+
+void FormFrame::avviso(const QString &text) const
+{
+    message(text, fw::MessageStyle::Warning);
+}
+
+void FormFrame::notifica(const QString &text) const
+{
+    message(text, fw::MessageStyle::Notice);
+}
+
+int FormFrame::domanda(const QString &text) const
+{
+    return message(text, fw::MessageStyle::YesNoWarning);
+}
+
+// ---------------------------------------------------------------------------------------------
 // Services
 
 fw::GlobalServices *FormFrame::globals() const
@@ -343,6 +391,29 @@ fw::GlobalServices *FormFrame::globals() const
         return source->ClsGlobal();
     if (fw::Cinterface *contract = ActiveDll())
         return contract->ClsGlobal();
+    return nullptr;
+}
+
+QString FormFrame::translated(int id, const QString &defaultText) const
+{
+    fw::GlobalServices *services = globals();
+    fw::TranslationService *translation = services ? services->translationService() : nullptr;
+    return translation ? translation->text(id, defaultText) : defaultText;
+}
+
+QString FormFrame::translated(const QString &text) const
+{
+    fw::GlobalServices *services = globals();
+    fw::TranslationService *translation = services ? services->translationService() : nullptr;
+    return translation ? translation->translate(text) : text;
+}
+
+fw::ModuleManager *FormFrame::moduleManager(const QString &management) const
+{
+    fw::GlobalServices *services = globals();
+    if (fw::ModuleManager *modules = services ? services->moduleManager() : nullptr)
+        return modules;
+    avviso(QStringLiteral("Il programma non può aprire la gestione \"%1\".").arg(management));
     return nullptr;
 }
 

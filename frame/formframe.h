@@ -18,6 +18,7 @@ namespace fw {
 class Cinterface;
 class GlobalServices;
 class LogService;
+class ModuleManager;
 class RecordFrame;
 class ScriptObjectModel;
 }
@@ -79,6 +80,27 @@ public:
     // Reports the failure description of a procedure and returns the user's choice.
     int ErrorHandler(const QString &procedure, const QString &description,
                      const QList<db::DbError> &databaseErrors = {});
+    // A checked write of a row (a recordset's update, a record frame's save). A row that another
+    // user changed or removed since it was read is not overwritten, and that is no failure for
+    // the error dialog: the connection's errors are cleared and stale() says what the user hears
+    // and reads the row again. Any other failure goes through step(). True when it was written.
+    bool writeRow(const QString &procedure, const std::function<void()> &write,
+                  const std::function<void(const db::DatabaseError &)> &stale);
+
+    // --- messages and questions, through the host's log service with the form's caption
+    // The Answer chosen; No without a log service. The title is the form's caption unless given.
+    int message(const QString &text, int style, const QString &title = {}) const;
+    void avviso(const QString &text) const;              // OK, exclamation icon
+    void notifica(const QString &text) const;            // OK, information icon
+    int domanda(const QString &text) const;              // Yes/No with No as the default
+
+    // --- the host's services
+    // A text of the host's dictionary by its identifier, or the default; a text translated.
+    QString translated(int id, const QString &defaultText) const;
+    QString translated(const QString &text) const;
+    // The host's module manager; without one the user is told that the management named cannot
+    // be opened, and the answer is null.
+    fw::ModuleManager *moduleManager(const QString &management) const;
 
     // --- state read by forms and tests
     fw::GlobalServices *globals() const;

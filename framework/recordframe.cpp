@@ -244,10 +244,6 @@ void RecordFrame::setRecordset(db::RecordsetPtr recordset)
     m_typed = false;
     if (!m_recordset)
         return;
-    auto follow = [this] {
-        if (!m_filling)
-            refreshControls();
-    };
     auto showRow = [this] {
         if (m_filling)
             return;

@@ -8,11 +8,18 @@ namespace fw {
 
 namespace {
 
-constexpr int UpdateEveryMs = 100;
+constexpr int UpdateEveryMs = 100;   // repainting on every step would cost more than the work
+
+QString countText(const QString &label, int done, int total)
+{
+    return QStringLiteral("%1\n%2 di %3").arg(label).arg(done).arg(total);
+}
 
 } // namespace
 
 WorkProgress::WorkProgress(QWidget *over, const QString &label, int total, bool cancellable, int showAfterMs)
+    : m_label(label)
+    , m_total(std::max(total, 0))
 {
     if (!over || !over->isVisible())
         return;
@@ -33,6 +40,13 @@ WorkProgress::WorkProgress(QWidget *over, const QString &label, int total, bool 
 
 WorkProgress::~WorkProgress() = default;
 
+void WorkProgress::showCounts()
+{
+    m_counts = true;
+    if (m_dialog)
+        m_dialog->setLabelText(countText(m_label, 0, m_total));
+}
+
 bool WorkProgress::advance(int done)
 {
     if (!m_dialog || m_cancelled)
@@ -41,6 +55,8 @@ bool WorkProgress::advance(int done)
         return true;
     m_updated = true;
     m_sinceUpdate.restart();
+    if (m_counts)
+        m_dialog->setLabelText(countText(m_label, done, m_total));
     m_dialog->setValue(std::min(done, m_dialog->maximum()));
     // Once the box is up (and modal) it answers at every update, "Annulla" included; before
     // that, nothing else may run in the middle of the work.

@@ -21,12 +21,18 @@ public:
     WorkProgress(const WorkProgress &) = delete;
     WorkProgress &operator=(const WorkProgress &) = delete;
 
+    // The box also says how many of the total are done ("label\n120 di 5000").
+    void showCounts();
+
     // done of total so far; false once the user has cancelled. Cheap enough to call on every
     // row: the box is updated (and events handled) a few times a second only.
     bool advance(int done);
     bool cancelled() const;
 
 private:
+    QString m_label;
+    int m_total = 0;
+    bool m_counts = false;
     std::unique_ptr<QProgressDialog> m_dialog;
     QElapsedTimer m_sinceUpdate;
     bool m_updated = false;

@@ -27,8 +27,8 @@ class TreeListView;
 // database error is reported by writeFailed() and the cell shows the stored value again.
 //
 // Expanding or collapsing many nodes: every call is cheap, and the rows are laid out again
-// once, at the next event or at endUpdate(); between beginUpdate() and endUpdate() nothing is
-// painted and the view follows the focused node only at the end.
+// once, at the next event or when a WindowUpdateLock on the tree goes; while one holds the tree
+// nothing is painted and the view follows the focused node only at the end.
 class TreeList : public QWidget, private TreeListHooks
 {
     Q_OBJECT
@@ -95,8 +95,6 @@ public:
     bool isExpanded(const TreeListNode &node) const;
     void expandAll();
     void collapseAll();
-    void beginUpdate();
-    void endUpdate();
     bool isUpdating() const { return m_updateDepth > 0; }
 
     QVariant value(const TreeListNode &node, const QString &column) const;
@@ -139,6 +137,9 @@ protected:
 
 private:
     friend class TreeListNode;
+    friend class WindowUpdateLock;   // the one way to freeze the tree while it changes
+    void beginUpdate();
+    void endUpdate();
 
     // TreeListHooks
     bool startEditing(const QModelIndex &index) override;

@@ -34,7 +34,8 @@ char16_t folded(QChar c)
     const char16_t u = c.unicode();
     if (u < 128)
         return (u >= 'A' && u <= 'Z') ? char16_t(u + ('a' - 'A')) : u;
-    return QChar::toCaseFolded(u);
+    // The simple case folding of a character of the basic plane stays in that plane.
+    return static_cast<char16_t>(QChar::toCaseFolded(char32_t(u)));
 }
 
 bool isWildcard(QChar c)

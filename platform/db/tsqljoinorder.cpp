@@ -360,7 +360,7 @@ void TsqlRewriter::emitJoinChain(const JoinChain &chain)
         } else {
             m_out += QLatin1StringView(" (");
             m_suppressLead = true;
-            const int start = m_out.size();
+            const qsizetype start = m_out.size();
             emitJoinChain(*step.group);
             if (m_out.size() > start && m_out[start] == u' ')
                 m_out.remove(start, 1);

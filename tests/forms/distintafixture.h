@@ -1,6 +1,8 @@
 #pragma once
 
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
+#include "forms/distinta/parti.h"
 #include "framework/recordsetgrid.h"
 #include "framework/treelist/treelist.h"
 #include "module/clsgd_distinta.h"
@@ -189,15 +191,15 @@ public:
     void spunta(int code)
     {
         auto *grid = control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA"));
-        const QVariantList codes = colonna(form->anagrafiche(), QStringLiteral("Codice"));
+        const QVariantList codes = colonna(form->parti().anagrafiche.lista(), QStringLiteral("Codice"));
         const int row = int(codes.indexOf(QVariant(code)));
         QVERIFY2(row >= 0, qPrintable(QString::number(code)));
         QVERIFY(grid->model()->setData(grid->model()->index(row, 0), Qt::Checked, Qt::CheckStateRole));
     }
     QVariant cellaLista(int code, const QString &field) const
     {
-        const QVariantList codes = colonna(form->anagrafiche(), QStringLiteral("Codice"));
-        return colonna(form->anagrafiche(), field).value(int(codes.indexOf(QVariant(code))));
+        const QVariantList codes = colonna(form->parti().anagrafiche.lista(), QStringLiteral("Codice"));
+        return colonna(form->parti().anagrafiche.lista(), field).value(int(codes.indexOf(QVariant(code))));
     }
     // Lets queued work (counting ticks, editors opened after an edit) run.
     static void attendi() { QCoreApplication::processEvents(); QCoreApplication::processEvents(); }

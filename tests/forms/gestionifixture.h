@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/anagdistinta/frmgd_anagdistinta.h"
+#include "forms/distinta/parti.h"
 #include "forms/listini/frmgd_listini.h"
 #include "framework/gridnavigator.h"
 #include "framework/lookupedit.h"
@@ -59,15 +60,15 @@ public:
     // The type maintenance on its own, as the editor opens it; ready once this returns.
     FRMGD_ANAGDISTINTA *apriAnagrafica(std::optional<qint64> type = {})
     {
-        auto *form = new FRMGD_ANAGDISTINTA;
-        form->setActiveDll(entry.get());
-        form->setEntryClass(entry.get());
-        form->setIdDistinta(type);
-        anagrafica = form;
-        form->show();
-        form->Form_Activate();
+        auto *opened = new FRMGD_ANAGDISTINTA;
+        opened->setActiveDll(entry.get());
+        opened->setEntryClass(entry.get());
+        opened->setIdDistinta(type);
+        anagrafica = opened;
+        opened->show();
+        opened->Form_Activate();
         QCoreApplication::processEvents();
-        return form;
+        return opened;
     }
 
     template<typename Control>

@@ -58,20 +58,20 @@ private slots:
 
         pages->setCurrentIndex(1);
         f.attendi();
-        QVERIFY(f.form->promozioni()->recordCount() > 0);
-        const QVariantList ticks = DistintaFixture::colonna(f.form->promozioni(), QStringLiteral("SELEZ"));
+        QVERIFY(f.form->parti().dettagli.promozioni().promozioni()->recordCount() > 0);
+        const QVariantList ticks = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(), QStringLiteral("SELEZ"));
         QVERIFY(ticks.contains(QVariant(1)));
         foto(f.form, QStringLiteral("dettagli-promozioni.png"));
 
         pages->setCurrentIndex(2);
         f.attendi();
-        QVERIFY(f.form->condizioniFuoriFattura()->recordCount() > 0);
+        QVERIFY(f.form->parti().dettagli.condizioni().condizioniFuoriFattura()->recordCount() > 0);
         foto(f.form, QStringLiteral("dettagli-condizioni.png"));
 
         // Fixed dates for the next links.
         f.premi(QStringLiteral("CMD_PARAMETRI"));
         f.attendi();
-        FRMGD_PARAMETRI *p = f.form->formParametri();
+        FRMGD_PARAMETRI *p = f.form->parti().parametri.formParametri();
         QVERIFY(p);
         p->show();
         f.attendi();

@@ -50,7 +50,7 @@ private slots:
         QCOMPARE(selector->currentItem(), f.voce(QStringLiteral("C%1").arg(f.a01)));
 
         QCOMPARE(f.codiciAlbero(), QStringList({"10", ".20", "..30", "30", "40", "50"}));
-        QCOMPARE(f.form->idDistinta(), QString::number(f.a01));
+        QCOMPARE(f.form->parti().albero.idDistinta(), QString::number(f.a01));
         QVERIFY(f.albero()->isExpanded(f.albero()->nodeAt(0)) && f.albero()->isExpanded(f.albero()->nodeAt(1)));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_GD02_ID"))->text(), QString::number(n1));
@@ -87,7 +87,7 @@ private slots:
         for (const auto &[caption, level, alfaOpen, betaOpen] : steps) {
             button->click();
             QCOMPARE(f.didascaliaLivelli(), caption);
-            QCOMPARE(f.form->livelloCorrente(), level);
+            QCOMPARE(f.form->parti().albero.livelli().livelloCorrente(), level);
             QCOMPARE(tree->isExpanded(alfa), alfaOpen);
             QCOMPARE(tree->isExpanded(beta), betaOpen);
         }
@@ -114,7 +114,7 @@ private slots:
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("COMPRIMI LIVELLO 1"));
         f.control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->click();   // nothing to collapse at level 0
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("ESPANDI LIVELLO 1"));
-        QCOMPARE(f.form->livelloCorrente(), 0);
+        QCOMPARE(f.form->parti().albero.livelli().livelloCorrente(), 0);
         QCOMPARE(f.codiciAlbero(), QStringList({"10", "20"}));
         QCOMPARE(levels->count(), 1);
         QVERIFY(f.host.log().isQuiet());
@@ -129,15 +129,15 @@ private slots:
 
         f.clicca(QStringLiteral("C%1").arg(d01));
         QCOMPARE(f.titolo(), QStringLiteral("CLIENTI       DISTINTA D01-Catene del nord      (Divisione: %1 - Nord)").arg(nord));
-        QCOMPARE(f.form->divisione(), std::optional<qint64>(nord));
-        QVERIFY(!f.form->guidDistinta().isEmpty());
+        QCOMPARE(f.form->parti().albero.divisione(), std::optional<qint64>(nord));
+        QVERIFY(!f.form->parti().albero.guidDistinta().isEmpty());
 
         f.clicca(QStringLiteral("C%1").arg(f.a01));
         QCOMPARE(f.titolo(), QStringLiteral("CLIENTI       DISTINTA A01-Grande distribuzione      (Divisioni: tutte)"));
-        QVERIFY(!f.form->divisione());
+        QVERIFY(!f.form->parti().albero.divisione());
 
         f.clicca(QStringLiteral("F%1").arg(f.f01));
-        QCOMPARE(f.form->tipoSoggetto(), 1);
+        QCOMPARE(f.form->parti().albero.tipoSoggetto(), 1);
         QCOMPARE(f.titolo(), QStringLiteral("FORNITORI       DISTINTA F01-Fornitori merci      (Divisioni: tutte)"));
     }
 
@@ -156,7 +156,7 @@ private slots:
             QCOMPARE(f.albero()->count(), 0);
             QCOMPARE(f.titolo(), QStringLiteral("Struttura distinta"));
             QCOMPARE(f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"))->count(), 0);
-            QCOMPARE(f.form->tipoSoggetto(), root == QLatin1String("P1") ? 1 : 0);
+            QCOMPARE(f.form->parti().albero.tipoSoggetto(), root == QLatin1String("P1") ? 1 : 0);
         }
         QVERIFY(f.host.log().isQuiet());
     }
@@ -267,14 +267,14 @@ private slots:
     {
         Clienti f;
         f.apri();
-        FRMGD_DISTINTA::Parametri p = f.form->parametri();
+        distinta::Parametri p = f.form->parametri();
         QCOMPARE(p.dataFissaInizio, QDate(2000, 1, 1));
         QCOMPARE(p.dataFissaFine, QDate(2099, 12, 31));
         QVERIFY(p.flgAnagrafica && p.flgCondVendita && p.flgClassificazioni && p.flgProvvigioni);
         QCOMPARE(p.tipoCaricaData, short(0));
 
         f.exec(QStringLiteral("INSERT INTO GD03_PARAMETRI (GD03_DITTA_CG18, GD03_ID_WF02) VALUES (1, 6)"));
-        f.form->CaricaParametri();
+        f.form->parti().parametri.CaricaParametri();
         p = f.form->parametri();
         QCOMPARE(p.dataFissaInizio, QDate(2000, 1, 1));
         QCOMPARE(p.dataFissaFine, QDate(2099, 1, 1));
@@ -283,7 +283,7 @@ private slots:
 
         f.exec(QStringLiteral("UPDATE GD03_PARAMETRI SET GD03_TIPOCARICODATA = 1, GD03_DATAINIZIOVAL = '2025-03-01 00:00:00', "
                               "GD03_DATAFINEVAL = '2026-02-28 00:00:00', GD03_FLG_CLAS = 1, GD03_TIPOANAGFATT = 4"));
-        f.form->CaricaParametri();
+        f.form->parti().parametri.CaricaParametri();
         p = f.form->parametri();
         QCOMPARE(p.tipoCaricaData, short(1));
         QCOMPARE(p.dataFissaInizio, QDate(2025, 3, 1));

@@ -80,7 +80,7 @@ private slots:
         QCOMPARE(f.nome(1), QStringLiteral("Beta"));
         QVERIFY(f.colore(0).isValid());
         QVERIFY(!f.colore(1).isValid());
-        QVERIFY(f.form->nodoNonValidoAllaData(f.n10));
+        QVERIFY(f.form->parti().albero.allaData().nodoNonValido(f.n10));
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("COMPRIMI LIVELLO 3"));
 
         // Editing stays possible and is checked as usual: the node's own row is written.
@@ -104,7 +104,7 @@ private slots:
                                                 "per esempio 01/01/2024.").arg(bad)));
             QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_DATAVALIDITA"))->text(), QStringLiteral("01/01/2025"));
             QCOMPARE(f.codiciAlbero(), QStringList({"10", ".20", "..40"}));
-            QCOMPARE(f.form->dataValidita(), std::optional<QDate>(QDate(2025, 1, 1)));
+            QCOMPARE(f.form->parti().albero.allaData().data(), std::optional<QDate>(QDate(2025, 1, 1)));
             f.host.log().clear();
         }
     }
@@ -116,7 +116,7 @@ private slots:
         f.data(QStringLiteral("01/01/2025"));
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("rete.csv"));
-        QVERIFY(f.form->EsportaDistinta(path, fw::ExportFile::Format::Csv, QStringLiteral("1° livello")));
+        QVERIFY(f.form->parti().esportazione.EsportaDistinta(path, fw::ExportFile::Format::Csv, QStringLiteral("1° livello")));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);

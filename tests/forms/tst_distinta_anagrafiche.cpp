@@ -34,7 +34,7 @@ class TestDistintaAnagrafiche : public QObject
         }
 
         fw::RecordsetGrid *griglia() const { return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA")); }
-        QVariantList valori(const QString &field) const { return colonna(form->anagrafiche(), field); }
+        QVariantList valori(const QString &field) const { return colonna(form->parti().anagrafiche.lista(), field); }
         QVariant valore(int code, const QString &field) const
         {
             const QVariantList codes = valori(QStringLiteral("Codice"));
@@ -114,7 +114,7 @@ private slots:
         QCOMPARE(message.text, QStringLiteral("Occorre selezionare la distinta da modificare."));
         QCOMPARE(message.title, QStringLiteral("Attenzione"));
         QCOMPARE(message.style, 48);
-        QVERIFY(!f.form->anagrafiche());
+        QVERIFY(!f.form->parti().anagrafiche.lista());
         QCOMPARE(f.griglia()->model()->rowCount(), 0);
     }
 
@@ -134,11 +134,11 @@ private slots:
             });
         };
 
-        f.form->anagrafiche()->moveLast();
+        f.form->parti().anagrafiche.lista()->moveLast();
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, selHeading);
         QCOMPARE(f.valori(QStringLiteral("Seleziona")), QVariantList({1, 1, 1}));
         QVERIFY(integers(f.valori(QStringLiteral("Seleziona"))));
-        QCOMPARE(f.form->anagrafiche()->currentRow(), 0);
+        QCOMPARE(f.form->parti().anagrafiche.lista()->currentRow(), 0);
         QCOMPARE(grid->model()->index(2, 0).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
 
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, selHeading);

@@ -153,7 +153,7 @@ private slots:
         database.connection()->execute(QStringLiteral("INSERT INTO T (ID) VALUES (2)"));
         const db::RecordsetPtr rows = database.connection()->openRecordset(QStringLiteral("SELECT * FROM T ORDER BY ID"));
         const auto text = [&](const QString &field) {
-            return FRMGD_DISTINTA::CaricaDatiAnagrafici(rows->field(rows->fieldIndex(field)), rows->value(field));
+            return distinta::PaginaDatiAnagrafici::CaricaDatiAnagrafici(rows->field(rows->fieldIndex(field)), rows->value(field));
         };
         rows->moveFirst();
         QCOMPARE(text(QStringLiteral("INTERO")), QStringLiteral("1.234.567"));
@@ -187,7 +187,7 @@ private slots:
         f.attendi();
 
         auto *grid = f.control<fw::RecordsetGroupGrid>(QStringLiteral("GRD_PREMI"));
-        const db::RecordsetPtr rows = f.form->condizioniFuoriFattura();
+        const db::RecordsetPtr rows = f.form->parti().dettagli.condizioni().condizioniFuoriFattura();
         QVERIFY(rows);
         QCOMPARE(rows->recordCount(), 3);   // the node's, the overlapping one, the other division's
         QCOMPARE(grid->groupModel()->groupCount(), 2);
@@ -206,11 +206,11 @@ private slots:
         f.pagine()->setCurrentIndex(1);
         f.pagine()->setCurrentIndex(2);
         f.attendi();
-        QCOMPARE(f.form->condizioniFuoriFattura()->recordCount(), 1);
+        QCOMPARE(f.form->parti().dettagli.condizioni().condizioniFuoriFattura()->recordCount(), 1);
         f.clicca(QStringLiteral("C%1").arg(f.a01));
         f.attendi();
 
-        const db::RecordsetPtr shown = f.form->condizioniFuoriFattura();
+        const db::RecordsetPtr shown = f.form->parti().dettagli.condizioni().condizioniFuoriFattura();
         int premio = -1;
         for (int row = 0; row < shown->recordCount(); ++row) {
             if (shown->valueAt(row, shown->fieldIndex(QStringLiteral("IDCondizione"))).toLongLong() == delNodo)
@@ -253,7 +253,7 @@ private slots:
         f.apri();
         f.pagine()->setCurrentIndex(1);
         f.attendi();
-        QCOMPARE(f.form->promozioni()->recordCount(), 0);   // node 10 inherits
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 0);   // node 10 inherits
 
         f.focalizza(11);
         f.attendi();
@@ -261,7 +261,7 @@ private slots:
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_LOCALIZZATA"))->text(), QString());
         auto *grid = f.control<fw::RecordsetGrid>(QStringLiteral("GRD_PROMO"));
         const auto riga = [&](const char *code) {
-            const QVariantList codes = DistintaFixture::colonna(f.form->promozioni(), QStringLiteral("MG94_CODCAMP"));
+            const QVariantList codes = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(), QStringLiteral("MG94_CODCAMP"));
             return int(codes.indexOf(QVariant(QString::fromLatin1(code))));
         };
         const auto spunta = [&](const char *code) {
@@ -275,7 +275,7 @@ private slots:
         const auto legami = [&] {
             return f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO WHERE GD12_ID_GD02 = %1").arg(f.n11)).toInt();
         };
-        QCOMPARE(f.form->promozioni()->recordCount(), 3);   // not the other company's
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 3);   // not the other company's
         QVERIFY(spunta("PRI24"));
         QVERIFY(!spunta("EST24"));
         const QModelIndex active = grid->model()->index(0, grid->columnOf(QStringLiteral("MG94_FLGATTIVA")));
@@ -305,12 +305,12 @@ private slots:
         // opens the campaign in the suite's promotions.
         f.focalizza(12);
         f.attendi();
-        QCOMPARE(f.form->promozioni()->recordCount(), 0);
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 0);
         auto *rule = f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"));
         rule->setCurrentIndex(2);
         emit rule->activated(2);
         QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt(), 2);
-        QCOMPARE(f.form->promozioni()->recordCount(), 3);
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 3);
         grid->setCurrentIndex(grid->model()->index(riga("NAT24"), 1));
         QTest::keyClick(grid, Qt::Key_Return);
         QCOMPARE(f.host.modules().requests.last().filter, QStringLiteral(" MG94_CODCAMP IN ('NAT24')"));
@@ -328,7 +328,7 @@ private slots:
         f.apri();
         f.pagine()->setCurrentIndex(1);
         f.attendi();
-        QCOMPARE(f.form->promozioni()->recordCount(), 5000);
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 5000);
         QCOMPARE(f.control<fw::RecordsetGrid>(QStringLiteral("GRD_PROMO"))->model()->rowCount(), 5000);
         QVERIFY(f.host.log().isQuiet());
     }
@@ -389,28 +389,28 @@ private slots:
         Dettagli f;
         f.apri();
         f.attendi();
-        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(10));
-        QVERIFY(!f.form->condizioniFuoriFattura());
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(10));
+        QVERIFY(!f.form->parti().dettagli.condizioni().condizioniFuoriFattura());
         f.focalizza(11);
         f.focalizza(12);
         f.focalizza(10);
         f.focalizza(11);
         f.attendi();
-        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(11));
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(11));
         QCOMPARE(f.valore(QStringLiteral("Soggetto")).left(2), QStringLiteral("11"));
-        QVERIFY(!f.form->promozioni());
+        QVERIFY(!f.form->parti().dettagli.promozioni().promozioni());
 
         f.pagine()->setCurrentIndex(2);
-        QVERIFY(f.form->condizioniFuoriFattura());
+        QVERIFY(f.form->parti().dettagli.condizioni().condizioniFuoriFattura());
         f.focalizza(12);
         f.attendi();
-        QCOMPARE(f.form->soggettoCaricato(), std::nullopt);   // the sheet lost subject 11
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::nullopt);   // the sheet lost subject 11
 
         f.clicca(QStringLiteral("P0"));
         f.attendi();
-        const db::RecordsetPtr before = f.form->promozioni();
+        const db::RecordsetPtr before = f.form->parti().dettagli.promozioni().promozioni();
         f.pagine()->setCurrentIndex(1);
-        QCOMPARE(f.form->promozioni(), before);
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni(), before);
         QVERIFY(f.host.log().isQuiet());
     }
 
@@ -422,11 +422,11 @@ private slots:
         f.apri();
         f.focalizza(12);
         f.attendi();
-        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(12));
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(12));
         f.premi(QStringLiteral("CMD_REMANAGR"));
         f.attendi();
         QVERIFY(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt() == 0);
-        QCOMPARE(f.form->soggettoCaricato(), std::optional<qint64>(f.codiceFocalizzato().toLongLong()));
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(f.codiceFocalizzato().toLongLong()));
         QVERIFY(f.host.log().isQuiet());
     }
 
@@ -439,14 +439,14 @@ private slots:
         f.apri();
         f.pagine()->setCurrentIndex(2);
         f.attendi();
-        const db::RecordsetPtr shown = f.form->condizioniFuoriFattura();
+        const db::RecordsetPtr shown = f.form->parti().dettagli.condizioni().condizioniFuoriFattura();
         QVERIFY(shown);
         f.exec(QStringLiteral("DROP VIEW GDVISTA03_SOGGETTICOND"));
         f.focalizza(11);
         f.attendi();
         QCOMPARE(f.host.log().errorDialogs().size(), 1);
         QCOMPARE(f.host.log().errorDialogs().at(0).procedure, QStringLiteral("CaricaCondizioniFuoriFattura:"));
-        QCOMPARE(f.form->condizioniFuoriFattura(), shown);
+        QCOMPARE(f.form->parti().dettagli.condizioni().condizioniFuoriFattura(), shown);
     }
 };
 

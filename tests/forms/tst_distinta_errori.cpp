@@ -95,7 +95,7 @@ private slots:
         QCOMPARE(f.codiciAlbero(), QStringList({"20"}));
         QCOMPARE(f.albero()->focusedNode().value(QStringLiteral("RagioneSociale")).toString(),
                  QStringLiteral("Pasticceria Rossi"));
-        QCOMPARE(f.form->idDistinta(), QString::number(f.b01));
+        QCOMPARE(f.form->parti().albero.idDistinta(), QString::number(f.b01));
         QCOMPARE(f.host.log().errorDialogs().size(), 0);   // the editor used the host's service
     }
 
@@ -108,7 +108,7 @@ private slots:
         f.log->answerNext(fw::Answer::Abort);
         f.clicca(QStringLiteral("C%1").arg(f.b01));
         QCOMPARE(f.log->errorDialogs().size(), 1);
-        QVERIFY(!f.form->frameDistinta());   // the old tree's frame was released before loading
+        QVERIFY(!f.form->parti().albero.frameDistinta());   // the old tree's frame was released before loading
         QVERIFY(f.didascaliaLivelli() != f.host.translations().text(94563, QString()));   // nothing after it ran
         QVERIFY(f.log->messages().isEmpty());
 
@@ -116,7 +116,7 @@ private slots:
         f.clicca(QStringLiteral("C%1").arg(f.a01));
         QCOMPARE(f.log->errorDialogs().size(), 1);
         QCOMPARE(f.codiciAlbero(), QStringList({"30", ".10"}));
-        QVERIFY(f.form->frameDistinta());
+        QVERIFY(f.form->parti().albero.frameDistinta());
     }
 
     // Ignore goes on after the failed statement: with no rows read the tree is empty, with no
@@ -133,7 +133,7 @@ private slots:
         QVERIFY(!f.form->nodi());
         // The statement after the failed one did run: the level button shows its neutral caption.
         QCOMPARE(f.didascaliaLivelli(), f.host.translations().text(94563, QString()));
-        QVERIFY(!f.form->frameDistinta());
+        QVERIFY(!f.form->parti().albero.frameDistinta());
 
         // With nothing loaded the in-tree search and the level button do nothing, silently.
         f.control<QLineEdit>(QStringLiteral("TXTCERCA"))->setText(QStringLiteral("Bar"));

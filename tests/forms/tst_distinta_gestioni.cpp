@@ -41,7 +41,7 @@ class TestDistintaGestioni : public QObject
         }
 
         // A right click on the node of a subject, then a choice in the menu.
-        void menuSu(const QString &code, const QString &entry)
+        void menuSu(const QString &code, const QString &entryName)
         {
             fw::TreeList *tree = albero();
             for (fw::TreeListNode node = tree->firstNode(); node.isValid(); node = node.next()) {
@@ -55,7 +55,7 @@ class TestDistintaGestioni : public QObject
             auto *menu = form->findChild<QMenu *>(QStringLiteral("mnuCollegamento"));
             QVERIFY(menu && menu->isVisible());
             for (QAction *action : menu->actions()) {
-                if (action->objectName() == entry)
+                if (action->objectName() == entryName)
                     action->trigger();
             }
             menu->close();
@@ -121,7 +121,7 @@ private slots:
         f.apri();
         f.clicca(QStringLiteral("F%1").arg(f.f01));
         f.gestione(QStringLiteral("Distinta"))->trigger();
-        FRMGD_ANAGDISTINTA *types = f.form->anagraficaDistinta();
+        FRMGD_ANAGDISTINTA *types = f.form->parti().gestioni.anagraficaDistinta();
         QVERIFY(types);
         f.anagrafica = types;
         types->Form_Activate();
@@ -132,14 +132,14 @@ private slots:
         QVERIFY(f.host.modules().requests.isEmpty());
 
         f.gestione(QStringLiteral("Distinta"))->trigger();   // already open: the same form
-        QCOMPARE(f.form->anagraficaDistinta(), types);
+        QCOMPARE(f.form->parti().gestioni.anagraficaDistinta(), types);
         QVERIFY(types->unload());
 
         f.clicca(QStringLiteral("P0"));
         f.gestione(QStringLiteral("Distinta"))->trigger();
-        QVERIFY(f.form->anagraficaDistinta());
-        QCOMPARE(f.form->anagraficaDistinta()->idDistinta(), std::nullopt);
-        f.anagrafica = f.form->anagraficaDistinta();
+        QVERIFY(f.form->parti().gestioni.anagraficaDistinta());
+        QCOMPARE(f.form->parti().gestioni.anagraficaDistinta()->idDistinta(), std::nullopt);
+        f.anagrafica = f.form->parti().gestioni.anagraficaDistinta();
     }
 
     // A type made in the maintenance shows in the selector as soon as the maintenance closes,
@@ -152,7 +152,7 @@ private slots:
         f.clicca(QStringLiteral("F%1").arg(f.f01));
         QCOMPARE(f.codiciAlbero(), QStringList{"500"});
         f.gestione(QStringLiteral("Distinta"))->trigger();
-        f.anagrafica = f.form->anagraficaDistinta();
+        f.anagrafica = f.form->parti().gestioni.anagraficaDistinta();
         f.anagrafica->Form_Activate();
         QCoreApplication::processEvents();
         f.nuovoTipo(QStringLiteral("F02"), QStringLiteral("Fornitori alimentari"), 1, QStringLiteral("ALI"));
@@ -259,7 +259,7 @@ private slots:
         f.apri();
         fw::TreeList *tree = f.albero();
         fw::TreeListNode child = tree->firstNode().next();
-        GestioniFixture::conPicker([&] { f.form->TVW_DISTINTA_OnEditButtonClick(child, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
+        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(child, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
                                    [](FRMGD_LISTINI *picker) {
                                        auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
                                        QCOMPARE(grid->groupModel()->groupText(0), QStringLiteral("Priorità grande distribuzione"));
@@ -272,7 +272,7 @@ private slots:
                  QStringLiteral("Priorità grande distribuzione"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_LOCALIZZATA"))->text(), QStringLiteral("GDO"));
 
-        GestioniFixture::conPicker([&] { f.form->TVW_DISTINTA_OnEditButtonClick(tree->firstNode(), QStringLiteral("trGD02_IDSTRUTTURA_LP09")); },
+        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(tree->firstNode(), QStringLiteral("trGD02_IDSTRUTTURA_LP09")); },
                                    [](FRMGD_LISTINI *picker) {
                                        QTest::keyClick(GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI")),
                                                        Qt::Key_Escape);

@@ -76,7 +76,7 @@ private slots:
         QCOMPARE(f.codiciAlbero(), QStringList({"10", ".11", "..12", "..14", "..15", "13"}));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("11"));
         // Every tick is gone; the subjects added show as linked.
-        QCOMPARE(DistintaFixture::colonna(f.form->anagrafiche(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
         QCOMPARE(f.cellaLista(14, QStringLiteral("AssociatoInDistinta")).toInt(), 1);
         f.attendi();
         QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_ADDANAGR"))->isEnabled());
@@ -142,7 +142,7 @@ private slots:
                                 "Cliente 50 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2024 al 31/12/2099\n"));
         QCOMPARE(f.righe(16), 1);
         QCOMPARE(f.righe(10) + f.righe(12) + f.righe(19) + f.righe(50), 4);
-        QCOMPARE(DistintaFixture::colonna(f.form->anagrafiche(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
         QCOMPARE(f.cellaLista(12, QStringLiteral("AssociatoInDistinta")).toInt(), 1);   // as it was
     }
 

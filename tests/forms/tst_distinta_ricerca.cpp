@@ -93,7 +93,6 @@ private slots:
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));   // moved to the first row before looking
         f.cercaNellAlbero(QString(), QStringLiteral("RagSoc"));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
-        QVERIFY(!f.form->ricercaInCorso());
         QVERIFY(f.host.log().isQuiet());
     }
 
@@ -199,15 +198,15 @@ private slots:
         f.cercaOvunque(QString(), QStringLiteral("Forniture"));
         vai(0);
         QCOMPARE(f.selettore()->currentItem(), f.voce(QStringLiteral("F%1").arg(f.f01)));
-        QCOMPARE(f.form->tipoSoggetto(), 1);
+        QCOMPARE(f.form->parti().albero.tipoSoggetto(), 1);
         QCOMPARE(f.titolo(), QStringLiteral("FORNITORI       DISTINTA F01-Fornitori merci      (Divisioni: tutte)"));
         QCOMPARE(f.codiciAlbero(), QStringList({"10"}));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXTCERCA"))->text(), QStringLiteral("10"));
-        QCOMPARE(f.form->anagrafiche()->recordCount(), 1);   // the suppliers' list
+        QCOMPARE(f.form->parti().anagrafiche.lista()->recordCount(), 1);   // the suppliers' list
 
         f.cercaOvunque(QString(), QStringLiteral("dell'Angolo"));
         vai(0);
-        QCOMPARE(f.form->tipoSoggetto(), 0);
+        QCOMPARE(f.form->parti().albero.tipoSoggetto(), 0);
         QCOMPARE(f.codiciAlbero(), QStringList({"30", ".10", "20"}));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
         QVERIFY(f.host.log().isQuiet());
@@ -217,7 +216,7 @@ private slots:
         f.cercaOvunque(QString(), QStringLiteral("Forniture"));
         vai(0);
         QCOMPARE(f.selettore()->currentItem(), f.voce(QStringLiteral("C%1").arg(f.a01)));
-        QCOMPARE(f.form->tipoSoggetto(), 1);
+        QCOMPARE(f.form->parti().albero.tipoSoggetto(), 1);
         QCOMPARE(f.albero()->count(), 0);   // the customer type read as a supplier type
     }
 };

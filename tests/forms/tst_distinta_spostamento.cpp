@@ -118,7 +118,7 @@ private slots:
         QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->isEnabled());
         f.focalizza(1004);
         QTest::keyClick(view, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(f.form->nodoTagliato(), f.n4);
+        QCOMPARE(f.form->parti().spostamento.nodoTagliato(), f.n4);
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->isEnabled());
         QCOMPARE(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->toolTip(),
                  QStringLiteral("Sposta 1004 - Delta sotto il nodo selezionato (Alt+N, Ctrl+V); come capostipite: Ctrl+Maiusc+V"));
@@ -127,7 +127,7 @@ private slots:
         QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(f.host.log().messageTexts(), QStringList(QStringLiteral("Spostare 1004 - Delta sotto 1001 - Alfa?")));
         QCOMPARE(f.padre(f.n4), f.n1);
-        QCOMPARE(f.form->nodoTagliato(), 0);
+        QCOMPARE(f.form->parti().spostamento.nodoTagliato(), 0);
 
         // No, the default: nothing moves.
         f.host.log().clear();

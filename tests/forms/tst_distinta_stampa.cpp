@@ -42,7 +42,7 @@ class TestDistintaStampa : public QObject
             });
         }
 
-        QString chiave() const { return FRMGD_DISTINTA::NomeComputer() + FRMGD_DISTINTA::NomeUtente(); }
+        QString chiave() const { return distinta::Stampa::NomeComputer() + distinta::Stampa::NomeUtente(); }
 
         // Chooses the level combo's item whose text begins with text; "" empties the combo and
         // any other text becomes the only item.
@@ -116,7 +116,7 @@ private slots:
         f.stampa();
         QVERIFY2(f.host.log().isQuiet(), qPrintable(f.host.log().messageTexts().join('\n')));
         QCOMPARE(f.righe(f.chiave()), righe);
-        QCOMPARE(f.form->chiaveStampa(), f.chiave());
+        QCOMPARE(f.form->parti().stampa.chiaveStampa(), f.chiave());
 
         // Every row carries the company, the type, the kind, the node's period and state 6.
         const db::RecordsetPtr rows = f.host.database().connection()->openRecordset(
@@ -162,8 +162,8 @@ private slots:
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_STAMPA"))->isEnabled());
         f.clicca(QStringLiteral("C%1").arg(vuoto));
         QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_STAMPA"))->isEnabled());
-        QVERIFY(!f.form->StampaDistinta(QString()));
-        f.form->CMD_STAMPA_Click();
+        QVERIFY(!f.form->parti().stampa.StampaDistinta(QString()));
+        f.form->parti().stampa.CMD_STAMPA_Click();
         QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD04_STDISTINTA")).toInt(), 0);
         QVERIFY(!QFileInfo::exists(f.pdf));
         QVERIFY(f.host.log().isQuiet());

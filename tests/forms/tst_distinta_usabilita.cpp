@@ -135,11 +135,11 @@ private slots:
         clickHeading(3);
         QCOMPARE(f.codiciMostrati(), (QStringList{"50", "10", "30", "40", "20"}));
         QCOMPARE(grid->model()->index(0, 0).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
-        QCOMPARE(DistintaFixture::colonna(f.form->anagrafiche(), QStringLiteral("Codice")),
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Codice")),
                  (QVariantList{10, 20, 30, 40, 50}));
 
         clickHeading(0);
-        QCOMPARE(DistintaFixture::colonna(f.form->anagrafiche(), QStringLiteral("Seleziona")).count(QVariant(1)), 5);
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 5);
         QCOMPARE(f.codiciMostrati(), (QStringList{"50", "10", "30", "40", "20"}));
 
         for (int column = 0; column < grid->model()->columnCount(); ++column)
@@ -283,7 +283,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("finestre.ini"));
-        FRMGD_DISTINTA::impostaFileAspetto(file);
+        distinta::Aspetto::impostaFileAspetto(file);
         QList<std::pair<QString, int>> design;
         {
             Editor f;
@@ -314,7 +314,7 @@ private slots:
             f.apri();
             QCOMPARE(f.albero()->designWidths(), design);
         }
-        FRMGD_DISTINTA::impostaFileAspetto(QString());
+        distinta::Aspetto::impostaFileAspetto(QString());
     }
 
     // With DISTINTA_SHOTS_DIR set: pictures of the editor on the demo company at two sizes, the

@@ -73,7 +73,7 @@ private slots:
         const QString folder = cartella().isEmpty() ? temporary.path() : cartella();
         const QString workbook = QDir(folder).filePath(QStringLiteral("distinta_al_01-01-2023.xlsx"));
         auto *levels = f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"));
-        QVERIFY(f.form->EsportaDistinta(workbook, fw::ExportFile::Format::Xlsx, levels->itemText(levels->count() - 1)));
+        QVERIFY(f.form->parti().esportazione.EsportaDistinta(workbook, fw::ExportFile::Format::Xlsx, levels->itemText(levels->count() - 1)));
         const XlsxSheet sheet(workbook);
         QVERIFY2(sheet.isValid(), qPrintable(sheet.error()));
         QCOMPARE(sheet.rows().size(), shown + 1);

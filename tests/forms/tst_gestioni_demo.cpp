@@ -87,7 +87,7 @@ private slots:
             if (action->data() == QStringLiteral("Distinta"))
                 action->trigger();
         }
-        f.anagrafica = f.form->anagraficaDistinta();
+        f.anagrafica = f.form->parti().gestioni.anagraficaDistinta();
         QVERIFY(f.anagrafica);
         QVERIFY(qobject_cast<QMdiSubWindow *>(f.anagrafica->parentWidget()));
         f.anagrafica->Form_Activate();
@@ -112,7 +112,7 @@ private slots:
         const fw::TreeListNode node = tree->firstNode().next();
         const QString subject = node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
         const qint64 nodeId = f.form->nodi()->valueAt(node.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
-        GestioniFixture::conPicker([&] { f.form->TVW_DISTINTA_OnEditButtonClick(node, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
+        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(node, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
                                    [&](FRMGD_LISTINI *picker) {
                                        picker->move(shell.geometry().center() - QPoint(picker->width() / 2, picker->height() / 2));
                                        auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));

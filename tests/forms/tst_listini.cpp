@@ -27,13 +27,13 @@ class TestListini : public QObject
 
         FRMGD_LISTINI *apriPicker()
         {
-            auto *form = new FRMGD_LISTINI(scelta);
-            form->setActiveDll(entry.get());
-            form->setEntryClass(entry.get());
-            picker = form;
-            form->showModeless(nullptr);
-            form->Form_Activate();
-            return form;
+            auto *opened = new FRMGD_LISTINI(scelta);
+            opened->setActiveDll(entry.get());
+            opened->setEntryClass(entry.get());
+            picker = opened;
+            opened->showModeless(nullptr);
+            opened->Form_Activate();
+            return opened;
         }
 
         fw::RecordsetGroupGrid *griglia() const { return in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI")); }

@@ -31,7 +31,7 @@ class TestParametri : public QObject
         {
             premi(QStringLiteral("CMD_PARAMETRI"));
             attendi();
-            FRMGD_PARAMETRI *opened = form->formParametri();
+            FRMGD_PARAMETRI *opened = form->parti().parametri.formParametri();
             if (opened && !opened->isVisible())
                 opened->show();
             attendi();
@@ -95,7 +95,7 @@ private slots:
 
         QVERIFY(p->unload());
         f.attendi();
-        QVERIFY(!f.form->formParametri());
+        QVERIFY(!f.form->parti().parametri.formParametri());
         QCOMPARE(f.form->parametri().tipoCaricaData, short(1));
         QCOMPARE(f.form->parametri().dataFissaInizio, QDate(2025, 2, 1));
         QCOMPARE(f.form->parametri().dataFissaFine, QDate(2030, 12, 31));

@@ -1,6 +1,7 @@
 #include "tests/framework/treelistfixture.h"
 
 #include "framework/treelist/treelistview.h"
+#include "framework/windowupdatelock.h"
 
 #include <QTest>
 #include <numeric>
@@ -174,20 +175,20 @@ void TestTreeList::expandAndCollapseActOnOneNode()
 
     // A level-by-level walk in one batch, as the level button does it: collapse level 1, then 0.
     for (int level : {1, 0}) {
-        f.tree->beginUpdate();
+        fw::WindowUpdateLock batch(f.tree.get());
         for (TreeListNode node = f.tree->firstNode(); node.isValid(); node = node.next()) {
             if (node.level() == level)
                 node.collapse();
         }
-        f.tree->endUpdate();
     }
     QVERIFY(!f.node(1).isExpanded() && !f.node(2).isExpanded() && !f.node(6).isExpanded());
     QVERIFY(f.node(3).isExpanded());
     QVERIFY(!visible(2) && visible(6) && !visible(7));
 
-    f.tree->beginUpdate();
-    f.node(1).expand();
-    f.tree->endUpdate();
+    {
+        fw::WindowUpdateLock batch(f.tree.get());
+        f.node(1).expand();
+    }
     QVERIFY(visible(2) && !visible(3) && !visible(7));
 }
 
@@ -251,9 +252,10 @@ void TestTreeList::collapsingAnAncestorTakesTheFocus()
 
     f.node(5).collapse();                    // not an ancestor: nothing moves
     QCOMPARE(f.tree->focusedNode(), f.node(4));
-    f.tree->beginUpdate();
-    f.node(2).collapse();
-    f.tree->endUpdate();
+    {
+        fw::WindowUpdateLock batch(f.tree.get());
+        f.node(2).collapse();
+    }
     QCOMPARE(f.tree->focusedNode(), f.node(2));
     QCOMPARE(f.recordset->value(QStringLiteral("ID")).toInt(), 2);
 }

@@ -1,5 +1,6 @@
 #include "db/demodatabase.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/hostglobalservices.h"
 #include "framework/report/defaultreportengine.h"
 #include "module/clsgd_distinta.h"
@@ -26,7 +27,7 @@ class TestStampaShell : public QObject
     // The work rows of this workstation and user: level text, subject, period.
     static QStringList workRows(const db::ConnectionPtr &connection)
     {
-        const QString key = FRMGD_DISTINTA::NomeComputer() + FRMGD_DISTINTA::NomeUtente();
+        const QString key = distinta::Stampa::NomeComputer() + distinta::Stampa::NomeUtente();
         const db::RecordsetPtr rows = connection->openRecordset(
             QStringLiteral("SELECT GD04_LIVELLO, GD04_CLIFOR_CG44, GD04_DATAINIZIOVAL, GD04_DATAFINEVAL "
                            "FROM GD04_STDISTINTA WHERE GD04_KEY = '%1' ORDER BY GD04_ID").arg(key));

@@ -83,7 +83,7 @@ private slots:
         Scheda f;
         f.apri();
         f.clicca(QStringLiteral("F%1").arg(f.f01));
-        f.form->RichiamaSchedaFornitori(500);
+        f.form->parti().gestioni.RichiamaSchedaFornitori(500);
         QVERIFY(f.card);
         f.card->Form_Activate();
         QCOMPARE(f.card->subjectKind(), 1);

@@ -1,0 +1,125 @@
+#include "forms/distinta/paginadatianagrafici.h"
+
+#include "data/dettaglistatements.h"
+#include "data/sqltext.h"
+#include "forms/distinta/albero.h"
+#include "forms/distinta/parametrimodulo.h"
+#include "frame/formframe.h"
+#include "framework/globalservices.h"
+#include "framework/treelist/treelistcolumn.h"
+#include "framework/windowupdatelock.h"
+
+#include <QHeaderView>
+#include <QLocale>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace distinta {
+
+namespace {
+
+constexpr int larghezzaNome = 2000;     // twips
+constexpr int larghezzaValore = 9000;
+
+} // namespace
+
+PaginaDatiAnagrafici::PaginaDatiAnagrafici(FormFrame &form, Albero &albero, const ParametriModulo &parametri)
+    : m_form(form)
+    , m_albero(albero)
+    , m_parametri(parametri)
+    , m_pagina(new QWidget)
+    , GRD_DATIANAGRAFICI(new QTableWidget)
+{
+    GRD_DATIANAGRAFICI->setObjectName(QStringLiteral("GRD_DATIANAGRAFICI"));
+    GRD_DATIANAGRAFICI->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    GRD_DATIANAGRAFICI->verticalHeader()->setVisible(false);
+    auto *layout = new QVBoxLayout(m_pagina);
+    layout->setContentsMargins(2, 2, 2, 2);
+    layout->addWidget(GRD_DATIANAGRAFICI);
+}
+
+QString PaginaDatiAnagrafici::CaricaDatiAnagrafici(const db::FieldInfo &field, const QVariant &value)
+{
+    if (value.isNull())
+        return {};
+    switch (field.type) {
+    case db::FieldType::Integer:
+    case db::FieldType::Double:
+    case db::FieldType::Decimal: {
+        bool ok = false;
+        const double number = value.toDouble(&ok);
+        if (!ok)
+            return {};
+        return QLocale(QLocale::Italian, QLocale::Italy).toString(number, 'f', field.numericScale > 0 ? 2 : 0);
+    }
+    case db::FieldType::DateTime:
+        return sqltext::dayMonthYear(value.toDate());
+    case db::FieldType::Text:
+        return value.toString();
+    default:
+        return {};
+    }
+}
+
+void PaginaDatiAnagrafici::SvuotaFlex()
+{
+    m_form.step(QStringLiteral("SvuotaFlex"), [&] {
+        GRD_DATIANAGRAFICI->clearContents();
+        GRD_DATIANAGRAFICI->setRowCount(0);
+        m_ultimoSoggetto.reset();
+    });
+}
+
+void PaginaDatiAnagrafici::CaricaCondizioniCliente(double codice)
+{
+    const qint64 soggetto = qint64(codice);
+    if (m_ultimoSoggetto == soggetto)
+        return;
+
+    db::RecordsetPtr dati;
+    if (!m_form.step(QStringLiteral("CaricaCondizioniCliente"), [&] {
+            const fw::GlobalServices *services = m_form.globals();
+            const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
+            const QString visibilita = services && !divisione.isEmpty()
+                                           ? services->divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A"))
+                                           : QString();
+            const Parametri &parametri = m_parametri.valori();
+            const dettaglistatements::GruppiAnagrafica gruppi{.condVendita = parametri.flgCondVendita,
+                                                               .provvigioni = parametri.flgProvvigioni,
+                                                               .classificazioni = parametri.flgClassificazioni};
+            dati = m_form.connection()->openRecordset(dettaglistatements::masterDataQuery(
+                m_form.companyCode(), m_albero.tipoSoggetto(), soggetto, gruppi, divisione, visibilita));
+        }))
+        return;
+
+    // The lines are made before the sheet changes: a failure leaves the sheet as it was.
+    QList<std::pair<QString, QString>> righe;
+    if (!dati->isEmpty()) {
+        if (!m_form.step(QStringLiteral("CaricaDatiAnagrafici"), [&] {
+                dati->moveFirst();
+                for (int i = 0; i < dati->fieldCount(); ++i)
+                    righe.append({dati->field(i).name, CaricaDatiAnagrafici(dati->field(i), dati->value(i))});
+            }))
+            return;
+    }
+
+    m_ultimoSoggetto = soggetto;
+    fw::WindowUpdateLock freeze(GRD_DATIANAGRAFICI);
+    GRD_DATIANAGRAFICI->clearContents();
+    GRD_DATIANAGRAFICI->setColumnCount(2);
+    GRD_DATIANAGRAFICI->horizontalHeader()->hide();
+    const int dpi = GRD_DATIANAGRAFICI->logicalDpiX();
+    GRD_DATIANAGRAFICI->setColumnWidth(0, fw::twipsToPixels(larghezzaNome, dpi));
+    GRD_DATIANAGRAFICI->setColumnWidth(1, fw::twipsToPixels(larghezzaValore, dpi));
+    GRD_DATIANAGRAFICI->setRowCount(int(righe.size()));
+    for (int row = 0; row < righe.size(); ++row) {
+        for (int column = 0; column < 2; ++column) {
+            auto *item = new QTableWidgetItem(column == 0 ? righe.at(row).first : righe.at(row).second);
+            item->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+            GRD_DATIANAGRAFICI->setItem(row, column, item);
+        }
+    }
+}
+
+} // namespace distinta
