@@ -1,25 +1,11 @@
 #include "framework/sqlworkflowstateservice.h"
 
+#include "framework/workflowstatements.h"
 #include "platform/db/recordset.h"
 
 #include <QDateTime>
 
 namespace fw {
-
-namespace {
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
-}
-
-QString now()
-{
-    return QStringLiteral("CONVERT(DateTime,'%1',103)")
-        .arg(QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
-}
-
-} // namespace
 
 SqlWorkflowStateService::SqlWorkflowStateService(db::ConnectionPtr connection, const QString &user,
                                                  const QString &userGroup)
@@ -31,33 +17,24 @@ SqlWorkflowStateService::SqlWorkflowStateService(db::ConnectionPtr connection, c
 
 QString SqlWorkflowStateService::GetDescrizioneStatoFromGUID(const QString &rowGuid)
 {
-    const auto rs = m_connection->openRecordset(
-        QStringLiteral("SELECT WF01_DESCR FROM WF02_STATORIGA INNER JOIN WF01_STATI ON WF02_ID_WF01 = WF01_ID"
-                       " WHERE WF02_GUID = %1").arg(quoted(rowGuid)));
+    const auto rs = m_connection->openRecordset(workflowstatements::stateDescriptionQuery(rowGuid));
     return rs->isEmpty() ? QString() : rs->value(0).toString().trimmed();
 }
 
 int SqlWorkflowStateService::GetDefaultFlussoStato(const QString &workflow)
 {
-    const auto rs = m_connection->openRecordset(
-        QStringLiteral("SELECT TOP 1 WF01_ID FROM WF01_STATI WHERE WF01_FLUSSO = %1 AND WF01_FLGDEFAULT = 1"
-                       " ORDER BY WF01_ORDINE").arg(quoted(workflow)));
+    const auto rs = m_connection->openRecordset(workflowstatements::defaultStateQuery(workflow));
     return rs->isEmpty() ? 0 : rs->value(0).toInt();
 }
 
 void SqlWorkflowStateService::ConfermaStato(const QString &rowGuid, int state)
 {
-    const int changed = m_connection->execute(
-        QStringLiteral("UPDATE WF02_STATORIGA SET WF02_ID_WF01 = %1, WF02_DATAVAR = %2,"
-                       " WF02_GRUPPOVAR = %3, WF02_UTENTEVAR = %4 WHERE WF02_GUID = %5")
-            .arg(QString::number(state), now(), quoted(m_userGroup), quoted(m_user), quoted(rowGuid)));
+    const int changed = m_connection->execute(workflowstatements::changeStateStatement(
+        rowGuid, state, QDateTime::currentDateTime(), m_userGroup, m_user));
     if (changed > 0)
         return;
-    m_connection->execute(
-        QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01, WF02_DATACRE, WF02_GRUPPOCRE,"
-                       " WF02_UTENTECRE, WF02_DATAVAR, WF02_GRUPPOVAR, WF02_UTENTEVAR)"
-                       " VALUES (%1, %2, %3, %4, %5, %3, %4, %5)")
-            .arg(quoted(rowGuid), QString::number(state), now(), quoted(m_userGroup), quoted(m_user)));
+    m_connection->execute(workflowstatements::insertStateStatement(rowGuid, state, QDateTime::currentDateTime(),
+                                                                   m_userGroup, m_user));
 }
 
 void SqlWorkflowStateService::DuplicaStato(const QString &fromGuid, const QString &toGuid)
@@ -69,9 +46,7 @@ void SqlWorkflowStateService::DuplicaStato(const QString &fromGuid, const QStrin
 
 QList<WorkflowState> SqlWorkflowStateService::GetStatiFlusso(const QString &workflow)
 {
-    const auto rs = m_connection->openRecordset(
-        QStringLiteral("SELECT WF01_ID, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT FROM WF01_STATI"
-                       " WHERE WF01_FLUSSO = %1 ORDER BY WF01_ORDINE, WF01_ID").arg(quoted(workflow)));
+    const auto rs = m_connection->openRecordset(workflowstatements::workflowStatesQuery(workflow));
     QList<WorkflowState> states;
     for (int row = 0; row < rs->recordCount(); ++row) {
         states.append({rs->valueAt(row, 0).toInt(), rs->valueAt(row, 1).toString().trimmed(),
@@ -82,8 +57,7 @@ QList<WorkflowState> SqlWorkflowStateService::GetStatiFlusso(const QString &work
 
 std::optional<int> SqlWorkflowStateService::GetStatoFromGUID(const QString &rowGuid)
 {
-    const auto rs = m_connection->openRecordset(
-        QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = %1").arg(quoted(rowGuid)));
+    const auto rs = m_connection->openRecordset(workflowstatements::rowStateQuery(rowGuid));
     if (rs->isEmpty())
         return std::nullopt;
     return rs->valueAt(0, 0).toInt();

@@ -10,6 +10,7 @@ packages=(
   xvfb xauth
   fonts-dejavu-core poppler-utils
   libxlsxwriter-dev unzip
+  sqlfluff
 )
 
 missing=()

@@ -5,3 +5,8 @@ cd "$(dirname "$0")/.."
 bash scripts/build.sh
 export QT_QPA_PLATFORM=offscreen
 ctest --test-dir build --output-on-failure -j"$(nproc)"
+
+# ---------------------------------------------------------------------------------------------
+# The production dialect, parsed by a grammar that is not ours (sqlfluff's T-SQL): the statement
+# corpus and the SQL Server schema.
+bash scripts/check-sql.sh

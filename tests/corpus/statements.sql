@@ -4,7 +4,13 @@
 -- database (company 1: types 1 CLI-GDO without division, 2 CLI-ALI of division 1 "ALI",
 -- 3 CLI-HOR of division 2 "BEV", 4 CLI-EXP with no nodes, 5 FOR-MP suppliers with NULL-parent
 -- roots, 6 FOR-SRV of division 1; company 2: type 7), through the T-SQL compatibility layer.
--- Temporary tables and rows written by an entry stay for the entries after it.
+-- Temporary tables and rows written by an entry stay for the entries after it. The last entries are
+-- those of the default workflow-state service (framework/), which the module's state control uses.
+--
+-- Written from tests/corpus/corpusentries.cpp, where each entry calls the statement's own builder:
+-- do not edit it. After changing a builder or an entry, write it again with
+--     build/bin/tst_corpus --write tests/corpus/statements.sql
+-- (tst_corpus fails while the file differs from what the entries write).
 --
 -- Format:
 --   * entries are separated by a line holding only GO;
@@ -18,7 +24,8 @@
 --       -- filled: COL, COL      every row has a non-empty value in each column named
 --     a SELECT with no expect line only has to run;
 --   * then the statement, verbatim: everything up to the GO line, without the line break that
---     ends its last line (trailing blanks are part of the statement and are kept).
+--     ends its last line (trailing blanks are part of the statement and are kept); a statement
+--     whose lines are joined by CR LF is written with plain line breaks.
 
 -- Form_Load (FRMGD_DISTINTA): the empty node record frame
 -- expect: empty
@@ -533,7 +540,7 @@ GO
 SELECT WF01_DESCR FROM WF01_STATI WHERE WF01_ID = 1
 GO
 -- SpostaNodo: nodes of CLI-GDO with a definitive bonus
-SELECT DISTINCT GD14_ID_GD02  FROM  GD18_LIQUIDAZIONE INNER JOIN       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID        INNER JOIN        GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13 WHERE GD13_DITTA_CG18    = 1   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 1)    AND GD18_STATOSCADENZA >= 2    AND GD14_ID_GD02 NOT IN (                            SELECT GD27_ID_GD02                               FROM GD27_SOGGCONTRDISAB                              WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18                                    AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10                                    AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10                                    AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13                             )   
+SELECT DISTINCT GD14_ID_GD02  FROM  GD18_LIQUIDAZIONE INNER JOIN       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID        INNER JOIN        GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13 WHERE GD13_DITTA_CG18    = 1   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 1)    AND GD18_STATOSCADENZA >= 2    AND GD14_ID_GD02 NOT IN (                            SELECT GD27_ID_GD02                               FROM GD27_SOGGCONTRDISAB                              WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18                                    AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10                                 AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10                                 AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13                             )   
 GO
 -- SpostaNodo: a node moved under a node, guarded by the parent that was read
 -- expect: execute
@@ -542,4 +549,38 @@ GO
 -- SpostaNodo: a node made a root, its parent read as none
 -- expect: execute
 UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = 0, GD02_INDEREPROMO = 2, GD02_DATAVAR = CONVERT(DateTime,'23/11/2026',103), GD02_GRUPPOVAR = 'ADMIN', GD02_UTENTEVAR = 'o''neill' WHERE GD02_DITTA_CG18 = 1 AND GD02_ID = 1 AND ISNULL(GD02_IDPARENT_GD02, 0) = 0
+GO
+-- GetStatiFlusso (workflow state service): the states of the classification lists' workflow
+-- expect: rows = 7
+-- filled: WF01_CODICE, WF01_DESCR
+SELECT WF01_ID, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT FROM WF01_STATI WHERE WF01_FLUSSO = 'DISTINTA' ORDER BY WF01_ORDINE, WF01_ID
+GO
+-- GetDefaultFlussoStato (workflow state service): the workflow's default state
+-- expect: rows = 1
+SELECT TOP 1 WF01_ID FROM WF01_STATI WHERE WF01_FLUSSO = 'DISTINTA' AND WF01_FLGDEFAULT = 1 ORDER BY WF01_ORDINE
+GO
+-- GetStatoFromGUID (workflow state service): a row without a state
+-- expect: empty
+SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = '6F9619FF-8B86-D011-B42D-00C04FC964FF'
+GO
+-- ConfermaStato (workflow state service): the change finds no state record to change
+-- expect: execute
+UPDATE WF02_STATORIGA SET WF02_ID_WF01 = 3, WF02_DATAVAR = CONVERT(DateTime,'23/11/2026 10:30:15',103), WF02_GRUPPOVAR = 'ADMIN', WF02_UTENTEVAR = 'o''neill' WHERE WF02_GUID = '6F9619FF-8B86-D011-B42D-00C04FC964FF'
+GO
+-- ConfermaStato (workflow state service): so the row's state record is created
+-- expect: execute
+INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01, WF02_DATACRE, WF02_GRUPPOCRE, WF02_UTENTECRE, WF02_DATAVAR, WF02_GRUPPOVAR, WF02_UTENTEVAR) VALUES ('6F9619FF-8B86-D011-B42D-00C04FC964FF', 3, CONVERT(DateTime,'23/11/2026 10:30:15',103), 'ADMIN', 'o''neill', CONVERT(DateTime,'23/11/2026 10:30:15',103), 'ADMIN', 'o''neill')
+GO
+-- GetDescrizioneStatoFromGUID (workflow state service): the state just stored
+-- expect: rows = 1
+-- filled: WF01_DESCR
+SELECT WF01_DESCR FROM WF02_STATORIGA INNER JOIN WF01_STATI ON WF02_ID_WF01 = WF01_ID WHERE WF02_GUID = '6F9619FF-8B86-D011-B42D-00C04FC964FF'
+GO
+-- ConfermaStato (workflow state service): a row with a state record changes state
+-- expect: execute
+UPDATE WF02_STATORIGA SET WF02_ID_WF01 = 6, WF02_DATAVAR = CONVERT(DateTime,'23/11/2026 10:30:15',103), WF02_GRUPPOVAR = 'ADMIN', WF02_UTENTEVAR = 'o''neill' WHERE WF02_GUID = '6F9619FF-8B86-D011-B42D-00C04FC964FF'
+GO
+-- GetStatoFromGUID (workflow state service): the row's state
+-- expect: rows = 1
+SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = '6F9619FF-8B86-D011-B42D-00C04FC964FF'
 GO

@@ -1,6 +1,11 @@
-// Runs every entry of statements.sql (its header describes the format) on one connection to a
-// fresh demo database, through the T-SQL compatibility layer, and checks what each must give.
+// The statement corpus: statements.sql must be exactly what the entries write (each entry calls
+// the statement's real builder), and every entry runs on one connection to a fresh demo database,
+// through the T-SQL compatibility layer, giving what it must.
+//
+//     tst_corpus --write tests/corpus/statements.sql     writes the file from the entries
 
+#include "corpusentries.h"
+#include "corpusfile.h"
 #include "platform/db/recordset.h"
 #include "tests/support/testdatabase.h"
 
@@ -12,59 +17,47 @@
 
 namespace {
 
-struct Entry
+QString corpusPath()
 {
-    QString name;
-    QString expect;        // "", "rows", "rows = N", "empty", "execute"
-    QStringList filled;
-    QString statement;
-};
-
-QList<Entry> readCorpus(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return {};
-    QList<Entry> entries;
-    Entry current;
-    QStringList lines;
-    bool named = false;
-    const auto finish = [&] {
-        current.statement = lines.join(QLatin1Char('\n'));
-        if (named && !current.statement.trimmed().isEmpty())
-            entries << current;
-        current = Entry();
-        lines.clear();
-        named = false;
-    };
-    const QStringList all = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString &line : all) {
-        if (line.trimmed() == QLatin1String("GO")) {
-            finish();
-        } else if (lines.isEmpty() && line.startsWith(QLatin1String("--"))) {
-            const QString comment = line.mid(2).trimmed();
-            if (comment.startsWith(QLatin1String("expect:"))) {
-                current.expect = comment.mid(7).trimmed();
-            } else if (comment.startsWith(QLatin1String("filled:"))) {
-                for (const QString &column : comment.mid(7).split(QLatin1Char(','), Qt::SkipEmptyParts))
-                    current.filled << column.trimmed();
-            } else if (!named) {
-                current.name = comment;
-                named = true;
-            }
-        } else if (named && (!lines.isEmpty() || !line.trimmed().isEmpty())) {
-            lines << line;
-        }
-    }
-    return entries;
+    const QString source = qEnvironmentVariable("DISTINTA_SOURCE_DIR");
+    return source.isEmpty() ? QFINDTESTDATA("statements.sql") : source + QStringLiteral("/tests/corpus/statements.sql");
 }
 
-bool returnsRows(const Entry &entry)
+int writeCorpus(const QString &path)
 {
-    if (entry.expect == QLatin1String("execute"))
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+        || file.write(corpus::fileText(corpus::entries()).toUtf8()) < 0 || !file.flush()) {
+        qCritical("cannot write %s: %s", qPrintable(path), qPrintable(file.errorString()));
+        return 1;
+    }
+    return 0;
+}
+
+// The line where two texts part, with both versions of it.
+QString firstDifference(const QString &committed, const QString &written)
+{
+    const QStringList was = committed.split(QLatin1Char('\n'));
+    const QStringList is = written.split(QLatin1Char('\n'));
+    int line = 0;
+    while (line < was.size() && line < is.size() && was.at(line) == is.at(line))
+        ++line;
+    const auto at = [line](const QStringList &lines) {
+        return line < lines.size() ? lines.at(line).left(200) : QStringLiteral("(end of text)");
+    };
+    return QStringLiteral("line %1\n  in the file:    %2\n  from entries:   %3").arg(line + 1).arg(at(was), at(is));
+}
+
+bool returnsRows(const corpus::Entry &entry)
+{
+    switch (entry.expect.kind) {
+    case corpus::Expectation::Executes:
         return false;
-    if (!entry.expect.isEmpty())
+    case corpus::Expectation::Anything:
+        break;
+    default:
         return true;
+    }
     static const QRegularExpression selectInto(QStringLiteral("\\bINTO\\s+#"), QRegularExpression::CaseInsensitiveOption);
     return entry.statement.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive)
         && !selectInto.match(entry.statement).hasMatch();
@@ -78,28 +71,44 @@ class TestCorpus : public QObject
 
 private slots:
     void initTestCase();
+    void fileIsWrittenFromTheEntries();
     void statement_data();
     void statement();
 
 private:
-    QList<Entry> m_entries;
+    QList<corpus::Entry> m_entries;
     std::unique_ptr<TestDatabase> m_database;
 };
 
 void TestCorpus::initTestCase()
 {
-    const QString source = qEnvironmentVariable("DISTINTA_SOURCE_DIR");
-    const QString path = source.isEmpty() ? QFINDTESTDATA("statements.sql")
-                                          : source + QStringLiteral("/tests/corpus/statements.sql");
-    m_entries = readCorpus(path);
-    QVERIFY2(!m_entries.isEmpty(), qPrintable(QStringLiteral("no statements read from ") + path));
+    m_entries = corpus::entries();
     m_database = std::make_unique<TestDatabase>(TestDatabase::DemoData);
+}
+
+void TestCorpus::fileIsWrittenFromTheEntries()
+{
+    for (const corpus::Entry &entry : std::as_const(m_entries)) {
+        const QString problem = corpus::unwritable(entry);
+        QVERIFY2(problem.isEmpty(), qPrintable(entry.name + QStringLiteral(": ") + problem));
+    }
+
+    const QString path = corpusPath();
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(QStringLiteral("cannot read ") + path));
+    const QByteArray committed = file.readAll();
+    const QByteArray written = corpus::fileText(m_entries).toUtf8();
+    if (committed != written) {
+        QFAIL(qPrintable(QStringLiteral("%1 is not what the entries write, at %2\nWrite it again with:\n  %3 --write %1")
+                             .arg(path, firstDifference(QString::fromUtf8(committed), QString::fromUtf8(written)),
+                                  QCoreApplication::applicationFilePath())));
+    }
 }
 
 void TestCorpus::statement_data()
 {
     QTest::addColumn<int>("index");
-    // Entries run in file order: temporary tables and writes carry over to the later ones.
+    // Entries run in order: temporary tables and writes carry over to the later ones.
     for (int i = 0; i < m_entries.size(); ++i)
         QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(i + 1, 3, 10, QLatin1Char('0')).arg(m_entries[i].name))) << i;
 }
@@ -107,7 +116,7 @@ void TestCorpus::statement_data()
 void TestCorpus::statement()
 {
     QFETCH(int, index);
-    const Entry &entry = m_entries.at(index);
+    const corpus::Entry &entry = m_entries.at(index);
     db::Connection &connection = *m_database->connection();
     try {
         if (!returnsRows(entry)) {
@@ -116,15 +125,19 @@ void TestCorpus::statement()
         }
         const db::RecordsetPtr rows = connection.openRecordset(entry.statement);
         const int count = rows->recordCount();
-        static const QRegularExpression exact(QStringLiteral("^rows\\s*=\\s*(\\d+)$"));
-        if (entry.expect == QLatin1String("rows"))
+        switch (entry.expect.kind) {
+        case corpus::Expectation::SomeRows:
             QVERIFY2(count > 0, "the statement gave no row");
-        else if (entry.expect == QLatin1String("empty"))
+            break;
+        case corpus::Expectation::RowCount:
+            QCOMPARE(count, entry.expect.rows);
+            break;
+        case corpus::Expectation::NoRows:
             QCOMPARE(count, 0);
-        else if (const QRegularExpressionMatch match = exact.match(entry.expect); match.hasMatch())
-            QCOMPARE(count, match.captured(1).toInt());
-        else
-            QVERIFY2(entry.expect.isEmpty(), qPrintable(QStringLiteral("unknown expectation: ") + entry.expect));
+            break;
+        default:
+            break;
+        }
 
         for (const QString &column : entry.filled) {
             const int field = rows->fieldIndex(column);
@@ -140,5 +153,14 @@ void TestCorpus::statement()
     }
 }
 
-QTEST_MAIN(TestCorpus)
+int main(int argc, char *argv[])
+{
+    if (argc == 3 && qstrcmp(argv[1], "--write") == 0)
+        return writeCorpus(QString::fromLocal8Bit(argv[2]));
+    QCoreApplication app(argc, argv);
+    TestCorpus test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_corpus.moc"
