@@ -47,6 +47,12 @@ void WorkProgress::showCounts()
         m_dialog->setLabelText(countText(m_label, 0, m_total));
 }
 
+void WorkProgress::setObjectName(const QString &name)
+{
+    if (m_dialog)
+        m_dialog->setObjectName(name);
+}
+
 bool WorkProgress::advance(int done)
 {
     if (!m_dialog || m_cancelled)

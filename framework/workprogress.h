@@ -23,6 +23,8 @@ public:
 
     // The box also says how many of the total are done ("label\n120 di 5000").
     void showCounts();
+    // The box's object name, for work that has always named it otherwise.
+    void setObjectName(const QString &name);
 
     // done of total so far; false once the user has cancelled. Cheap enough to call on every
     // row: the box is updated (and events handled) a few times a second only.

@@ -3,14 +3,14 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config ninja-build
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-odbc libgl-dev
   sqlite3 libsqlite3-dev
   unixodbc unixodbc-dev libsqliteodbc
   xvfb xauth
   fonts-dejavu-core poppler-utils
   libxlsxwriter-dev unzip
-  sqlfluff
+  sqlfluff clang-format
 )
 
 missing=()

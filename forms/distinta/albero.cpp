@@ -80,17 +80,20 @@ Albero::Albero(FormFrame &form, Selettore &selettore)
         QMetaObject::invokeMethod(this, [this, error] { rileggiNodoInConflitto(error); }, Qt::QueuedConnection);
     });
 
-    auto *vuoto = new fw::EmptyViewHint(TVW_DISTINTA->view(), [this]() -> QString {
+    m_vuoto = new fw::EmptyViewHint(TVW_DISTINTA->view(), [this]() -> QString {
         if (!m_selettore.distintaScelta())
             return QStringLiteral("Scegliere una distinta nella pagina «Distinte».");
         return QStringLiteral("La distinta è vuota: spuntare i soggetti nella pagina «Anagrafiche» e premere «Aggiungi capostipite».");
     });
     // The text follows the chosen type.
-    connect(m_selettore.widget(), &QTreeWidget::itemSelectionChanged, vuoto, &fw::EmptyViewHint::refresh,
+    connect(m_selettore.widget(), &QTreeWidget::itemSelectionChanged, m_vuoto, &fw::EmptyViewHint::refresh,
             Qt::QueuedConnection);
 }
 
-Albero::~Albero() = default;
+Albero::~Albero()
+{
+    delete m_vuoto;
+}
 
 // The designed column set of the tree: every other part addresses the columns by these names.
 void Albero::creaColonne()

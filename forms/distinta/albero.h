@@ -14,6 +14,10 @@ class QLabel;
 class QWidget;
 
 namespace fw {
+class EmptyViewHint;
+}
+
+namespace fw {
 class RecordFrame;
 class TreeList;
 class TreeListNode;
@@ -56,7 +60,8 @@ public:
     // The band and column captions through the host's translation service.
     void TraduzioneIntestazione_TVW_DISTINTA();
 
-    // --- loading: CaricaDistinta is these phases in this order
+    // --- loading: CaricaDistinta reads the statement, opens the rows, sets aside those of other
+    // days, reads the texts drawn, binds the tree, expands it and fills the levels
     void CaricaDistinta();
     // Lets go of the loaded classification: its record frame, the tree's rows, the texts drawn
     // in its cells and its levels.
@@ -127,6 +132,7 @@ private:
     QHash<qint64, QString> m_ragioniSocialiFatt;     // by GD02_CLIFORFATT_CG44
     QHash<qint64, QString> m_descrizioniPriorita;    // by LP09_ID
     int m_lavori = 0;
+    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
 };
 
 } // namespace distinta

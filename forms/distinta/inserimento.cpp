@@ -125,6 +125,7 @@ void Inserimento::InserisciNodo(bool &capostipite)
         const int totale = selezionati->recordCount();
         fw::WorkProgress avanzamento(&m_form, QStringLiteral("Inserimento delle anagrafiche nella distinta"), totale, true);
         avanzamento.showCounts();
+        avanzamento.setObjectName(QStringLiteral("dlgAvanzamento"));
         int fatti = 0;
         while (!selezionati->eof()) {
             Verifica::Nodo candidato;

@@ -77,14 +77,20 @@ PaginaAnagrafiche::PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albe
 
     connect(GRD_ANAGRAFICHEDISTINTA, &fw::RecordsetGrid::headerClicked, this,
             &PaginaAnagrafiche::GRD_ANAGRAFICHEDISTINTA_HeaderClick);
-    new fw::EmptyViewHint(GRD_ANAGRAFICHEDISTINTA, [this]() -> QString {
+    collegaFiltro();
+    // After the filter, whose rows it watches.
+    m_vuoto = new fw::EmptyViewHint(GRD_ANAGRAFICHEDISTINTA, [this]() -> QString {
         if (!m_anagrafiche)
             return QStringLiteral("Scegliere una distinta nella pagina «Distinte» per vedere i suoi soggetti.");
         if (m_anagrafiche->recordCount() == 0)
             return QStringLiteral("La ditta non ha soggetti di questo tipo.");
         return QStringLiteral("Nessun soggetto corrisponde al filtro.");
     });
-    collegaFiltro();
+}
+
+PaginaAnagrafiche::~PaginaAnagrafiche()
+{
+    delete m_vuoto;
 }
 
 void PaginaAnagrafiche::collegaFiltro()

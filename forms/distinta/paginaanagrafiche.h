@@ -4,6 +4,7 @@
 #include "platform/db/recordset.h"
 
 #include <QObject>
+#include <QPointer>
 
 class FormFrame;
 class QLabel;
@@ -13,6 +14,7 @@ class QTabWidget;
 class QWidget;
 
 namespace fw {
+class EmptyViewHint;
 class RecordsetGrid;
 }
 
@@ -31,6 +33,7 @@ class PaginaAnagrafiche : public QObject
 
 public:
     PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albero &albero, QTabWidget *schede);
+    ~PaginaAnagrafiche() override;
 
     QWidget *pagina() const { return m_pagina; }
     QPushButton *aggiungiAlNodo() const { return CMD_ADDANAGR; }
@@ -79,6 +82,7 @@ private:
     bool m_selezionaTutti = false;
     bool m_conteggioInAttesa = false;
     int m_selezionati = 0;
+    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
 };
 
 } // namespace distinta

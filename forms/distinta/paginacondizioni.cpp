@@ -82,8 +82,11 @@ void PaginaCondizioni::CaricaCondizioniFuoriFattura()
     db::RecordsetPtr condizioni;
     if (!m_form.step(QStringLiteral("CaricaCondizioniFuoriFattura:"), [&] {
             const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
-            condizioni = m_form.connection()->openRecordset(legamistatements::conditionsQuery(
-                m_form.companyCode(), ControlliLegami::nodoCondizioni(*nodi), divisione));
+            legamistatements::NodoCondizioni nodo = ControlliLegami::nodoCondizioni(*nodi);
+            // A subject code that is no number is a failure of this page, not subject 0.
+            nodo.subjectCode = MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_CLIFOR_CG44"))).toLongLong();
+            condizioni = m_form.connection()->openRecordset(
+                legamistatements::conditionsQuery(m_form.companyCode(), nodo, divisione));
         }))
         return;
     m_condizioniFuoriFattura = condizioni;

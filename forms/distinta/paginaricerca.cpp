@@ -52,10 +52,15 @@ PaginaRicerca::PaginaRicerca(FormFrame &form)
     connect(TXT_CODICE, &QLineEdit::returnPressed, this, [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
-    new fw::EmptyViewHint(GRD_CERCADISTINTA, [this]() -> QString {
+    m_vuoto = new fw::EmptyViewHint(GRD_CERCADISTINTA, [this]() -> QString {
         return m_risultatiRicerca ? QStringLiteral("Nessun nodo trovato: cambiare codice o ragione sociale.")
                                   : QStringLiteral("Indicare un codice o una ragione sociale e premere «Cerca».");
     });
+}
+
+PaginaRicerca::~PaginaRicerca()
+{
+    delete m_vuoto;
 }
 
 QList<QWidget *> PaginaRicerca::ordineTab() const

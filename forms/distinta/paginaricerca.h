@@ -3,6 +3,7 @@
 #include "platform/db/recordset.h"
 
 #include <QObject>
+#include <QPointer>
 
 class FormFrame;
 class QLineEdit;
@@ -10,6 +11,7 @@ class QPushButton;
 class QWidget;
 
 namespace fw {
+class EmptyViewHint;
 class RecordsetGrid;
 }
 
@@ -23,6 +25,7 @@ class PaginaRicerca : public QObject
 
 public:
     explicit PaginaRicerca(FormFrame &form);
+    ~PaginaRicerca() override;
 
     QWidget *pagina() const { return m_pagina; }
     QPushButton *pulsante() const { return CMD_RICERCA; }
@@ -48,6 +51,7 @@ private:
     QPushButton *CMD_RICERCA;
     fw::RecordsetGrid *GRD_CERCADISTINTA;
     db::RecordsetPtr m_risultatiRicerca;
+    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
 };
 
 } // namespace distinta

@@ -64,6 +64,7 @@ void Propagazione::PropagaFigli(const NodoCliccato &cliccato)
     fw::WorkProgress avanzamento(&m_form, QStringLiteral("Impostazione dei valori di fatturazione sui figli"),
                                  int(nodi.size()), true);
     avanzamento.showCounts();
+    avanzamento.setObjectName(QStringLiteral("dlgAvanzamento"));
     fw::WindowUpdateLock freeze(albero);
     int fatti = 0;
     for (int posizione : nodi) {
@@ -129,6 +130,7 @@ void Propagazione::RilasciaFigli(const NodoCliccato &cliccato)
     const int campoId = tutte->fieldIndex(QStringLiteral("GD02_ID"));
     fw::WorkProgress avanzamento(&m_form, QStringLiteral("Impostazione dello stato sui figli"), int(nodi.size()), true);
     avanzamento.showCounts();
+    avanzamento.setObjectName(QStringLiteral("dlgAvanzamento"));
     int fatti = 0;
     for (int posizione : nodi) {
         const bool continua = m_form.step(procedureRilascia, [&] {
