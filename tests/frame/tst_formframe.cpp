@@ -203,6 +203,51 @@ private slots:
         QCOMPARE(log.errorDialogs().size(), 4);
     }
 
+    // A checked write: another user's change is no failure for the error dialog but the stale
+    // callback's to tell; any other failure still goes to the dialog.
+    void writeRowHandsAStaleRowToItsCallback()
+    {
+        ScriptedHost host;
+        host.database().connection()->execute(QStringLiteral(
+            "INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 'A', 'Prima')"));
+        auto entry = host.createEntryClass();
+        auto form = openTypesForm(host, *entry);
+        const db::RecordsetPtr rows = form->recordFrame()->recordset();
+        QList<db::DatabaseError> stale;
+        const auto writeDescription = [&](const QString &text) {
+            return form->writeRow(
+                QStringLiteral("Salva"),
+                [&] {
+                    rows->setValue(QStringLiteral("GD01_DESCR"), text);
+                    rows->update();
+                },
+                [&](const db::DatabaseError &error) { stale << error; });
+        };
+
+        host.database().connection()->execute(QStringLiteral("UPDATE GD01_TIPODISTINTA SET GD01_DESCR = 'Altrove'"));
+        QVERIFY(!writeDescription(QStringLiteral("Mia")));
+        QCOMPARE(stale.size(), 1);
+        QVERIFY(stale.first().isStaleRow());
+        QVERIFY(form->connection()->errors().isEmpty());
+        QVERIFY(host.log().isQuiet());
+        QCOMPARE(host.database().scalar(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA")).toString(),
+                 QStringLiteral("Altrove"));
+
+        rows->cancelUpdate();
+        rows->resync();
+        QVERIFY(writeDescription(QStringLiteral("Mia")));
+        QCOMPARE(host.database().scalar(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA")).toString(),
+                 QStringLiteral("Mia"));
+
+        host.log().answerNext(fw::Answer::Abort);
+        QVERIFY(!form->writeRow(
+            QStringLiteral("Salva"), [&] { form->connection()->execute(QStringLiteral("UPDATE TABELLA_INESISTENTE SET X = 1")); },
+            [&](const db::DatabaseError &error) { stale << error; }));
+        QCOMPARE(stale.size(), 1);
+        QCOMPARE(host.log().errorDialogs().size(), 1);
+        QCOMPARE(host.log().errorDialogs().first().procedure, QStringLiteral("Salva"));
+    }
+
     void errorHandlerWithoutLogServiceAborts()
     {
         TypesForm form;   // no host: no log service
