@@ -2,7 +2,6 @@
 
 #include "data/modgd_distinta.h"
 #include "data/schedastatements.h"
-#include "framework/logservice.h"
 #include "framework/recordsetgrid.h"
 
 #include <QDateTime>
@@ -98,9 +97,7 @@ void SubjectCardForm::caricaSoggetto()
     step(QStringLiteral("CaricaScheda"), [&] {
         const db::RecordsetPtr subject = connection()->openRecordset(schedastatements::subjectQuery(company, m_subjectKind, code));
         if (subject->isEmpty()) {
-            if (fw::LogService *log = logService())
-                log->showMessage(QStringLiteral("Il %1 %2 non esiste nella ditta %3.").arg(kind).arg(code).arg(company),
-                                 windowTitle(), fw::MessageStyle::Warning);
+            avviso(QStringLiteral("Il %1 %2 non esiste nella ditta %3.").arg(kind).arg(code).arg(company));
             return;
         }
         const auto text = [&](const char *field) { return MODGD_DISTINTA::NvlStringa(subject->value(QLatin1String(field))); };
