@@ -25,8 +25,7 @@ QString moveStatement(const Spostamento &move)
     QString sql = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = ") + sqltext::number(move.newParentId);
     if (move.newParentId == 0)
         sql += QStringLiteral(", GD02_INDEREPROMO = 2");
-    sql += QStringLiteral(", GD02_DATAVAR = CONVERT(DateTime,'") + sqltext::dayMonthYear(move.changedAt.date())
-        + QStringLiteral("',103)")
+    sql += QStringLiteral(", GD02_DATAVAR = ") + sqltext::convertDate103(move.changedAt.date())
         + QStringLiteral(", GD02_GRUPPOVAR = ")
         + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), move.userGroup))
         + QStringLiteral(", GD02_UTENTEVAR = ")

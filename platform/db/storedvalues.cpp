@@ -1,5 +1,7 @@
 #include "storedvalues.h"
 
+#include "dayformat.h"
+
 #include <QRegularExpression>
 #include <array>
 #include <cmath>
@@ -174,7 +176,7 @@ QVariant coerce(const QVariant &value, FieldType type, bool *ok)
                 return QVariant();
             QDateTime parsed = parseDateTime(text);
             if (!parsed.isValid()) // the way dates are typed by the user
-                parsed = QDateTime(QDate::fromString(text.trimmed(), QStringLiteral("dd/MM/yyyy")), QTime(0, 0));
+                parsed = QDateTime(QDate::fromString(text.trimmed(), dayFormat), QTime(0, 0));
             if (parsed.isValid())
                 return QVariant(parsed);
         }

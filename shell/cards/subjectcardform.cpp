@@ -3,6 +3,7 @@
 #include "data/modgd_distinta.h"
 #include "data/schedastatements.h"
 #include "framework/recordsetgrid.h"
+#include "platform/db/dayformat.h"
 
 #include <QDateTime>
 #include <QFormLayout>
@@ -14,7 +15,7 @@ namespace {
 
 QString giorno(const QVariant &value)
 {
-    return value.isNull() ? QString() : value.toDateTime().toString(QStringLiteral("dd/MM/yyyy"));
+    return value.isNull() ? QString() : value.toDateTime().toString(db::dayFormat);
 }
 
 } // namespace
