@@ -1,6 +1,7 @@
 #include "nodistatements.h"
 
 #include "data/columnwidths.h"
+#include "data/schemanames.h"
 #include "data/sqltext.h"
 
 namespace nodistatements {
@@ -83,9 +84,9 @@ QString insertStatement(const NuovoNodo &node)
 
     // The creation and change columns have the same width: one fitted value serves both.
     const QString group = QStringLiteral("  ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), node.userGroup)) + QLatin1Char(',');
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_GRUPPOCRE, node.userGroup)) + QLatin1Char(',');
     const QString user = QStringLiteral("  ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), node.user)) + QLatin1Char(',');
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, node.user)) + QLatin1Char(',');
     sql += QStringLiteral(" ) VALUES (")
         + QStringLiteral("  ") + sqltext::number(node.typeId) + QLatin1Char(',')
         + QStringLiteral("  ") + sqltext::number(node.root ? 0 : node.parentId) + QLatin1Char(',')

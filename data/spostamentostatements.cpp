@@ -2,6 +2,7 @@
 
 #include "data/columnwidths.h"
 #include "data/legamistatements.h"
+#include "data/schemanames.h"
 #include "data/sqltext.h"
 
 namespace spostamentostatements {
@@ -27,9 +28,9 @@ QString moveStatement(const Spostamento &move)
         sql += QStringLiteral(", GD02_INDEREPROMO = 2");
     sql += QStringLiteral(", GD02_DATAVAR = ") + sqltext::convertDate103(move.changedAt.date())
         + QStringLiteral(", GD02_GRUPPOVAR = ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), move.userGroup))
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_GRUPPOVAR, move.userGroup))
         + QStringLiteral(", GD02_UTENTEVAR = ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), move.user))
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_UTENTEVAR, move.user))
         + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + sqltext::number(move.company)
         + QStringLiteral(" AND GD02_ID = ") + sqltext::number(move.nodeId);
     if (move.oldParentId == 0)

@@ -1,5 +1,6 @@
 #include "data/columnwidths.h"
 #include "data/dittastatements.h"
+#include "data/schemanames.h"
 #include "framework/defaulttheme.h"
 #include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
@@ -107,8 +108,8 @@ int main(int argc, char *argv[])
     globals.setWorkingCompany(options.company);
     // Every audit column for users and groups is 20 characters wide: a longer name would make SQL
     // Server refuse the writes that carry it.
-    globals.setUser(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), options.user));
-    globals.setUserGroup(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), options.userGroup));
+    globals.setUser(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, options.user));
+    globals.setUserGroup(columnwidths::fitToColumn(schemanames::GD02_GRUPPOCRE, options.userGroup));
     globals.setApplicationTitle(QStringLiteral("VRAX - Distinte di classificazione"));
     // Without a user, the first error is reported once and ends the run (fw::UnattendedRun).
     const auto unattended = options.unattended() ? std::make_shared<fw::UnattendedRun>() : nullptr;
