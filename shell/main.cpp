@@ -15,8 +15,7 @@
 #include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
-#include "shell/headlessexport.h"
-#include "shell/headlessprint.h"
+#include "shell/headlessrun.h"
 #include "shell/mainwindow.h"
 #include "shell/shelldatabase.h"
 #include "shell/shellmodulemanager.h"
@@ -88,7 +87,7 @@ int main(int argc, char *argv[])
 {
     const bool information = asksForInformation(argc, argv);
     if (!displayAvailable(argc, argv)) {
-        if (!information && !asksForPrint(argc, argv) && !asksForExport(argc, argv)) {
+        if (!information && !asksForRunWithoutWindow(argc, argv)) {
             explainMissingDisplay();
             return 2;
         }
@@ -135,12 +134,9 @@ int main(int argc, char *argv[])
     globals.setWorkflowStateService(
         std::make_shared<fw::SqlWorkflowStateService>(connection, globals.user(), globals.userGroup()));
 
-    if (options.print.requested())
-        return printWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
-                                  unattended);
-    if (options.exportList.requested())
-        return exportWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
-                                   unattended);
+    if (options.print.requested() || options.exportList.requested())
+        return runWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
+                                unattended);
 
     MainWindow window(globals, database.description);
     window.setCompanyCheck([connection](int company) { return companyHasData(connection, company); });
