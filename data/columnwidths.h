@@ -8,7 +8,7 @@
 // truncated") and the whole statement with it, so a value that comes from outside the module
 // (a user or computer name, a print key) is fitted before it is written:
 //
-//     "  '" + sqltext::doubleQuotes(columnwidths::fitToColumn("GD02_UTENTECRE", user)) + "',"
+//     "  '" + sqltext::doubleQuotes(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, user)) + "',"
 //
 // Fit first, double the quotes after: the width counts characters as stored. Pure functions.
 namespace columnwidths {

@@ -2,6 +2,9 @@
 
 #include "data/sqltext.h"
 
+#include <algorithm>
+#include <array>
+
 namespace dettaglistatements {
 
 namespace {
@@ -15,15 +18,20 @@ struct Classificazione
     const char *alias;
     const char *generalColumn;     // the subject's code in MG19_CLIFORVA
     const char *divisionColumn;    // the division's override in VCO1C_CLIFOR
+    // The table's columns holding the codes of the classifications it belongs to: those listed
+    // just before it, outermost first.
+    std::array<const char *, 2> parentColumns{};
 };
 
 constexpr Classificazione classificazioni[] = {
     {"MG07_MACROAREE", "MG07_MACROAREA", "MG07_DESCRMACROAR", "MacroArea", "MG19_MACROAREA", "CO1D_MACROAREA"},
-    {"MG08_AREE", "MG08_AREA", "MG08_DESCRAREA", "Area", "MG19_AREA", "CO1D_AREA"},
-    {"MG09_ZONE", "MG09_ZONA", "MG09_DESCRZONA", "Zona", "MG19_ZONA", "CO1D_ZONA"},
+    {"MG08_AREE", "MG08_AREA", "MG08_DESCRAREA", "Area", "MG19_AREA", "CO1D_AREA", {"MG08_MACROAREA_MG07"}},
+    {"MG09_ZONE", "MG09_ZONA", "MG09_DESCRZONA", "Zona", "MG19_ZONA", "CO1D_ZONA",
+     {"MG09_MACROAREA_MG07", "MG09_AREA_MG08"}},
     {"MG10_MACROCAT", "MG10_MACROCAT", "MG10_DESCRMACROCAT", "MacroCategoria", "MG19_MACROCAT", "CO1D_MACROCAT"},
-    {"MG11_CATEG", "MG11_CATEG", "MG11_DESCRCAT", "Categoria", "MG19_CATEG", "CO1D_CATEG"},
-    {"MG12_SOTTOCAT", "MG12_SOTTCAT", "MG12_DESCRSOTTOCAT", "SottoCategoria", "MG19_SOTTOCAT", "CO1D_SOTTOCAT"},
+    {"MG11_CATEG", "MG11_CATEG", "MG11_DESCRCAT", "Categoria", "MG19_CATEG", "CO1D_CATEG", {"MG11_MACROCAT_MG10"}},
+    {"MG12_SOTTOCAT", "MG12_SOTTCAT", "MG12_DESCRSOTTOCAT", "SottoCategoria", "MG19_SOTTOCAT", "CO1D_SOTTOCAT",
+     {"MG12_MACROCAT_MG10", "MG12_CATEG_MG11"}},
     {"MG31_RAGGRCF1", "MG31_CODRAGGRCF1", "MG31_DESCRAGGRCF1", "Raggruppamento1", "MG19_RAGGRCF1", "CO1D_RAGGRCF1"},
     {"MG32_RAGGRCF2", "MG32_CODRAGGRCF2", "MG32_DESCRAGGRCF2", "Raggruppamento2", "MG19_RAGGRCF2", "CO1D_RAGGRCF2"},
     {"MG33_RAGGRCF3", "MG33_CODRAGGRCF3", "MG33_DESCRAGGRCF3", "Raggruppamento3", "MG19_RAGGCRF3", "CO1D_RAGGRCF3"},
@@ -81,45 +89,34 @@ QString vociClassificazioni(bool division)
     return items;
 }
 
+// The subject's code of a classification, the division's own first when one is chosen.
+QString codiceSoggetto(const Classificazione &c, bool division)
+{
+    return conDivisione(QLatin1String(c.generalColumn), c.divisionColumn, c.generalColumn, division);
+}
+
 // The classification tables on the subject's sales data, each by company, kind and its code
 // chain; with a division every code is the division's own when it has one.
 QString joinClassificazioni(bool division)
 {
-    const auto code = [division](const char *divisionColumn, const char *generalColumn) {
-        return conDivisione(QLatin1String(generalColumn), divisionColumn, generalColumn, division);
-    };
-    const auto join = [](const QString &table, const QString &prefix, const QString &chain) {
-        return QStringLiteral(" LEFT OUTER JOIN ") + table + QStringLiteral(" ON MG19_CLIFORVA.MG19_DITTA_CG18 = ") + prefix
+    QString joins;
+    for (std::size_t i = 0; i < std::size(classificazioni); ++i) {
+        const Classificazione &c = classificazioni[i];
+        const QString prefix = QLatin1String(c.table).left(4);
+        const auto parents = std::size_t(std::count_if(c.parentColumns.begin(), c.parentColumns.end(),
+                                                       [](const char *column) { return column != nullptr; }));
+        QString chain;
+        for (std::size_t p = 0; p < parents; ++p)
+            chain += QStringLiteral(" AND ") + codiceSoggetto(classificazioni[i - parents + p], division)
+                + QStringLiteral(" = ") + QLatin1String(c.parentColumns[p]);
+        chain += QStringLiteral(" AND ") + codiceSoggetto(c, division) + QStringLiteral(" = ")
+            + QLatin1String(c.codeColumn);
+        joins += QStringLiteral(" LEFT OUTER JOIN ") + QLatin1String(c.table)
+            + QStringLiteral(" ON MG19_CLIFORVA.MG19_DITTA_CG18 = ") + prefix
             + QStringLiteral("_DITTA_CG18 AND MG19_CLIFORVA.MG19_TIPOCF_CG44 = ") + prefix + QStringLiteral("_TIPOCF_CG44")
             + chain + QLatin1Char(' ');
-    };
-    const QString macroArea = code("CO1D_MACROAREA", "MG19_MACROAREA");
-    const QString area = code("CO1D_AREA", "MG19_AREA");
-    const QString macroCat = code("CO1D_MACROCAT", "MG19_MACROCAT");
-    const QString categ = code("CO1D_CATEG", "MG19_CATEG");
-    return join(QStringLiteral("MG07_MACROAREE"), QStringLiteral("MG07"),
-                QStringLiteral(" AND ") + macroArea + QStringLiteral(" = MG07_MACROAREA"))
-        + join(QStringLiteral("MG08_AREE"), QStringLiteral("MG08"),
-               QStringLiteral(" AND ") + macroArea + QStringLiteral(" = MG08_MACROAREA_MG07 AND ") + area
-                   + QStringLiteral(" = MG08_AREA"))
-        + join(QStringLiteral("MG09_ZONE"), QStringLiteral("MG09"),
-               QStringLiteral(" AND ") + macroArea + QStringLiteral(" = MG09_MACROAREA_MG07 AND ") + area
-                   + QStringLiteral(" = MG09_AREA_MG08 AND ") + code("CO1D_ZONA", "MG19_ZONA") + QStringLiteral(" = MG09_ZONA"))
-        + join(QStringLiteral("MG10_MACROCAT"), QStringLiteral("MG10"),
-               QStringLiteral(" AND ") + macroCat + QStringLiteral(" = MG10_MACROCAT"))
-        + join(QStringLiteral("MG11_CATEG"), QStringLiteral("MG11"),
-               QStringLiteral(" AND ") + macroCat + QStringLiteral(" = MG11_MACROCAT_MG10 AND ") + categ
-                   + QStringLiteral(" = MG11_CATEG"))
-        + join(QStringLiteral("MG12_SOTTOCAT"), QStringLiteral("MG12"),
-               QStringLiteral(" AND ") + macroCat + QStringLiteral(" = MG12_MACROCAT_MG10 AND ") + categ
-                   + QStringLiteral(" = MG12_CATEG_MG11 AND ") + code("CO1D_SOTTOCAT", "MG19_SOTTOCAT")
-                   + QStringLiteral(" = MG12_SOTTCAT"))
-        + join(QStringLiteral("MG31_RAGGRCF1"), QStringLiteral("MG31"),
-               QStringLiteral(" AND ") + code("CO1D_RAGGRCF1", "MG19_RAGGRCF1") + QStringLiteral(" = MG31_CODRAGGRCF1"))
-        + join(QStringLiteral("MG32_RAGGRCF2"), QStringLiteral("MG32"),
-               QStringLiteral(" AND ") + code("CO1D_RAGGRCF2", "MG19_RAGGRCF2") + QStringLiteral(" = MG32_CODRAGGRCF2"))
-        + join(QStringLiteral("MG33_RAGGRCF3"), QStringLiteral("MG33"),
-               QStringLiteral(" AND ") + code("CO1D_RAGGRCF3", "MG19_RAGGCRF3") + QStringLiteral(" = MG33_CODRAGGRCF3"));
+    }
+    return joins;
 }
 
 QString joinAnagrafica(bool division)

@@ -50,16 +50,15 @@ QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDa
         + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + sqltext::number(company)
         + QStringLiteral("   AND GD14_ID_GD02       = ") + sqltext::number(nodeId);
     if (dueAfter)
-        sql += QStringLiteral("   AND GD18_DATASCADENZA  > CONVERT(DateTime,'") + sqltext::dayMonthYear(*dueAfter)
-            + QStringLiteral("',103) ");
+        sql += QStringLiteral("   AND GD18_DATASCADENZA  > ") + sqltext::convertDate103(*dueAfter) + QLatin1Char(' ');
     sql += settledNotDisabledCondition();
     return sql;
 }
 
 QString conditionsQuery(int company, const NodoCondizioni &node, const QString &division)
 {
-    const QString start = sqltext::dayMonthYear(node.start);
-    const QString end = sqltext::dayMonthYear(node.end);
+    const QString start = sqltext::convertDate103(node.start);
+    const QString end = sqltext::convertDate103(node.end);
     QString sql = QStringLiteral("SELECT DISTINCT * ")
         + QStringLiteral(" FROM GDVISTA03_SOGGETTICOND ")
         + QStringLiteral(" WHERE ( ID = ") + sqltext::number(node.nodeId)
@@ -67,15 +66,15 @@ QString conditionsQuery(int company, const NodoCondizioni &node, const QString &
         + QStringLiteral("              AND CondizioneCodIntest = ") + sqltext::number(node.subjectCode)
         + QStringLiteral("              AND ID                  = 0 ")
         + QStringLiteral("              AND (")
-        + QStringLiteral("                    CondizioneIni BETWEEN CONVERT(DateTime,'") + start
-        + QStringLiteral("',103) AND CONVERT(DateTime,'") + end + QStringLiteral("',103) ")
+        + QStringLiteral("                    CondizioneIni BETWEEN ") + start + QStringLiteral(" AND ") + end
+        + QStringLiteral(" ")
         + QStringLiteral("                    OR ")
-        + QStringLiteral("                    CondizioneFin BETWEEN CONVERT(DateTime,'") + start
-        + QStringLiteral("',103) AND CONVERT(DateTime,'") + end + QStringLiteral("',103) ")
+        + QStringLiteral("                    CondizioneFin BETWEEN ") + start + QStringLiteral(" AND ") + end
+        + QStringLiteral(" ")
         + QStringLiteral("                    OR (")
-        + QStringLiteral("                        CondizioneIni <= CONVERT(DateTime,'") + start + QStringLiteral("',103) ")
+        + QStringLiteral("                        CondizioneIni <= ") + start + QStringLiteral(" ")
         + QStringLiteral("                        AND ")
-        + QStringLiteral("                        CondizioneFin >= CONVERT(DateTime,'") + end + QStringLiteral("',103)")
+        + QStringLiteral("                        CondizioneFin >= ") + end
         + QStringLiteral("                       )")
         + QStringLiteral("                    )");
     if (!division.isEmpty())

@@ -1,5 +1,7 @@
 #include "modgd_distinta.h"
 
+#include "platform/db/dayformat.h"
+
 #include <QDateTime>
 #include <QLocale>
 
@@ -24,12 +26,12 @@ QString textOf(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::QDate:
-        return value.toDate().toString(QStringLiteral("dd/MM/yyyy"));
+        return value.toDate().toString(db::dayFormat);
     case QMetaType::QDateTime: {
         const QDateTime dateTime = value.toDateTime();
         if (dateTime.time() == QTime(0, 0))
-            return dateTime.toString(QStringLiteral("dd/MM/yyyy"));
-        return dateTime.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"));
+            return dateTime.toString(db::dayFormat);
+        return dateTime.toString(db::dayTimeFormat);
     }
     case QMetaType::Double:
     case QMetaType::Float:

@@ -1,6 +1,7 @@
 #include "nodistatements.h"
 
 #include "data/columnwidths.h"
+#include "data/schemanames.h"
 #include "data/sqltext.h"
 
 namespace nodistatements {
@@ -23,8 +24,8 @@ QString parentQuery(int company, qint64 parentId)
 
 QString overlapQuery(const Collegamento &link)
 {
-    const QString start = sqltext::dayMonthYear(link.start);
-    const QString end = sqltext::dayMonthYear(link.end);
+    const QString start = sqltext::convertDate103(link.start);
+    const QString end = sqltext::convertDate103(link.end);
     QString sql = QStringLiteral(" SELECT CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, ")
         + QStringLiteral(" GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AS DataI,")
         + QStringLiteral(" GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL AS DataF, ")
@@ -56,13 +57,13 @@ QString overlapQuery(const Collegamento &link)
             + QStringLiteral("       )");
     if (link.excludedNodeId)
         sql += QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_ID <> ") + sqltext::number(*link.excludedNodeId);
-    sql += QStringLiteral("   AND (CONVERT(DateTime,'") + start
-        + QStringLiteral("',103) BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
-        + QStringLiteral("        OR CONVERT(DateTime,'") + end
-        + QStringLiteral("',103) BETWEEN GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL ")
-        + QStringLiteral("        OR (CONVERT(DateTime,'") + start
-        + QStringLiteral("',103) <= GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AND CONVERT(DateTime,'") + end
-        + QStringLiteral("',103) >= GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL)")
+    sql += QStringLiteral("   AND (") + start
+        + QStringLiteral(" BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
+        + QStringLiteral("        OR ") + end
+        + QStringLiteral(" BETWEEN GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL ")
+        + QStringLiteral("        OR (") + start
+        + QStringLiteral(" <= GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AND ") + end
+        + QStringLiteral(" >= GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL)")
         + QStringLiteral("        )")
         + QStringLiteral(" ORDER BY GD02_DISTINTA_FIGLIO.GD02_ID_GD01");
     return sql;
@@ -83,9 +84,9 @@ QString insertStatement(const NuovoNodo &node)
 
     // The creation and change columns have the same width: one fitted value serves both.
     const QString group = QStringLiteral("  ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), node.userGroup)) + QLatin1Char(',');
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_GRUPPOCRE, node.userGroup)) + QLatin1Char(',');
     const QString user = QStringLiteral("  ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), node.user)) + QLatin1Char(',');
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, node.user)) + QLatin1Char(',');
     sql += QStringLiteral(" ) VALUES (")
         + QStringLiteral("  ") + sqltext::number(node.typeId) + QLatin1Char(',')
         + QStringLiteral("  ") + sqltext::number(node.root ? 0 : node.parentId) + QLatin1Char(',')

@@ -2,6 +2,7 @@
 
 #include "data/columnwidths.h"
 #include "data/legamistatements.h"
+#include "data/schemanames.h"
 #include "data/sqltext.h"
 
 namespace spostamentostatements {
@@ -25,12 +26,11 @@ QString moveStatement(const Spostamento &move)
     QString sql = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = ") + sqltext::number(move.newParentId);
     if (move.newParentId == 0)
         sql += QStringLiteral(", GD02_INDEREPROMO = 2");
-    sql += QStringLiteral(", GD02_DATAVAR = CONVERT(DateTime,'") + sqltext::dayMonthYear(move.changedAt.date())
-        + QStringLiteral("',103)")
+    sql += QStringLiteral(", GD02_DATAVAR = ") + sqltext::convertDate103(move.changedAt.date())
         + QStringLiteral(", GD02_GRUPPOVAR = ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), move.userGroup))
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_GRUPPOVAR, move.userGroup))
         + QStringLiteral(", GD02_UTENTEVAR = ")
-        + sqltext::quoted(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), move.user))
+        + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_UTENTEVAR, move.user))
         + QStringLiteral(" WHERE GD02_DITTA_CG18 = ") + sqltext::number(move.company)
         + QStringLiteral(" AND GD02_ID = ") + sqltext::number(move.nodeId);
     if (move.oldParentId == 0)

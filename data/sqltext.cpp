@@ -1,23 +1,14 @@
 #include "sqltext.h"
 
+#include "platform/db/dayformat.h"
+
 #include <QRegularExpression>
 
 namespace sqltext {
 
-QString doubleQuotes(const QString &text)
-{
-    QString result = text;
-    return result.replace(QLatin1Char('\''), QLatin1String("''"));
-}
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('\'') + doubleQuotes(text) + QLatin1Char('\'');
-}
-
 QString dayMonthYear(const QDate &date)
 {
-    return date.toString(QStringLiteral("dd/MM/yyyy"));
+    return date.toString(db::dayFormat);
 }
 
 QString dayMonthYear(const QDateTime &dateTime)
@@ -27,22 +18,12 @@ QString dayMonthYear(const QDateTime &dateTime)
 
 QString monthDayYear(const QDate &date)
 {
-    return date.toString(QStringLiteral("MM/dd/yyyy"));
+    return date.toString(db::monthDayFormat);
 }
 
 QString monthDayYear(const QDateTime &dateTime)
 {
     return monthDayYear(dateTime.date());
-}
-
-QString convertDate103(const QDate &date)
-{
-    return QStringLiteral("CONVERT(DateTime,'") + dayMonthYear(date) + QStringLiteral("',103)");
-}
-
-QString convertDate101(const QDate &date)
-{
-    return QStringLiteral("CONVERT(DateTime,'") + monthDayYear(date) + QStringLiteral("',101)");
 }
 
 QDate parseDayMonthYear(const QString &text)

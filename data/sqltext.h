@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/db/sqlliterals.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QString>
@@ -8,11 +10,11 @@
 // styles the module writes, and the temporary-table idiom. Pure functions, text in, text out.
 namespace sqltext {
 
-// Every single quote doubled: the only way user-typed text reaches a statement.
-QString doubleQuotes(const QString &text);
-
-// '…' with the quotes inside doubled.
-QString quoted(const QString &text);
+// Quotes and CONVERT literals are written by the platform's one function for each.
+using db::convertDate101;
+using db::convertDate103;
+using db::doubleQuotes;
+using db::quoted;
 
 // A key or a code as statements write it: plain digits.
 QString number(qint64 value);
@@ -22,10 +24,6 @@ QString dayMonthYear(const QDate &date);
 QString dayMonthYear(const QDateTime &dateTime);
 QString monthDayYear(const QDate &date);
 QString monthDayYear(const QDateTime &dateTime);
-
-// CONVERT(DateTime,'dd/mm/yyyy',103) and CONVERT(DateTime,'mm/dd/yyyy',101).
-QString convertDate103(const QDate &date);
-QString convertDate101(const QDate &date);
 
 // A date as the user types it ("dd/mm/yyyy", also "d/m/yyyy"); an invalid QDate when the text is
 // empty, malformed or names no real day (31/02/2024).

@@ -204,7 +204,7 @@ bool FormFrame::Form_QueryUnload()
         // Pending changes that could not be saved keep the form open, whatever the answer to
         // the error: closing would lose them.
         bool mayClose = false;
-        if (!step(procedure, [&] { mayClose = m_recordFrame->mayClose(); }) || !mayClose)
+        if (!stepOnRow(procedure, [&] { mayClose = m_recordFrame->mayClose(); }) || !mayClose)
             return true;
     }
     ExecuteFormEvent(QStringLiteral("tsClose"));
@@ -318,6 +318,11 @@ bool FormFrame::writeRow(const QString &procedure, const std::function<void()> &
         m_connection->clearErrors();
     stale(*staleRow);
     return false;
+}
+
+bool FormFrame::stepOnRow(const QString &procedure, const std::function<void()> &statement)
+{
+    return step(procedure, statement);
 }
 
 bool FormFrame::quietly(const std::function<void()> &statement)

@@ -132,6 +132,10 @@ protected:
     virtual void release(Release) {}
     // Forms that borrow another form's log service report no missing one.
     virtual bool reportsMissingLogService() const { return true; }
+    // A statement on the record frame's row (leaving, saving or closing it, reading it again),
+    // through step(). A form that tells the user of a row someone else changed meanwhile and
+    // reads it again runs it through writeRow() instead.
+    virtual bool stepOnRow(const QString &procedure, const std::function<void()> &statement);
 
     // Creates the main record frame on the form's connection (replacing any previous one).
     // Throws db::DatabaseError.

@@ -1,5 +1,7 @@
 #include "framework/controlvalue.h"
 
+#include "platform/db/dayformat.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDateTime>
@@ -16,8 +18,6 @@ namespace controlvalue {
 
 namespace {
 
-const QString dateFormat = QStringLiteral("dd/MM/yyyy");
-
 QVariant nullIfEmpty(const QVariant &value)
 {
     if (value.typeId() == QMetaType::QString && value.toString().isEmpty())
@@ -28,9 +28,9 @@ QVariant nullIfEmpty(const QVariant &value)
 QString displayText(const QVariant &value)
 {
     if (value.typeId() == QMetaType::QDateTime)
-        return value.toDateTime().toString(dateFormat);
+        return value.toDateTime().toString(db::dayFormat);
     if (value.typeId() == QMetaType::QDate)
-        return value.toDate().toString(dateFormat);
+        return value.toDate().toString(db::dayFormat);
     return value.toString();
 }
 
@@ -120,7 +120,7 @@ QVariant toFieldValue(const QVariant &value, db::FieldType type)
             return value;
         if (value.typeId() == QMetaType::QDate)
             return QDateTime(value.toDate(), QTime(0, 0));
-        const QDate date = QDate::fromString(value.toString().trimmed(), dateFormat);
+        const QDate date = QDate::fromString(value.toString().trimmed(), db::dayFormat);
         return date.isValid() ? QVariant(QDateTime(date, QTime(0, 0))) : value;
     }
     default:

@@ -1,20 +1,11 @@
 #include "framework/workflowstatements.h"
 
+#include "platform/db/sqlliterals.h"
+
 namespace fw::workflowstatements {
 
-namespace {
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
-}
-
-QString stamp(const QDateTime &at)
-{
-    return QStringLiteral("CONVERT(DateTime,'%1',103)").arg(at.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
-}
-
-} // namespace
+using db::convertDateTime103;
+using db::quoted;
 
 QString stateDescriptionQuery(const QString &rowGuid)
 {
@@ -33,7 +24,7 @@ QString changeStateStatement(const QString &rowGuid, int state, const QDateTime 
 {
     return QStringLiteral("UPDATE WF02_STATORIGA SET WF02_ID_WF01 = %1, WF02_DATAVAR = %2,"
                           " WF02_GRUPPOVAR = %3, WF02_UTENTEVAR = %4 WHERE WF02_GUID = %5")
-        .arg(QString::number(state), stamp(at), quoted(userGroup), quoted(user), quoted(rowGuid));
+        .arg(QString::number(state), convertDateTime103(at), quoted(userGroup), quoted(user), quoted(rowGuid));
 }
 
 QString insertStateStatement(const QString &rowGuid, int state, const QDateTime &at, const QString &userGroup,
@@ -42,7 +33,7 @@ QString insertStateStatement(const QString &rowGuid, int state, const QDateTime 
     return QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01, WF02_DATACRE, WF02_GRUPPOCRE,"
                           " WF02_UTENTECRE, WF02_DATAVAR, WF02_GRUPPOVAR, WF02_UTENTEVAR)"
                           " VALUES (%1, %2, %3, %4, %5, %3, %4, %5)")
-        .arg(quoted(rowGuid), QString::number(state), stamp(at), quoted(userGroup), quoted(user));
+        .arg(quoted(rowGuid), QString::number(state), convertDateTime103(at), quoted(userGroup), quoted(user));
 }
 
 QString workflowStatesQuery(const QString &workflow)

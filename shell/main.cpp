@@ -1,5 +1,6 @@
 #include "data/columnwidths.h"
 #include "data/dittastatements.h"
+#include "data/schemanames.h"
 #include "framework/defaulttheme.h"
 #include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
@@ -14,8 +15,7 @@
 #include "shell/cards/subjectcardcomponent.h"
 #include "shell/componentcatalog.h"
 #include "shell/displaycheck.h"
-#include "shell/headlessexport.h"
-#include "shell/headlessprint.h"
+#include "shell/headlessrun.h"
 #include "shell/mainwindow.h"
 #include "shell/shelldatabase.h"
 #include "shell/shellmodulemanager.h"
@@ -87,7 +87,7 @@ int main(int argc, char *argv[])
 {
     const bool information = asksForInformation(argc, argv);
     if (!displayAvailable(argc, argv)) {
-        if (!information && !asksForPrint(argc, argv) && !asksForExport(argc, argv)) {
+        if (!information && !asksForRunWithoutWindow(argc, argv)) {
             explainMissingDisplay();
             return 2;
         }
@@ -107,8 +107,8 @@ int main(int argc, char *argv[])
     globals.setWorkingCompany(options.company);
     // Every audit column for users and groups is 20 characters wide: a longer name would make SQL
     // Server refuse the writes that carry it.
-    globals.setUser(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), options.user));
-    globals.setUserGroup(columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOCRE"), options.userGroup));
+    globals.setUser(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, options.user));
+    globals.setUserGroup(columnwidths::fitToColumn(schemanames::GD02_GRUPPOCRE, options.userGroup));
     globals.setApplicationTitle(QStringLiteral("VRAX - Distinte di classificazione"));
     // Without a user, the first error is reported once and ends the run (fw::UnattendedRun).
     const auto unattended = options.unattended() ? std::make_shared<fw::UnattendedRun>() : nullptr;
@@ -134,12 +134,9 @@ int main(int argc, char *argv[])
     globals.setWorkflowStateService(
         std::make_shared<fw::SqlWorkflowStateService>(connection, globals.user(), globals.userGroup()));
 
-    if (options.print.requested())
-        return printWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
-                                  unattended);
-    if (options.exportList.requested())
-        return exportWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
-                                   unattended);
+    if (options.print.requested() || options.exportList.requested())
+        return runWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
+                                unattended);
 
     MainWindow window(globals, database.description);
     window.setCompanyCheck([connection](int company) { return companyHasData(connection, company); });

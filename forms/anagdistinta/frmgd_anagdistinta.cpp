@@ -3,7 +3,6 @@
 #include "data/anagdistintastatements.h"
 #include "framework/globalservices.h"
 #include "framework/gridnavigator.h"
-#include "framework/logservice.h"
 #include "framework/lookupedit.h"
 #include "framework/recordframe.h"
 #include "framework/recordsetgrid.h"
@@ -11,7 +10,6 @@
 #include "framework/workflowstatecontrol.h"
 #include "framework/workflowstateservice.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -95,7 +93,7 @@ void FRMGD_ANAGDISTINTA::ImpostaFME_DISTINTE()
         CaricaDecodificheGriglia();
         GRID_TIPODISTINTA->setRecordset(frame->recordset());
         GRIDNAV->attach(frame, [this](const QString &procedure, const std::function<void()> &statement) {
-            return eseguiSuRiga(procedure, statement);
+            return stepOnRow(procedure, statement);
         });
         mostraRiga();
     });
@@ -167,37 +165,12 @@ void FRMGD_ANAGDISTINTA::release(Release what)
     }
 }
 
-// Pending changes are saved, discarded or kept as the user answers; a save that fails or is
-// refused keeps the form open with the user's values.
-void FRMGD_ANAGDISTINTA::closeEvent(QCloseEvent *event)
+bool FRMGD_ANAGDISTINTA::stepOnRow(const QString &procedure, const std::function<void()> &statement)
 {
-    if (fw::RecordFrame *frame = recordFrame()) {
-        bool mayClose = false;
-        if (!eseguiSuRiga(QStringLiteral("Form_QueryUnload"), [&] { mayClose = frame->mayClose(); }) || !mayClose) {
-            event->ignore();
-            return;
-        }
-    }
-    FormFrame::closeEvent(event);
-}
-
-bool FRMGD_ANAGDISTINTA::eseguiSuRiga(const QString &procedure, const std::function<void()> &statement)
-{
-    QString staleRow;
-    const bool done = step(procedure, [&] {
-        try {
-            statement();
-        } catch (const db::DatabaseError &error) {
-            if (!error.isStaleRow())
-                throw;
-            staleRow = error.message();
-        }
+    return writeRow(procedure, statement, [&](const db::DatabaseError &staleRow) {
+        avviso(staleRow.message() + QStringLiteral("\nLa distinta è stata riletta dal database."));
+        step(procedure, [this] { recordFrame()->requery(); });
     });
-    if (staleRow.isEmpty())
-        return done;
-    avvisa(staleRow + QStringLiteral("\nLa distinta è stata riletta dal database."));
-    step(procedure, [this] { recordFrame()->requery(); });
-    return false;
 }
 
 // Before the grid shows another row, the current one is saved or, new and untouched, dropped.
@@ -205,14 +178,8 @@ bool FRMGD_ANAGDISTINTA::lasciaRiga()
 {
     fw::RecordFrame *frame = recordFrame();
     bool left = false;
-    return frame && eseguiSuRiga(QStringLiteral("GRID_TIPODISTINTA_RowColChange"), [&] { left = frame->leaveRow(); })
+    return frame && stepOnRow(QStringLiteral("GRID_TIPODISTINTA_RowColChange"), [&] { left = frame->leaveRow(); })
         && left;
-}
-
-void FRMGD_ANAGDISTINTA::avvisa(const QString &text)
-{
-    if (fw::LogService *log = logService())
-        log->showMessage(text, windowTitle(), fw::MessageStyle::Warning);
 }
 
 QString FRMGD_ANAGDISTINTA::codiceDigitato(const QLineEdit *field) const

@@ -63,7 +63,9 @@ protected:
     QString companyChangeText() const override;
     void formClosing() override;
     void release(Release what) override;
-    void closeEvent(QCloseEvent *event) override;
+    // A row someone else changed meanwhile is told to the user and read again; every other
+    // failure goes to the error handler.
+    bool stepOnRow(const QString &procedure, const std::function<void()> &statement) override;
 
 private:
     // controls (frmgd_anagdistinta_layout.cpp)
@@ -80,11 +82,7 @@ private:
     void GRIDNAV_ButtonClick(const QString &button, bool &cancel);
     void GRIDNAV_AfterButtonClick(const QString &button);
     void TXT_GD01_STATO_AfterItem(bool changedByUser);
-    // Runs an action on the frame's row: a row someone else changed meanwhile is told to the
-    // user and read again; every other failure goes to the error handler.
-    bool eseguiSuRiga(const QString &procedure, const std::function<void()> &statement);
     bool lasciaRiga();
-    void avvisa(const QString &text);
     bool rifiuta(const QString &text, QWidget *focus);
     QString codiceDigitato(const QLineEdit *field) const;
     void decodifica(const QString &procedure, const QLineEdit *field, QLabel *label,

@@ -79,7 +79,7 @@ void FRMGD_ANAGDISTINTA::decodifica(const QString &procedure, const QLineEdit *f
     step(procedure, [&] {
         const db::RecordsetPtr rows = connection()->openRecordset(statement(codice));
         if (rows->isEmpty()) {
-            avvisa(missing.arg(codice));
+            avviso(missing.arg(codice));
             return;
         }
         label->setText(MODGD_DISTINTA::NvlStringa(rows->value(descriptionField)));

@@ -5,8 +5,8 @@
 #include "data/anagdistintastatements.h"
 #include "data/modgd_distinta.h"
 #include "framework/globalservices.h"
-#include "framework/logservice.h"
 #include "framework/lookupedit.h"
+#include "framework/messagestyle.h"
 #include "framework/recordframe.h"
 #include "framework/reportengine.h"
 #include "framework/workflowstatecontrol.h"
@@ -34,7 +34,7 @@ QDateTime adesso()
 
 bool FRMGD_ANAGDISTINTA::rifiuta(const QString &text, QWidget *focus)
 {
-    avvisa(text);
+    avviso(text);
     if (focus)
         focus->setFocus();
     return false;
@@ -140,7 +140,7 @@ void FRMGD_ANAGDISTINTA::dopoSalvataggio()
     fw::RecordFrame *frame = recordFrame();
     if (!frame || frame->state() != fw::RecordFrame::Browse)
         return;
-    eseguiSuRiga(QStringLiteral("FME_DISTINTE_AfterUpdate"), [frame] { frame->requery(); });
+    stepOnRow(QStringLiteral("FME_DISTINTE_AfterUpdate"), [frame] { frame->requery(); });
 }
 
 void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeDelete(bool &cancel)
@@ -150,16 +150,14 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeDelete(bool &cancel)
     step(QStringLiteral("FME_DISTINTE_BeforeDelete"), [&] {
         const qint64 id = rows->value(QStringLiteral("GD01_ID")).toLongLong();
         if (!connection()->openRecordset(anagdistintastatements::typeNodesQuery(id))->isEmpty()) {
-            avvisa(nonCancellabile);
+            avviso(nonCancellabile);
             return;
         }
         const QString tipo = MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_CODICE"))) + QStringLiteral(" - ")
                              + MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_DESCR")));
-        fw::LogService *log = logService();
-        cancel = !log
-                 || log->showMessage(QStringLiteral("Cancellare l'anagrafica distinta %1?").arg(tipo), windowTitle(),
-                                     fw::MessageStyle::YesNoQuestion)
-                        != fw::Answer::Yes;
+        cancel = message(QStringLiteral("Cancellare l'anagrafica distinta %1?").arg(tipo),
+                         fw::MessageStyle::YesNoQuestion)
+                 != fw::Answer::Yes;
     });
 }
 
@@ -177,7 +175,7 @@ void FRMGD_ANAGDISTINTA::GRIDNAV_AfterButtonClick(const QString &button)
         TXT_GD01_CODICE->setFocus();
     } else if (button == QLatin1String("Elimina")) {
         fw::RecordFrame *frame = recordFrame();
-        eseguiSuRiga(QStringLiteral("GRIDNAV_ButtonClick"), [frame] { frame->requery(); });
+        stepOnRow(QStringLiteral("GRIDNAV_ButtonClick"), [frame] { frame->requery(); });
     }
 }
 
@@ -209,15 +207,14 @@ void FRMGD_ANAGDISTINTA::TXT_GD01_STATO_AfterItem(bool changedByUser)
 void FRMGD_ANAGDISTINTA::cmdAssegnaStato_Click()
 {
     fw::RecordFrame *frame = recordFrame();
-    fw::LogService *log = logService();
     const QString guid = TXT_GD01_STATO->guid();
-    if (!frame || !log || guid.isEmpty() || !TXT_GD01_STATO->state())
+    if (!frame || !logService() || guid.isEmpty() || !TXT_GD01_STATO->state())
         return;
     const db::RecordsetPtr rows = frame->recordset();
     const QString codice = MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_CODICE")));
-    if (log->showMessage(QStringLiteral("Assegnare lo stato %1 a tutti i nodi della distinta %2?")
-                             .arg(TXT_GD01_STATO->stateDescription(), codice),
-                         windowTitle(), fw::MessageStyle::YesNoQuestion)
+    if (message(QStringLiteral("Assegnare lo stato %1 a tutti i nodi della distinta %2?")
+                    .arg(TXT_GD01_STATO->stateDescription(), codice),
+                fw::MessageStyle::YesNoQuestion)
         != fw::Answer::Yes)
         return;
 
@@ -240,6 +237,5 @@ void FRMGD_ANAGDISTINTA::cmdAssegnaStato_Click()
         ++assigned;
     }
     QApplication::restoreOverrideCursor();
-    log->showMessage(QStringLiteral("Stato %1 assegnato a %2 nodi.").arg(TXT_GD01_STATO->stateDescription()).arg(assigned),
-                     windowTitle(), fw::MessageStyle::Notice);
+    notifica(QStringLiteral("Stato %1 assegnato a %2 nodi.").arg(TXT_GD01_STATO->stateDescription()).arg(assigned));
 }

@@ -5,12 +5,10 @@
 #include "data/sqltext.h"
 #include "forms/distinta/frmgd_distinta.h"
 #include "framework/gridnavigator.h"
-#include "framework/logservice.h"
 #include "framework/lookupedit.h"
 #include "framework/recordframe.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -155,8 +153,7 @@ void FRMGD_PARAMETRI::FME_PARAMETRI_BeforeUpdate(bool &cancel)
 
 bool FRMGD_PARAMETRI::rifiuta(const QString &text, QLineEdit *focus)
 {
-    if (fw::LogService *log = logService())
-        log->showMessage(text, windowTitle(), fw::MessageStyle::Warning);
+    avviso(text);
     focus->setFocus();
     return true;
 }
@@ -248,18 +245,4 @@ void FRMGD_PARAMETRI::CBO_EREPROMO_Click()
 void FRMGD_PARAMETRI::formClosing()
 {
     GRIDNAV_PARAMETRI->detach();
-}
-
-// Pending changes are saved, discarded or kept as the user answers; a save that fails or is
-// refused keeps the form open with the user's values.
-void FRMGD_PARAMETRI::closeEvent(QCloseEvent *event)
-{
-    if (fw::RecordFrame *frame = recordFrame()) {
-        bool mayClose = false;
-        if (!step(QStringLiteral("Form_QueryUnload"), [&] { mayClose = frame->mayClose(); }) || !mayClose) {
-            event->ignore();
-            return;
-        }
-    }
-    FormFrame::closeEvent(event);
 }

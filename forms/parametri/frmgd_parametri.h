@@ -40,7 +40,6 @@ protected:
     bool activateForm() override;
     void formClosing() override;
     bool reportsMissingLogService() const override { return false; }
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     void creaControlli();

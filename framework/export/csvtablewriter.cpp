@@ -1,6 +1,7 @@
 #include "framework/export/csvtablewriter.h"
 
 #include "framework/export/exportfile.h"
+#include "platform/db/dayformat.h"
 
 #include <QDate>
 #include <QLocale>
@@ -68,7 +69,7 @@ QString CsvTableWriter::text(const QVariant &value, ExportCellKind kind) const
         return {};
     switch (kind) {
     case ExportCellKind::Date:
-        return value.toDate().toString(QStringLiteral("dd/MM/yyyy"));
+        return value.toDate().toString(db::dayFormat);
     case ExportCellKind::Number: {
         bool whole = false;
         const qint64 number = value.toLongLong(&whole);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/db/dayformat.h"
+
 #include <QList>
 #include <QMarginsF>
 #include <QPageLayout>
@@ -32,7 +34,7 @@ struct ReportCell
     bool italic = false;
     double pointSize = 0;                          // 0: the layout's font size
     Qt::Alignment alignment = Qt::AlignLeft;
-    QString dateFormat = QStringLiteral("dd/MM/yyyy");
+    QString dateFormat = db::dayFormat.toString();
     int decimals = -1;                             // numbers: -1 as they come, else fixed decimals
     QString indentField;                           // empty: no indentation
     double indentStep = 0;                         // mm per level past the first

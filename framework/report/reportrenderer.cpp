@@ -1,6 +1,7 @@
 #include "framework/report/reportrenderer.h"
 
 #include "framework/report/reportlayoutreader.h"
+#include "platform/db/dayformat.h"
 #include "platform/db/recordset.h"
 
 #include <QFontMetricsF>
@@ -223,7 +224,7 @@ QString ReportRenderer::cellText(const ReportCell &cell, int row, int page) cons
         case ReportTextPart::Title: text += m_values.title; break;
         case ReportTextPart::Page: text += QString::number(page); break;
         case ReportTextPart::Pages: text += QString::number(m_pageCount); break;
-        case ReportTextPart::PrintDate: text += m_values.printedAt.toString(QStringLiteral("dd/MM/yyyy")); break;
+        case ReportTextPart::PrintDate: text += m_values.printedAt.toString(db::dayFormat); break;
         case ReportTextPart::PrintTime: text += m_values.printedAt.toString(QStringLiteral("HH:mm")); break;
         }
     }

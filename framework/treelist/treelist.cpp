@@ -2,11 +2,8 @@
 
 #include "framework/treelist/treelistbuttondelegate.h"
 #include "framework/treelist/treelistcolumnsizing.h"
-#include "framework/treelist/treelistcombodelegate.h"
-#include "framework/treelist/treelistdatedelegate.h"
 #include "framework/treelist/treelistheader.h"
 #include "framework/treelist/treelistmodel.h"
-#include "framework/treelist/treelisttextdelegate.h"
 #include "framework/treelist/treelistview.h"
 
 #include <QContextMenuEvent>
@@ -23,10 +20,7 @@ TreeList::TreeList(QWidget *parent)
     : QWidget(parent)
     , m_model(new TreeListModel(this))
     , m_view(new TreeListView(this))
-    , m_plainDelegate(new TreeListDelegate(m_model, this, this))
-    , m_textDelegate(new TreeListTextDelegate(m_model, this, this))
-    , m_dateDelegate(new TreeListDateDelegate(m_model, this, this))
-    , m_comboDelegate(new TreeListComboDelegate(m_model, this, this))
+    , m_cellDelegate(new TreeListDelegate(m_model, this, this))
     , m_buttonDelegate(new TreeListButtonDelegate(m_model, this, this))
 {
     auto *layout = new QVBoxLayout(this);
@@ -115,19 +109,7 @@ const TreeListColumn &TreeList::column(int index) const
 
 TreeListDelegate *TreeList::delegateFor(const TreeListColumn &column) const
 {
-    switch (column.kind) {
-    case TreeListColumnKind::Text:
-        return m_textDelegate;
-    case TreeListColumnKind::Date:
-        return m_dateDelegate;
-    case TreeListColumnKind::ImageCombo:
-        return m_comboDelegate;
-    case TreeListColumnKind::ButtonEdit:
-        return m_buttonDelegate;
-    case TreeListColumnKind::Unbound:
-        break;
-    }
-    return m_plainDelegate;
+    return column.kind == TreeListColumnKind::ButtonEdit ? m_buttonDelegate : m_cellDelegate;
 }
 
 void TreeList::updateColumn(const QString &name, const std::function<void(TreeListColumn &)> &change)
@@ -255,7 +237,7 @@ void TreeList::setColors(const GridColors &colors)
     applyGridPalette(m_view, colors);
     m_view->bandHeader()->setColors(colors.header, colors.headerText, colors.gridLines);
     m_view->setHierarchyLineColor(colors.gridLines);
-    for (TreeListDelegate *delegate : {m_plainDelegate, m_textDelegate, m_dateDelegate, m_comboDelegate, m_buttonDelegate})
+    for (TreeListDelegate *delegate : {m_cellDelegate, m_buttonDelegate})
         delegate->setGridLineColor(colors.gridLines);
     m_view->viewport()->update();
 }

@@ -174,10 +174,7 @@ private:
 
     TreeListModel *m_model;
     TreeListView *m_view;
-    TreeListDelegate *m_plainDelegate;
-    TreeListDelegate *m_textDelegate;
-    TreeListDelegate *m_dateDelegate;
-    TreeListDelegate *m_comboDelegate;
+    TreeListDelegate *m_cellDelegate;       // every kind but buttons
     TreeListDelegate *m_buttonDelegate;
     QMetaObject::Connection m_rowConnection;
     GridColors m_colors;

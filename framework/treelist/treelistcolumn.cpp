@@ -1,5 +1,7 @@
 #include "framework/treelist/treelistcolumn.h"
 
+#include "platform/db/dayformat.h"
+
 #include <QDateTime>
 #include <cmath>
 
@@ -50,7 +52,7 @@ QString TreeListColumn::displayText(const QVariant &value) const
     }
     case TreeListColumnKind::Date: {
         const QDateTime date = value.toDateTime();
-        return date.isValid() ? date.date().toString(QLatin1String(DateFormat)) : value.toString();
+        return date.isValid() ? date.date().toString(db::dayFormat) : value.toString();
     }
     case TreeListColumnKind::Text:
     case TreeListColumnKind::ButtonEdit:
@@ -58,9 +60,9 @@ QString TreeListColumn::displayText(const QVariant &value) const
     }
     const int type = value.metaType().id();
     if (type == QMetaType::QDateTime)
-        return value.toDateTime().date().toString(QLatin1String(DateFormat));
+        return value.toDateTime().date().toString(db::dayFormat);
     if (type == QMetaType::QDate)
-        return value.toDate().toString(QLatin1String(DateFormat));
+        return value.toDate().toString(db::dayFormat);
     return value.toString();
 }
 

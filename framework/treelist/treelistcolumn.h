@@ -40,8 +40,6 @@ struct TreeListColumn
     QIcon buttonGlyph;          // ButtonEdit; "..." when null
     QString widthSample;        // a whole value of the column (a code, a name): it stays readable
 
-    static constexpr auto DateFormat = "dd/MM/yyyy";
-
     bool isBound() const { return kind != TreeListColumnKind::Unbound && !fieldName.isEmpty(); }
     bool isEditable() const
     {

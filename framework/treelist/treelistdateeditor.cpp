@@ -1,7 +1,7 @@
 #include "framework/treelist/treelistdateeditor.h"
 
 #include "framework/treelist/treelistcalendarpopup.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "platform/db/dayformat.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -30,7 +30,7 @@ void TreeListDateEditor::setValue(const QVariant &value)
     if (value.isNull() || !date.isValid())
         clear();
     else
-        setText(date.toString(QLatin1String(TreeListColumn::DateFormat)));
+        setText(date.toString(db::dayFormat));
 }
 
 bool TreeListDateEditor::isBlank() const
@@ -44,7 +44,7 @@ QVariant TreeListDateEditor::value() const
 {
     if (isBlank())
         return {};
-    const QDate date = QDate::fromString(text(), QLatin1String(TreeListColumn::DateFormat));
+    const QDate date = QDate::fromString(text(), db::dayFormat);
     return date.isValid() ? QVariant(date) : QVariant(text());
 }
 

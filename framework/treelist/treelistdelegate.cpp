@@ -1,9 +1,11 @@
 #include "framework/treelist/treelistdelegate.h"
 
+#include "framework/treelist/treelistcelleditor.h"
 #include "framework/treelist/treelisthooks.h"
 #include "framework/treelist/treelistmodel.h"
 
 #include <QPainter>
+#include <QPersistentModelIndex>
 
 namespace fw {
 
@@ -24,7 +26,11 @@ QWidget *TreeListDelegate::createEditor(QWidget *parent, const QStyleOptionViewI
 {
     if (!m_hooks->startEditing(index) || !columnOf(index).inPlaceEditor)
         return nullptr;
-    return createKindEditor(parent, index);
+    const QPersistentModelIndex cell(index);
+    return treelistcelleditor::create(parent, columnOf(index), [this, cell](QWidget *editor, const QVariant &choice) {
+        if (cell.isValid())
+            finishOnChoice(editor, cell, choice);
+    });
 }
 
 namespace {
@@ -40,27 +46,14 @@ void TreeListDelegate::setEditorData(QWidget *editor, const QModelIndex &index) 
 {
     if (editor->property(choiceMade).toBool())
         return;
-    setEditorValue(editor, index);
+    treelistcelleditor::setValue(editor, columnOf(index), index.data(Qt::EditRole));
 }
 
 void TreeListDelegate::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &index) const
 {
     bool valid = true;
-    const QVariant value = editorValue(editor, &valid);
+    const QVariant value = treelistcelleditor::value(editor, columnOf(index), &valid);
     m_hooks->commitEdit(index, value, valid);
-}
-
-QWidget *TreeListDelegate::createKindEditor(QWidget *, const QModelIndex &) const
-{
-    return nullptr;
-}
-
-void TreeListDelegate::setEditorValue(QWidget *, const QModelIndex &) const {}
-
-QVariant TreeListDelegate::editorValue(QWidget *, bool *valid) const
-{
-    *valid = false;
-    return {};
 }
 
 void TreeListDelegate::finishOnChoice(QWidget *editor, const QModelIndex &index, const QVariant &choice) const

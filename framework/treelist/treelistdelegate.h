@@ -11,8 +11,8 @@ struct TreeListColumn;
 
 // The cells of a tree list: grid lines, the draw-time text hook, the selection colour that
 // follows the tree's focus, and the editing protocol shared by every editor kind (announce the
-// start, let the owner validate and store the value). Used as is for columns without editor;
-// each editor kind subclasses it.
+// start, let the owner validate and store the value) around the editor of the column's kind
+// (treelistcelleditor). Button cells subclass it.
 class TreeListDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -36,15 +36,10 @@ protected:
     const TreeListColumn &columnOf(const QModelIndex &index) const;
     TreeListHooks *hooks() const { return m_hooks; }
 
-    // The editor of the column's kind; none by default.
-    virtual QWidget *createKindEditor(QWidget *parent, const QModelIndex &index) const;
-    virtual void setEditorValue(QWidget *editor, const QModelIndex &index) const;
-    virtual QVariant editorValue(QWidget *editor, bool *valid) const;
-
+private:
     // For editors that finish on a choice in their drop-down: announce it, store, close.
     void finishOnChoice(QWidget *editor, const QModelIndex &index, const QVariant &choice) const;
 
-private:
     TreeListModel *m_model;
     TreeListHooks *m_hooks;
     QColor m_gridLines;

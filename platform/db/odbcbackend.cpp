@@ -95,17 +95,11 @@ FieldInfo fieldFrom(const QSqlField &sqlField)
         field.type = FieldType::Boolean;
         return field;
     }
-    switch (sqlField.metaType().id()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Char:
-    case QMetaType::UChar:
+    if (storedvalues::isWholeNumberType(sqlField.metaType().id())) {
         field.type = FieldType::Integer;
-        break;
+        return field;
+    }
+    switch (sqlField.metaType().id()) {
     case QMetaType::Double:
     case QMetaType::Float:
         if (sqlField.typeID() == SqlDecimal || sqlField.typeID() == SqlNumeric) {

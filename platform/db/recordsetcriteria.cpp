@@ -1,6 +1,7 @@
 #include "recordsetcriteria.h"
 
 #include "backend.h"
+#include "dayformat.h"
 #include "recordsetdata.h"
 #include "storedvalues.h"
 
@@ -90,7 +91,7 @@ bool holds(RecordsetCriteria::Node::Operator op, int order)
 QString displayText(const QVariant &value)
 {
     if (value.metaType().id() == QMetaType::QDateTime)
-        return value.toDateTime().toString(QStringLiteral("dd/MM/yyyy"));
+        return value.toDateTime().toString(dayFormat);
     return value.toString();
 }
 
@@ -307,8 +308,8 @@ private:
         node.pattern = literal.toCaseFolded();
         node.date = storedvalues::parseDateTime(literal);
         if (!node.date.isValid()) {
-            for (const char *format : {"dd/MM/yyyy", "d/M/yyyy", "dd/MM/yyyy HH:mm:ss"}) {
-                node.date = QDateTime::fromString(literal.trimmed(), QLatin1String(format));
+            for (const QStringView format : {dayFormat, QStringView(u"d/M/yyyy"), dayTimeFormat}) {
+                node.date = QDateTime::fromString(literal.trimmed(), format);
                 if (node.date.isValid())
                     break;
             }

@@ -94,17 +94,10 @@ int bindValue(sqlite3_stmt *statement, int index, const QVariant &value)
 {
     if (!value.isValid() || value.isNull())
         return sqlite3_bind_null(statement, index);
-    switch (value.metaType().id()) {
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Long:
-    case QMetaType::ULong:
+    const int type = value.metaType().id();
+    if (type == QMetaType::Bool || storedvalues::isWholeNumberType(type))
         return sqlite3_bind_int64(statement, index, value.toLongLong());
+    switch (type) {
     case QMetaType::Double:
     case QMetaType::Float:
         return sqlite3_bind_double(statement, index, value.toDouble());

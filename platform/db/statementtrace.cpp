@@ -1,5 +1,6 @@
 #include "statementtrace.h"
 
+#include "sqlliterals.h"
 #include "storedvalues.h"
 
 #include <QFile>
@@ -24,10 +25,9 @@ QString literal(const QVariant &value)
         return value.toString();
     case QMetaType::QDateTime:
     case QMetaType::QDate:
-        return QLatin1Char('\'') + storedvalues::formatDateTime(value.toDateTime()) + QLatin1Char('\'');
+        return quoted(storedvalues::formatDateTime(value.toDateTime()));
     default:
-        return QLatin1Char('\'') + value.toString().replace(QLatin1Char('\''), QLatin1String("''"))
-            + QLatin1Char('\'');
+        return quoted(value.toString());
     }
 }
 

@@ -1,5 +1,7 @@
 #include "storedvalues.h"
 
+#include "dayformat.h"
+
 #include <QRegularExpression>
 #include <array>
 #include <cmath>
@@ -126,6 +128,26 @@ QString formatDateTime(const QDateTime &value)
     return value.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
+bool isWholeNumberType(int metaTypeId)
+{
+    switch (metaTypeId) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+        return true;
+    default:
+        return false;
+    }
+}
+
 double roundToScale(double value, int scale)
 {
     const double factor = std::pow(10.0, scale);
@@ -174,7 +196,7 @@ QVariant coerce(const QVariant &value, FieldType type, bool *ok)
                 return QVariant();
             QDateTime parsed = parseDateTime(text);
             if (!parsed.isValid()) // the way dates are typed by the user
-                parsed = QDateTime(QDate::fromString(text.trimmed(), QStringLiteral("dd/MM/yyyy")), QTime(0, 0));
+                parsed = QDateTime(QDate::fromString(text.trimmed(), dayFormat), QTime(0, 0));
             if (parsed.isValid())
                 return QVariant(parsed);
         }

@@ -28,6 +28,10 @@ QDateTime parseDateTime(const QString &text);
 // The text a date is stored as: "YYYY-MM-DD HH:MM:SS", local time.
 QString formatDateTime(const QDateTime &value);
 
+// Qt's integer types of every size and sign (bool aside): values and columns that are whole
+// numbers, whatever type the driver or the caller gave them.
+bool isWholeNumberType(int metaTypeId);
+
 // Converts a value to the field's type, as assigning it to the field does; invalid QVariant
 // when the value cannot be converted. A null value stays null.
 QVariant coerce(const QVariant &value, FieldType type, bool *ok);

@@ -93,18 +93,8 @@ void TsqlRewriter::selectStatement(int e)
 
 void TsqlRewriter::insertStatement(int e)
 {
-    int i = 0;
-    put(i++);
-    if (word(i, e, TsqlWord::Or) && i + 1 < e) { // SQLite's INSERT OR REPLACE
-        put(i++);
-        put(i++);
-    }
-    if (word(i, e, TsqlWord::Top))
-        unsupported(i);
-    if (word(i, e, TsqlWord::Into))
-        put(i++);
-    else
-        m_out += QLatin1StringView(" INTO");
+    int i = statementHead(e, true);
+    i = impliedWord(i, e, TsqlWord::Into, QLatin1StringView(" INTO"));
     i = tableTarget(i, e, "INSERT");
 
     if (symbol(i, e, u'(')) {
@@ -141,21 +131,12 @@ void TsqlRewriter::insertStatement(int e)
     } else {
         unsupported(i < e ? i : e - 1);
     }
-    i = returningClause(i, e);
-    if (i < e)
-        unsupported(i);
+    statementEnd(i, e);
 }
 
 void TsqlRewriter::updateStatement(int e)
 {
-    int i = 0;
-    put(i++);
-    if (word(i, e, TsqlWord::Or) && i + 1 < e) {
-        put(i++);
-        put(i++);
-    }
-    if (word(i, e, TsqlWord::Top))
-        unsupported(i);
+    int i = statementHead(e, true);
     i = tableTarget(i, e, "UPDATE");
     if (!word(i, e, TsqlWord::Set))
         unsupported(i < e ? i : e - 1);
@@ -166,40 +147,54 @@ void TsqlRewriter::updateStatement(int e)
         throwUnsupportedTsql(QStringLiteral("UPDATE ... FROM"));
     const int where = findAtDepth(i, e, {TsqlWord::Where, TsqlWord::Returning});
     emitExpressionList(i, where);
-    i = where;
-    if (word(i, e, TsqlWord::Where)) {
-        const int end = findAtDepth(i + 1, e, {TsqlWord::Returning});
-        put(i);
-        emitExpressionList(i + 1, end);
-        i = end;
-    }
-    i = returningClause(i, e);
-    if (i < e)
-        unsupported(i);
+    statementEnd(whereClause(where, e), e);
 }
 
 void TsqlRewriter::deleteStatement(int e)
 {
-    int i = 0;
-    put(i++);
-    if (word(i, e, TsqlWord::Top))
-        unsupported(i);
-    if (word(i, e, TsqlWord::From))
-        put(i++);
-    else
-        m_out += QLatin1StringView(" FROM");
+    int i = statementHead(e, false);
+    i = impliedWord(i, e, TsqlWord::From, QLatin1StringView(" FROM"));
     i = tableTarget(i, e, "DELETE");
     if (word(i, e, TsqlWord::From))
         throwUnsupportedTsql(QStringLiteral("DELETE ... FROM"));
-    if (word(i, e, TsqlWord::Where)) {
-        const int end = findAtDepth(i + 1, e, {TsqlWord::Returning});
-        put(i);
-        emitExpressionList(i + 1, end);
-        i = end;
+    statementEnd(whereClause(i, e), e);
+}
+
+// The keyword of an INSERT, UPDATE or DELETE, with SQLite's OR REPLACE (OR IGNORE, ...) after
+// it where the statement takes one; TOP has no place in SQLite's forms.
+int TsqlRewriter::statementHead(int e, bool orConflict)
+{
+    int i = 0;
+    put(i++);
+    if (orConflict && word(i, e, TsqlWord::Or) && i + 1 < e) {
+        put(i++);
+        put(i++);
     }
-    i = returningClause(i, e);
-    if (i < e)
+    if (word(i, e, TsqlWord::Top))
         unsupported(i);
+    return i;
+}
+
+// A keyword that T-SQL lets a statement leave out (INSERT [INTO], DELETE [FROM]) and SQLite needs.
+int TsqlRewriter::impliedWord(int i, int e, TsqlWord w, QLatin1StringView text)
+{
+    if (!word(i, e, w)) {
+        m_out += text;
+        return i;
+    }
+    put(i);
+    return i + 1;
+}
+
+// The WHERE of an UPDATE or a DELETE, where present.
+int TsqlRewriter::whereClause(int i, int e)
+{
+    if (!word(i, e, TsqlWord::Where))
+        return i;
+    const int end = findAtDepth(i + 1, e, {TsqlWord::Returning});
+    put(i);
+    emitExpressionList(i + 1, end);
+    return end;
 }
 
 // The table written by INSERT, UPDATE or DELETE: a name, never with hints or an alias.
@@ -213,13 +208,15 @@ int TsqlRewriter::tableTarget(int i, int e, const char *statement)
     return i;
 }
 
-int TsqlRewriter::returningClause(int i, int e)
+// RETURNING, where present, ends the statement: nothing else may follow.
+void TsqlRewriter::statementEnd(int i, int e)
 {
-    if (!word(i, e, TsqlWord::Returning))
-        return i;
-    put(i);
-    emitExpressionList(i + 1, e);
-    return e;
+    if (word(i, e, TsqlWord::Returning)) {
+        put(i);
+        emitExpressionList(i + 1, e);
+    } else if (i < e) {
+        unsupported(i);
+    }
 }
 
 // IF OBJECT_ID('tempdb..#t') IS NOT NULL DROP TABLE #t, the only IF the module sends.

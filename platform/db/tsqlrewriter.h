@@ -50,8 +50,11 @@ private:
     void deleteStatement(int e);
     void ifStatement(int e);
     void dropStatement(int e);
+    int statementHead(int e, bool orConflict);
+    int impliedWord(int i, int e, TsqlWord w, QLatin1StringView text);
     int tableTarget(int i, int e, const char *statement);
-    int returningClause(int i, int e);
+    int whereClause(int i, int e);
+    void statementEnd(int i, int e);
 
     // Queries (tsqlrewriter.cpp)
     void emitSelect(int b, int e, SelectRole role, bool inCompound);

@@ -3,6 +3,7 @@
 #include "backend.h"
 #include "connection.h"
 #include "recordsetdata.h"
+#include "sqlliterals.h"
 #include "statementtrace.h"
 #include "storedvalues.h"
 
@@ -190,9 +191,7 @@ bool WriteBack::rereadRow(Connection &connection, RecordsetData &data, int row)
         const QVariant &key = data.cell(row, field);
         const int id = key.metaType().id();
         const bool number = id == QMetaType::Int || id == QMetaType::LongLong || id == QMetaType::Double;
-        const QString literal = number ? key.toString()
-                                       : QLatin1Char('\'') + key.toString().replace(QLatin1Char('\''), QStringLiteral("''"))
-                                             + QLatin1Char('\'');
+        const QString literal = number ? key.toString() : quoted(key.toString());
         conditions << identifier(data.sourceColumns.at(field)) + QStringLiteral(" = ") + literal;
     }
     const QString sql = QStringLiteral("SELECT %1 FROM %2 WHERE %3")

@@ -2,8 +2,8 @@
 
 #include "data/modgd_distinta.h"
 #include "data/schedastatements.h"
-#include "framework/logservice.h"
 #include "framework/recordsetgrid.h"
+#include "platform/db/dayformat.h"
 
 #include <QDateTime>
 #include <QFormLayout>
@@ -15,7 +15,7 @@ namespace {
 
 QString giorno(const QVariant &value)
 {
-    return value.isNull() ? QString() : value.toDateTime().toString(QStringLiteral("dd/MM/yyyy"));
+    return value.isNull() ? QString() : value.toDateTime().toString(db::dayFormat);
 }
 
 } // namespace
@@ -98,9 +98,7 @@ void SubjectCardForm::caricaSoggetto()
     step(QStringLiteral("CaricaScheda"), [&] {
         const db::RecordsetPtr subject = connection()->openRecordset(schedastatements::subjectQuery(company, m_subjectKind, code));
         if (subject->isEmpty()) {
-            if (fw::LogService *log = logService())
-                log->showMessage(QStringLiteral("Il %1 %2 non esiste nella ditta %3.").arg(kind).arg(code).arg(company),
-                                 windowTitle(), fw::MessageStyle::Warning);
+            avviso(QStringLiteral("Il %1 %2 non esiste nella ditta %3.").arg(kind).arg(code).arg(company));
             return;
         }
         const auto text = [&](const char *field) { return MODGD_DISTINTA::NvlStringa(subject->value(QLatin1String(field))); };

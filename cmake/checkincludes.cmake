@@ -1,0 +1,51 @@
+# Run by the build (cmake -P) for one target: its sources must include the headers of exactly
+# the project libraries it links. DESCRIPTION names the file written at configuration (the
+# target, every library's folder and name, the libraries it links, its sources); STAMP is
+# touched when the check passes.
+cmake_minimum_required(VERSION 3.25)
+include(${DESCRIPTION})
+
+# The library that owns an included path: the one with the longest folder that starts it.
+function(owner path out)
+  set(best "")
+  set(bestLength 0)
+  set(index 0)
+  foreach(folder IN LISTS FOLDERS)
+    string(LENGTH "${folder}" length)
+    if(path MATCHES "^${folder}/" AND length GREATER bestLength)
+      list(GET NAMES ${index} best)
+      set(bestLength ${length})
+    endif()
+    math(EXPR index "${index} + 1")
+  endforeach()
+  set(${out} ${best} PARENT_SCOPE)
+endfunction()
+
+set(problems "")
+set(included "")
+foreach(source IN LISTS SOURCES)
+  file(STRINGS ${source} lines REGEX "^[ \t]*#[ \t]*include[ \t]*\"[^\"]+\"")
+  foreach(line IN LISTS lines)
+    string(REGEX MATCH "\"([^\"]+)\"" quoted "${line}")
+    set(path ${CMAKE_MATCH_1})
+    owner(${path} library)
+    if(NOT library OR library STREQUAL TARGET)
+      continue()   # the target's own headers, or none of the project's libraries
+    endif()
+    list(APPEND included ${library})
+    if(NOT library IN_LIST LINKED)
+      list(APPEND problems "${source} includes \"${path}\" but ${TARGET} does not link ${library}")
+    endif()
+  endforeach()
+endforeach()
+foreach(library IN LISTS LINKED)
+  if(NOT library IN_LIST included)
+    list(APPEND problems "${TARGET} links ${library} but includes none of its headers")
+  endif()
+endforeach()
+
+if(problems)
+  list(JOIN problems "\n  " text)
+  message(FATAL_ERROR "Layering of ${TARGET}:\n  ${text}")
+endif()
+file(TOUCH ${STAMP})
