@@ -33,7 +33,8 @@ export QT_QPA_PLATFORM=offscreen
 
 if ! ctest --test-dir "$build" --output-on-failure -j"$(nproc)" >"$log" 2>&1; then
   cat "$log"
-  echo "sanitize.sh: the suite failed under the sanitizers" >&2
+  echo "sanitize.sh: the suite failed under the sanitizers. A leak's allocation stack through Qt is" \
+    "whole only when the test runs again with fast_unwind_on_malloc=0 added to ASAN_OPTIONS." >&2
   exit 1
 fi
 grep -E '^[0-9]+% tests passed|^Total Test time' "$log"
