@@ -160,3 +160,15 @@ function(distinta_library name)
   add_library(${name} SHARED ${sources})
   distinta_layered(${name} ${folder} PUBLIC LINK ${ARG_LINK} PRIVATE_LINK ${ARG_PRIVATE_LINK})
 endfunction()
+
+
+# AddressSanitizer and UndefinedBehaviorSanitizer on every target, for the suite's second run in CI
+# (scripts/sanitize.sh). Meant for a Debug build; -O1 keeps the instrumented suite fast enough while
+# the frame pointers and debug information keep every report's stack readable. Any report stops the
+# program: nothing the sanitizers find may pass unnoticed.
+option(DISTINTA_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(DISTINTA_SANITIZE)
+  set(sanitize_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_options(${sanitize_flags} -O1 -g)
+  add_link_options(${sanitize_flags})
+endif()

@@ -29,10 +29,13 @@ void riempi(QComboBox *combo, const QStringList &texts)
 
 } // namespace
 
-FRMGD_PARAMETRI::FRMGD_PARAMETRI(FRMGD_DISTINTA *editor, QWidget *parent)
-    : FormFrame(parent)
+// A window of its own that the editor owns: it goes with the editor at the latest. The shell's MDI
+// area, when it shows the form, takes it over.
+FRMGD_PARAMETRI::FRMGD_PARAMETRI(FRMGD_DISTINTA *editor)
+    : FormFrame(editor)
     , m_editor(editor)
 {
+    setWindowFlag(Qt::Window);
     setObjectName(QStringLiteral("FRMGD_PARAMETRI"));
     setWindowTitle(QStringLiteral("Parametri"));
     if (editor) {

@@ -25,7 +25,7 @@ class FRMGD_PARAMETRI : public FormFrame
     Q_OBJECT
 
 public:
-    explicit FRMGD_PARAMETRI(FRMGD_DISTINTA *editor, QWidget *parent = nullptr);
+    explicit FRMGD_PARAMETRI(FRMGD_DISTINTA *editor);
     ~FRMGD_PARAMETRI() override;
 
     void AttivaFrameParametri();

@@ -14,12 +14,26 @@
 namespace fw {
 
 TreeListNodeMover::TreeListNodeMover(TreeList *tree)
-    : QObject(tree), m_tree(tree)
+    : QObject(tree)
+    , m_tree(tree)
+    , m_view(tree->view())
+    , m_viewport(tree->view()->viewport())
 {
-    m_tree->view()->setAcceptDrops(true);
-    m_tree->view()->viewport()->setAcceptDrops(true);
-    m_tree->view()->viewport()->installEventFilter(this);
-    m_tree->view()->installEventFilter(this);
+    m_view->setAcceptDrops(true);
+    m_viewport->setAcceptDrops(true);
+    m_viewport->installEventFilter(this);
+    m_view->installEventFilter(this);
+    // The view lives on into the tree's teardown and sends its last events (losing the focus,
+    // hiding) while the tree is only half there: the mover stops listening as soon as it starts.
+    connect(tree, &QObject::destroyed, this, &TreeListNodeMover::stopWatching);
+}
+
+// The tree emits destroyed() before its children, the view among them, go; from then on it may
+// not be asked anything.
+void TreeListNodeMover::stopWatching()
+{
+    m_viewport->removeEventFilter(this);
+    m_view->removeEventFilter(this);
 }
 
 // Ctrl+X, Ctrl+V and Ctrl+Shift+V: claimed at the shortcut stage, acted on at the key press.
@@ -57,18 +71,18 @@ QMimeData *TreeListNodeMover::mimeDataFor(const TreeListNode &node) const
 
 TreeListNode TreeListNodeMover::nodeAt(const QPoint &viewportPos) const
 {
-    const QModelIndex index = m_tree->view()->indexAt(viewportPos);
+    const QModelIndex index = m_view->indexAt(viewportPos);
     return index.isValid() ? m_tree->nodeAt(m_tree->model()->nodeOf(index)) : TreeListNode();
 }
 
 bool TreeListNodeMover::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_tree->view()) {
+    if (watched == m_view) {
         const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
         // An open cell editor has the focus and gets its keys itself.
         return key && keyEvent(event);
     }
-    if (watched != m_tree->view()->viewport())
+    if (watched != m_viewport)
         return false;
     switch (event->type()) {
     case QEvent::MouseButtonPress: {
@@ -128,7 +142,7 @@ void TreeListNodeMover::startDrag()
 {
     m_dragged = m_pressed;
     m_pressed = {};
-    auto *drag = new QDrag(m_tree->view());
+    auto *drag = new QDrag(m_view);
     drag->setMimeData(mimeDataFor(m_dragged));
     drag->exec(Qt::MoveAction);
     m_dragged = {};

@@ -10,6 +10,7 @@ class QMimeData;
 namespace fw {
 
 class TreeList;
+class TreeListView;
 
 // Moving nodes of a tree list as users expect to: dragging a node onto another node, or onto the
 // empty area below the nodes; or Ctrl+X on a node and Ctrl+V on the target (Ctrl+Shift+V for the
@@ -47,8 +48,11 @@ private:
     QByteArray identity() const;
     TreeListNode nodeAt(const QPoint &viewportPos) const;
     void startDrag();
+    void stopWatching();
 
     TreeList *m_tree;
+    TreeListView *m_view;
+    QWidget *m_viewport;
     QPoint m_pressPos;
     TreeListNode m_pressed;
     TreeListNode m_dragged;

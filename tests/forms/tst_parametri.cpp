@@ -206,6 +206,18 @@ private slots:
         QCOMPARE(f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"))->currentData().toInt(), 2);
         QVERIFY(f.host.log().isQuiet());
     }
+
+    // The editor owns the form: it is a window of its own, and goes with the editor.
+    void theFormGoesWithItsEditor()
+    {
+        Parametri f;
+        f.apri();
+        QPointer<FRMGD_PARAMETRI> p = f.parametri();
+        QVERIFY(p && p->isWindow());
+        delete f.form;
+        f.form = nullptr;
+        QVERIFY(!p);
+    }
 };
 
 QTEST_MAIN(TestParametri)

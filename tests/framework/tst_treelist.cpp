@@ -1,14 +1,18 @@
 #include "tests/framework/treelistfixture.h"
 
+#include "framework/treelist/treelistnodemover.h"
 #include "framework/treelist/treelistview.h"
 #include "framework/windowupdatelock.h"
 
+#include <QMimeData>
+#include <QSignalSpy>
 #include <QTest>
 #include <numeric>
 
 using fw::TreeListNode;
 
-// The tree list's hierarchy, its node walk, expansion and its focus in step with the recordset.
+// The tree list's hierarchy, its node walk, expansion, its focus in step with the recordset, and
+// the moving of its nodes.
 class TestTreeList : public QObject
 {
     Q_OBJECT
@@ -23,6 +27,7 @@ private slots:
     void recordsetChangesRebuildTheHierarchy();
     void unbindingEmptiesTheTree();
     void designWidthsGiveColumnWidths();
+    void aNodeMoverServesItsTreeUntilTheTreeGoes();
 
 private:
     static QList<int> idsInTreeOrder(const TreeListFixture &f);
@@ -347,6 +352,46 @@ void TestTreeList::designWidthsGiveColumnWidths()
     QCOMPARE(std::accumulate(withoutName.begin(), withoutName.end(), 0), available);
     f.tree->setColumnVisible(QStringLiteral("trNOME"), true);
     QCOMPARE(widths(), filled);
+}
+
+// The mover takes its keys and drops on the tree's view, and asks the owner to move; the tree
+// may go with its view focused and shown, the mover with it.
+void TestTreeList::aNodeMoverServesItsTreeUntilTheTreeGoes()
+{
+    TreeListFixture f;
+    insertThreeLevels(f);
+    auto *mover = new fw::TreeListNodeMover(f.tree.get());
+    QSignalSpy moves(mover, &fw::TreeListNodeMover::moveRequested);
+    QSignalSpy cuts(mover, &fw::TreeListNodeMover::cutRequested);
+    QSignalSpy pastes(mover, &fw::TreeListNodeMover::pasteRequested);
+    f.tree->resize(400, 300);
+    f.tree->show();
+    f.tree->activateWindow();
+    f.tree->view()->setFocus();
+    f.tree->setFocusedNode(f.node(5));
+
+    QTest::keyClick(f.tree->view(), Qt::Key_X, Qt::ControlModifier);
+    QTest::keyClick(f.tree->view(), Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(f.tree->view(), Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(cuts.size(), 1);
+    QCOMPARE(pastes.size(), 2);
+    QCOMPARE(pastes.at(0).at(0).toBool(), false);
+    QCOMPARE(pastes.at(1).at(0).toBool(), true);
+
+    // Onto a node, and onto the empty area below the nodes (a root to be).
+    const std::unique_ptr<QMimeData> data(mover->mimeDataFor(f.node(5)));
+    const QRect target = f.tree->view()->visualRect(f.tree->model()->indexOfNode(f.node(6).id(), 0));
+    QVERIFY(mover->dropAt(data.get(), target.center()));
+    QVERIFY(mover->dropAt(data.get(), QPoint(2, f.tree->view()->viewport()->height() - 2)));
+    QCOMPARE(moves.size(), 2);
+    QCOMPARE(moves.at(0).at(0).value<TreeListNode>().value(QStringLiteral("trID")).toInt(), 5);
+    QCOMPARE(moves.at(0).at(1).value<TreeListNode>().value(QStringLiteral("trID")).toInt(), 6);
+    QVERIFY(!moves.at(1).at(1).value<TreeListNode>().isValid());
+
+    QPointer<fw::TreeListNodeMover> alive(mover);
+    f.tester.reset();
+    f.tree.reset();
+    QVERIFY(!alive);
 }
 
 QTEST_MAIN(TestTreeList)
