@@ -53,7 +53,8 @@ QString floorStatement(int company, int kind, std::optional<qint64> division)
         "LEFT JOIN MG19_CLIFORVA v ON v.MG19_DITTA_CG18 = c.CG44_DITTA_CG18 AND v.MG19_TIPOCF_CG44 = c.CG44_TIPOCF "
         "AND v.MG19_CLIFOR_CG44 = c.CG44_CLIFOR ");
     const QString where = QStringLiteral("WHERE c.CG44_DITTA_CG18 = %1 AND c.CG44_TIPOCF = %2 ORDER BY c.CG44_CLIFOR")
-                              .arg(company).arg(kind);
+                              .arg(company)
+                              .arg(kind);
     if (!division) {
         return presence + ownDataColumns + subjects
             + QStringLiteral("LEFT JOIN CG62_CONDPAGDES p ON p.CG62_CODPAG = c.CG44_CODPAG_CG62 "
@@ -63,36 +64,45 @@ QString floorStatement(int company, int kind, std::optional<qint64> division)
             + where;
     }
     return presence
-        + QStringLiteral("ifnull(o.CO1D_CODPAG_CG62, c.CG44_CODPAG_CG62), p.CG62_DESCPAG, a.MG17_AGENTE, ga.CG16_RAGSOANAG, "
-                         "g.CG16_CITTA, g.CG16_PROV, ifnull(o.CO1D_MACROAREA, v.MG19_MACROAREA), "
-                         "ifnull(o.CO1D_AREA, v.MG19_AREA), ifnull(o.CO1D_ZONA, v.MG19_ZONA), "
-                         "ifnull(o.CO1D_MACROCAT, v.MG19_MACROCAT), ifnull(o.CO1D_CATEG, v.MG19_CATEG), "
-                         "ifnull(o.CO1D_SOTTOCAT, v.MG19_SOTTOCAT), ifnull(o.CO1D_RAGGRCF1, v.MG19_RAGGRCF1), "
-                         "ifnull(o.CO1D_RAGGRCF2, v.MG19_RAGGRCF2), ifnull(o.CO1D_RAGGRCF3, v.MG19_RAGGCRF3) ")
+        + QStringLiteral(
+               "ifnull(o.CO1D_CODPAG_CG62, c.CG44_CODPAG_CG62), p.CG62_DESCPAG, a.MG17_AGENTE, ga.CG16_RAGSOANAG, "
+               "g.CG16_CITTA, g.CG16_PROV, ifnull(o.CO1D_MACROAREA, v.MG19_MACROAREA), "
+               "ifnull(o.CO1D_AREA, v.MG19_AREA), ifnull(o.CO1D_ZONA, v.MG19_ZONA), "
+               "ifnull(o.CO1D_MACROCAT, v.MG19_MACROCAT), ifnull(o.CO1D_CATEG, v.MG19_CATEG), "
+               "ifnull(o.CO1D_SOTTOCAT, v.MG19_SOTTOCAT), ifnull(o.CO1D_RAGGRCF1, v.MG19_RAGGRCF1), "
+               "ifnull(o.CO1D_RAGGRCF2, v.MG19_RAGGRCF2), ifnull(o.CO1D_RAGGRCF3, v.MG19_RAGGCRF3) ")
         + subjects
-        + QStringLiteral("LEFT JOIN CO1D_CLIFORDIV o ON o.CO1D_DITTA_CG18 = c.CG44_DITTA_CG18 "
-                         "AND o.CO1D_TIPOCF_CG44 = c.CG44_TIPOCF AND o.CO1D_CLIFOR_CG44 = c.CG44_CLIFOR "
-                         "AND o.CO1D_IDDIV_CO1A = %1 "
-                         "LEFT JOIN CG62_CONDPAGDES p ON p.CG62_CODPAG = ifnull(o.CO1D_CODPAG_CG62, c.CG44_CODPAG_CG62) "
-                         "LEFT JOIN MG17_AGENTI a ON a.MG17_IDAGENTE = ifnull(o.CO1D_IDAGENTE_MG17, c.CG44_IDAGENTE_MG17) "
-                         "AND a.MG17_DITTA_CG18 = c.CG44_DITTA_CG18 "
-                         "LEFT JOIN CG16_ANAGGEN ga ON ga.CG16_CODICE = a.MG17_ANAGEN_CG16 ").arg(*division)
+        + QStringLiteral(
+              "LEFT JOIN CO1D_CLIFORDIV o ON o.CO1D_DITTA_CG18 = c.CG44_DITTA_CG18 "
+              "AND o.CO1D_TIPOCF_CG44 = c.CG44_TIPOCF AND o.CO1D_CLIFOR_CG44 = c.CG44_CLIFOR "
+              "AND o.CO1D_IDDIV_CO1A = %1 "
+              "LEFT JOIN CG62_CONDPAGDES p ON p.CG62_CODPAG = ifnull(o.CO1D_CODPAG_CG62, c.CG44_CODPAG_CG62) "
+              "LEFT JOIN MG17_AGENTI a ON a.MG17_IDAGENTE = ifnull(o.CO1D_IDAGENTE_MG17, c.CG44_IDAGENTE_MG17) "
+              "AND a.MG17_DITTA_CG18 = c.CG44_DITTA_CG18 "
+              "LEFT JOIN CG16_ANAGGEN ga ON ga.CG16_CODICE = a.MG17_ANAGEN_CG16 ")
+              .arg(*division)
         + where;
 }
 
 // A division type and the division's data of every third subject, in the copy.
 qint64 addDivisionType(const db::ConnectionPtr &connection, int company, int kind)
 {
-    connection->execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
-                                       "GD01_INDTIPOSOGG, GD01_IDDIV_CO1A) VALUES (%1, 'DIV-BENCH', 'Divisione', %2, 1)")
-                            .arg(company).arg(kind));
-    connection->execute(QStringLiteral(
-        "INSERT INTO CO1D_CLIFORDIV (CO1D_DITTA_CG18, CO1D_TIPOCF_CG44, CO1D_CLIFOR_CG44, CO1D_IDDIV_CO1A, "
-        "CO1D_CODPAG_CG62, CO1D_MACROAREA, CO1D_ZONA) "
-        "SELECT CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, 1, CG44_CODPAG_CG62, 'DIV', 'Z' "
-        "FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = %1 AND CG44_TIPOCF = %2 AND CG44_CLIFOR % 3 = 0")
-                            .arg(company).arg(kind));
-    return connection->openRecordset(QStringLiteral("SELECT MAX(GD01_ID) AS ID FROM GD01_TIPODISTINTA"))->value(0).toLongLong();
+    connection->execute(
+        QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
+                       "GD01_INDTIPOSOGG, GD01_IDDIV_CO1A) VALUES (%1, 'DIV-BENCH', 'Divisione', %2, 1)")
+            .arg(company)
+            .arg(kind));
+    connection->execute(
+        QStringLiteral(
+            "INSERT INTO CO1D_CLIFORDIV (CO1D_DITTA_CG18, CO1D_TIPOCF_CG44, CO1D_CLIFOR_CG44, CO1D_IDDIV_CO1A, "
+            "CO1D_CODPAG_CG62, CO1D_MACROAREA, CO1D_ZONA) "
+            "SELECT CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, 1, CG44_CODPAG_CG62, 'DIV', 'Z' "
+            "FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = %1 AND CG44_TIPOCF = %2 AND CG44_CLIFOR % 3 = 0")
+            .arg(company)
+            .arg(kind));
+    return connection->openRecordset(QStringLiteral("SELECT MAX(GD01_ID) AS ID FROM GD01_TIPODISTINTA"))
+        ->value(0)
+        .toLongLong();
 }
 
 void choose(FRMGD_DISTINTA *form, const QString &key)
@@ -131,8 +141,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     const bench::Floor divisionFloor = bench::measureQueryFloor(path, floorStatement(company, kind, 1), runs);
     const double floorMs = floor.timing.bestMs;
     const double divisionFloorMs = divisionFloor.timing.bestMs;
-    bench::addTiming(table, QStringLiteral("floor: hand-written LEFT JOIN, stepped with sqlite3"), floor.timing, floorMs,
-                     bench::Target::None, QStringLiteral("%1 rows").arg(floor.rows));
+    bench::addTiming(table, QStringLiteral("floor: hand-written LEFT JOIN, stepped with sqlite3"), floor.timing,
+                     floorMs, bench::Target::None, QStringLiteral("%1 rows").arg(floor.rows));
     bench::addTiming(table, QStringLiteral("floor, division: hand-written LEFT JOIN"), divisionFloor.timing,
                      divisionFloorMs, bench::Target::None, QStringLiteral("%1 rows").arg(divisionFloor.rows));
     const QString build = anagrafichestatements::buildSubjectListStatement(company, kind, {});
@@ -142,8 +152,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         QString sqlite = db::translateTsqlToSqlite(statement);
         return sqlite.mid(sqlite.indexOf(QLatin1String(" AS SELECT ")) + 4);
     };
-    plans << QStringLiteral("%1 subjects, without division:").arg(floor.rows)
-          << bench::queryPlan(path, selectOf(build))
+    plans << QStringLiteral("%1 subjects, without division:").arg(floor.rows) << bench::queryPlan(path, selectOf(build))
           << QStringLiteral("%1 subjects, with a division:").arg(floor.rows)
           << bench::queryPlan(path, selectOf(buildDivision));
 
@@ -176,8 +185,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bench::addTiming(table, QStringLiteral("of which: read back into the recordset"), reading, floorMs);
 
     tabs->setCurrentIndex(0);
-    const bench::Timing tabClick = bench::measure(runs, [&] { tabs->setCurrentIndex(0); },
-                                                  [&] { tabs->setCurrentIndex(1); });
+    const bench::Timing tabClick = bench::measure(
+        runs, [&] { tabs->setCurrentIndex(0); }, [&] { tabs->setCurrentIndex(1); });
     bench::addTiming(table, QStringLiteral("rebuild on a click of the \"Anagrafiche\" page"), tabClick, floorMs,
                      bench::Target::TwiceFloor);
 
@@ -186,7 +195,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     choose(form, QStringLiteral("C%1").arg(divisionType));
     bench::check(form->parti().albero.divisione().has_value(), QStringLiteral("the division type has no division"));
     const bench::Timing division = bench::measure(runs, [&] { form->CaricaAnagraficheDistinta(); });
-    bench::check(form->parti().anagrafiche.lista()->recordCount() == divisionFloor.rows, QStringLiteral("division list rows"));
+    bench::check(form->parti().anagrafiche.lista()->recordCount() == divisionFloor.rows,
+                 QStringLiteral("division list rows"));
     bench::addTiming(table, QStringLiteral("CaricaAnagraficheDistinta whole, division"), division, divisionFloorMs,
                      bench::Target::TwiceFloor);
     bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
@@ -198,7 +208,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     texts.reserve(size_t(rows.recordCount()));
     for (int row = 0; row < rows.recordCount(); ++row)
         texts.push_back((rows.valueAt(row, 1).toString() + u'\n' + rows.valueAt(row, 3).toString() + u'\n'
-                         + rows.valueAt(row, 8).toString()).toCaseFolded());
+                         + rows.valueAt(row, 8).toString())
+                            .toCaseFolded());
     const QString needle = QStringLiteral("rossi");
     volatile int sink = 0;
     const bench::Timing pass = bench::measure(runs * 4, [&] {
@@ -210,17 +221,15 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bench::addTiming(table, QStringLiteral("floor: plain pass over the filter's strings"), pass, pass.bestMs);
     filter->setFilterText(QStringLiteral("r")); // the texts are read once per list
     int step = 0;
-    const bench::Timing keystroke = bench::measure(runs * 4, [&] {
-        filter->setFilterText(step++ % 2 ? QStringLiteral("rossi") : QStringLiteral("ross"));
-    });
+    const bench::Timing keystroke = bench::measure(
+        runs * 4, [&] { filter->setFilterText(step++ % 2 ? QStringLiteral("rossi") : QStringLiteral("ross")); });
     bench::addTiming(table, QStringLiteral("filter: one keystroke"), keystroke, pass.bestMs, bench::Target::None,
                      QStringLiteral("%1 rows shown of %2").arg(grid->model()->rowCount()).arg(rows.recordCount()));
     filter->setFilterText(QString());
     const int nameColumn = grid->columnOf(QStringLiteral("Ragione sociale"));
     int order = 0;
-    const bench::Timing sorting = bench::measure(runs, [&] {
-        filter->sort(nameColumn, order++ % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
-    });
+    const bench::Timing sorting = bench::measure(
+        runs, [&] { filter->sort(nameColumn, order++ % 2 ? Qt::DescendingOrder : Qt::AscendingOrder); });
     bench::addTiming(table, QStringLiteral("order by a heading (Ragione sociale)"), sorting, pass.bestMs);
     filter->sort(-1);
     (void)sink;

@@ -32,7 +32,8 @@ const char *const subtreeOnlyDelete =
     "     WHERE GD02_ID IN (WITH RECURSIVE SUBTREE(ID) AS (\n"
     "                           SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = OLD.GD02_ID\n"
     "                           UNION\n"
-    "                           SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = S.ID)\n"
+    "                           SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN SUBTREE S ON D.GD02_IDPARENT_GD02 = "
+    "S.ID)\n"
     "                       SELECT ID FROM SUBTREE);\n"
     "END;";
 
@@ -80,13 +81,14 @@ QString nodeInsert(qint64 parent, int code)
                           "  1,  %1,  1,  0,  %2,  0,  0,  CONVERT(DateTime,'01/01/2024',103),"
                           "  CONVERT(DateTime,'31/12/2099',103),  CONVERT(DateTime,'15/03/2025',103),  'ADMIN',"
                           "  'bench',  CONVERT(DateTime,'15/03/2025',103),  'ADMIN',  'bench',  0,  0 )")
-        .arg(parent).arg(code);
+        .arg(parent)
+        .arg(code);
 }
 
 // The node whose subtree comes closest to `wanted` nodes, and that size.
 std::pair<qint64, qint64> subtreeNear(dbsetup::SqliteFile &file, qint64 wanted)
 {
-    std::pair<qint64, qint64> best{0, 0};
+    std::pair<qint64, qint64> best {0, 0};
     dbsetup::SqliteStatement candidates = file.prepare(QStringLiteral(
         "SELECT C.GD02_ID FROM GD02_DISTINTA C INNER JOIN GD02_DISTINTA P ON P.GD02_ID = C.GD02_IDPARENT_GD02"
         " WHERE IFNULL(P.GD02_IDPARENT_GD02, 0) = 0 OR P.GD02_IDPARENT_GD02 IN"
@@ -95,9 +97,11 @@ std::pair<qint64, qint64> subtreeNear(dbsetup::SqliteFile &file, qint64 wanted)
     while (candidates.step())
         ids << candidates.columnInt64(0);
     for (qint64 id : ids) {
-        const qint64 size = file.scalar(QStringLiteral(
-            "WITH RECURSIVE S(ID) AS (SELECT %1 UNION ALL SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN S"
-            " ON D.GD02_IDPARENT_GD02 = S.ID) SELECT COUNT(*) FROM S").arg(id));
+        const qint64 size = file.scalar(
+            QStringLiteral(
+                "WITH RECURSIVE S(ID) AS (SELECT %1 UNION ALL SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN S"
+                " ON D.GD02_IDPARENT_GD02 = S.ID) SELECT COUNT(*) FROM S")
+                .arg(id));
         if (best.first == 0 || std::abs(size - wanted) < std::abs(best.second - wanted))
             best = {id, size};
     }
@@ -118,7 +122,8 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     qint64 parent = 0;
     {
         dbsetup::SqliteFile file(database.path);
-        parent = file.scalar(QStringLiteral("SELECT MIN(GD02_ID) FROM GD02_DISTINTA WHERE IFNULL(GD02_IDPARENT_GD02, 0) = 0"));
+        parent = file.scalar(
+            QStringLiteral("SELECT MIN(GD02_ID) FROM GD02_DISTINTA WHERE IFNULL(GD02_IDPARENT_GD02, 0) = 0"));
     }
 
     // The editor's INSERT, one statement per node, as a batch of InserisciNodo sends it.
@@ -126,24 +131,28 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         for (int i = 0; i < Writes; ++i)
             connection->execute(nodeInsert(i % 2 ? parent : 0, 1 + i));
     };
-    const bench::Timing insertFloor = bench::measure(runs, [&] { openCopy(Triggers::Floor); }, inserts);
-    const bench::Timing insertChecked = bench::measure(runs, [&] { openCopy(Triggers::Schema); }, inserts);
+    const bench::Timing insertFloor = bench::measure(
+        runs, [&] { openCopy(Triggers::Floor); }, inserts);
+    const bench::Timing insertChecked = bench::measure(
+        runs, [&] { openCopy(Triggers::Schema); }, inserts);
     addPair(table, QStringLiteral("%1 node INSERTs, checked").arg(Writes),
             QStringLiteral("floor: %1 node INSERTs, no checks").arg(Writes), insertChecked, insertFloor,
             QStringLiteral("one statement each, as InserisciNodo sends them"));
 
     // Propagation: one recordset update per node, the billing rule and the end of validity.
     const auto updates = [&] {
-        const db::RecordsetPtr tree = connection->openRecordset(QStringLiteral(
-            "SELECT * FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID <= %1").arg(Writes));
+        const db::RecordsetPtr tree = connection->openRecordset(
+            QStringLiteral("SELECT * FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID <= %1").arg(Writes));
         for (tree->moveFirst(); !tree->eof(); tree->moveNext()) {
             tree->setValue(QStringLiteral("GD02_TIPOANAGFATT"), 3);
             tree->setValue(QStringLiteral("GD02_DATAFINEVAL"), QDateTime(QDate(2098, 12, 31), QTime(0, 0)));
             tree->update();
         }
     };
-    const bench::Timing updateFloor = bench::measure(runs, [&] { openCopy(Triggers::Floor); }, updates);
-    const bench::Timing updateChecked = bench::measure(runs, [&] { openCopy(Triggers::Schema); }, updates);
+    const bench::Timing updateFloor = bench::measure(
+        runs, [&] { openCopy(Triggers::Floor); }, updates);
+    const bench::Timing updateChecked = bench::measure(
+        runs, [&] { openCopy(Triggers::Schema); }, updates);
     addPair(table, QStringLiteral("%1 recordset updates, checked").arg(Writes),
             QStringLiteral("floor: %1 recordset updates, no checks").arg(Writes), updateChecked, updateFloor,
             QStringLiteral("billing rule and end of validity"));
@@ -155,16 +164,18 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         subtree = subtreeNear(file, 20000);
     }
     const QString remove = QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(subtree.first);
-    const bench::Timing deleteFloor = bench::measure(runs, [&] { openCopy(Triggers::Floor); },
-                                                     [&] { connection->execute(remove); });
-    const bench::Timing deleteSchema = bench::measure(runs, [&] { openCopy(Triggers::Schema); },
-                                                      [&] { connection->execute(remove); });
-    const qint64 left = connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA"))->value(0).toLongLong();
+    const bench::Timing deleteFloor = bench::measure(
+        runs, [&] { openCopy(Triggers::Floor); }, [&] { connection->execute(remove); });
+    const bench::Timing deleteSchema = bench::measure(
+        runs, [&] { openCopy(Triggers::Schema); }, [&] { connection->execute(remove); });
+    const qint64 left =
+        connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA"))->value(0).toLongLong();
     if (left != database.nodes - subtree.second)
-        throw db::DatabaseError({{QStringLiteral("the subtree was not removed whole"), QStringLiteral("bench"), {}, 0}});
+        throw db::DatabaseError(
+            {{QStringLiteral("the subtree was not removed whole"), QStringLiteral("bench"), {}, 0}});
     addPair(table, QStringLiteral("remove a subtree with its campaigns and states"),
-            QStringLiteral("floor: remove a subtree as before (nodes only, recursive triggers)"), deleteSchema, deleteFloor,
-            QStringLiteral("%1 nodes").arg(subtree.second));
+            QStringLiteral("floor: remove a subtree as before (nodes only, recursive triggers)"), deleteSchema,
+            deleteFloor, QStringLiteral("%1 nodes").arg(subtree.second));
 
     // The generator's own node inserts: prepared, in one transaction, checked or not.
     const auto bulk = [&] {
@@ -181,8 +192,10 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
                 insert.insert(std::int64_t(i % 2 ? parent : 0), i + 1);
         });
     };
-    const bench::Timing bulkFloor = bench::measure(runs, [&] { openCopy(Triggers::Floor); }, bulk);
-    const bench::Timing bulkChecked = bench::measure(runs, [&] { openCopy(Triggers::Schema); }, bulk);
+    const bench::Timing bulkFloor = bench::measure(
+        runs, [&] { openCopy(Triggers::Floor); }, bulk);
+    const bench::Timing bulkChecked = bench::measure(
+        runs, [&] { openCopy(Triggers::Schema); }, bulk);
     addPair(table, QStringLiteral("%1 bulk node inserts, checked").arg(database.nodes),
             QStringLiteral("floor: %1 bulk node inserts, no checks").arg(database.nodes), bulkChecked, bulkFloor,
             QStringLiteral("as the generator writes them"));
@@ -199,7 +212,8 @@ int main(int argc, char *argv[])
     bench::DatabaseFolder folder(options.databaseDir);
     try {
         for (const int nodes : options.sizes) {
-            bench::BenchTable table(QStringLiteral("Tree checks and node removal, %1 nodes (best of %2)").arg(nodes).arg(options.runs));
+            bench::BenchTable table(
+                QStringLiteral("Tree checks and node removal, %1 nodes (best of %2)").arg(nodes).arg(options.runs));
             benchSize(folder.database(nodes), options.runs, table);
             table.print();
         }

@@ -31,7 +31,7 @@
 namespace {
 
 constexpr int walkLength = 1000;
-constexpr int firstNode = 2000;   // tree order: well inside the tree, away from its first root
+constexpr int firstNode = 2000; // tree order: well inside the tree, away from its first root
 
 const char *const pageNames[] = {"master data", "in-invoice campaigns", "off-invoice conditions"};
 
@@ -69,7 +69,7 @@ QList<BareStatement> translate(const QStringList &statements)
     for (const QString &tsql : statements) {
         const QString trimmed = tsql.trimmed();
         const bool select = trimmed.startsWith(QStringLiteral("SELECT"), Qt::CaseInsensitive)
-                            && !trimmed.contains(QStringLiteral(" INTO #"), Qt::CaseInsensitive);
+            && !trimmed.contains(QStringLiteral(" INTO #"), Qt::CaseInsensitive);
         bare.append({db::translateTsqlToSqlite(tsql), select});
     }
     return bare;
@@ -130,7 +130,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         const bench::Timing editor = bench::measure(runs, start, [&] { walk(tree, firstNode, walkLength); });
         bench::check(host.log().isQuiet(), QStringLiteral("the walk showed a message"));
         const QString name = QLatin1String(pageNames[page]);
-        bench::addTiming(table, QStringLiteral("floor: the walk's %1 statements bare (%2)").arg(statements.size()).arg(name),
+        bench::addTiming(table,
+                         QStringLiteral("floor: the walk's %1 statements bare (%2)").arg(statements.size()).arg(name),
                          floor, floor.bestMs);
         bench::addTiming(table, QStringLiteral("focus through 1,000 nodes, %1 page").arg(name), editor, floor.bestMs,
                          bench::Target::TwiceFloor);
@@ -151,15 +152,20 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     // page is filled for the first and, once, for the node where the focus stopped.
     pages->setCurrentIndex(0);
     const bench::Timing held = bench::measure(
-        runs, [&] { tree->setFocusedAbsoluteIndex(firstNode - 1); QCoreApplication::processEvents(); },
+        runs,
+        [&] {
+            tree->setFocusedAbsoluteIndex(firstNode - 1);
+            QCoreApplication::processEvents();
+        },
         [&] {
             for (int i = 0; i < walkLength; ++i)
                 tree->setFocusedAbsoluteIndex(firstNode + i);
             QCoreApplication::processEvents();
         });
-    bench::check(form->parti().dettagli.datiAnagrafici().soggettoCaricato().has_value(), QStringLiteral("the sheet did not catch up"));
-    table.addRow(QStringLiteral("keys faster than the loop: 1,000 focus changes, two page loads (master data)"), held.bestMs,
-                 QStringLiteral("ms"), std::nullopt,
+    bench::check(form->parti().dettagli.datiAnagrafici().soggettoCaricato().has_value(),
+                 QStringLiteral("the sheet did not catch up"));
+    table.addRow(QStringLiteral("keys faster than the loop: 1,000 focus changes, two page loads (master data)"),
+                 held.bestMs, QStringLiteral("ms"), std::nullopt,
                  QStringLiteral("%1 ms per focus change").arg(bench::ms(held.bestMs / walkLength)));
 }
 

@@ -49,7 +49,7 @@ namespace {
 // ---- a witness of statements that does not go through the module: every connection this
 // process opens gets a trace callback that counts each statement SQLite starts.
 
-std::atomic<qint64> startedStatements{0};
+std::atomic<qint64> startedStatements {0};
 
 int countStatement(unsigned, void *, void *, void *)
 {
@@ -132,7 +132,7 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     const bench::Floor floor = bench::measureFloor(database, runs);
     const double floorMs = floor.timing.bestMs;
     bench::addTiming(table, QStringLiteral("floor: node query stepped with sqlite3"), floor.timing, floorMs,
-              bench::Target::None, QStringLiteral("%1 rows").arg(floor.rows));
+                     bench::Target::None, QStringLiteral("%1 rows").arg(floor.rows));
 
     // ---- opening the editor: start-up and the first load of the large tree, and its memory
     malloc_trim(0);
@@ -148,16 +148,17 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
     fw::TreeList *tree = form->findChild<fw::TreeList *>(QStringLiteral("TVW_DISTINTA"));
     bench::check(tree && form->nodi() && form->nodi()->recordCount() == floor.rows && tree->count() == floor.rows,
-          QStringLiteral("the tree does not hold the %1 rows of the floor").arg(floor.rows));
+                 QStringLiteral("the tree does not hold the %1 rows of the floor").arg(floor.rows));
 
-    table.addRow(QStringLiteral("open editor (start-up + first CaricaDistinta)"), openMs, QStringLiteral("ms"),
-                 floorMs, QStringLiteral("1 run; %1 statements").arg(openStatements));
+    table.addRow(QStringLiteral("open editor (start-up + first CaricaDistinta)"), openMs, QStringLiteral("ms"), floorMs,
+                 QStringLiteral("1 run; %1 statements").arg(openStatements));
     const double peakKb = double(loaded.peakKb - before.currentKb);
     const double residentKb = double(loaded.currentKb - before.currentKb);
     table.addRow(QStringLiteral("peak memory growth, open + load"), peakKb / 1024.0, QStringLiteral("MB"));
     table.addRow(QStringLiteral("peak memory per node"), peakKb * 1024.0 / database.nodes, QStringLiteral("B"),
-                 std::nullopt, peakKb * 1024.0 / database.nodes < 1024 ? QStringLiteral("target < 1 KB: met")
-                                                                     : QStringLiteral("target < 1 KB: MISSED"));
+                 std::nullopt,
+                 peakKb * 1024.0 / database.nodes < 1024 ? QStringLiteral("target < 1 KB: met")
+                                                         : QStringLiteral("target < 1 KB: MISSED"));
     table.addRow(QStringLiteral("resident after load, per node"), residentKb * 1024.0 / database.nodes,
                  QStringLiteral("B"));
 
@@ -166,42 +167,45 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     const bench::Timing openChecks = bench::measure(runs, [&] {
         const dbsetup::DatabaseFileCheck file = dbsetup::checkDatabaseFile(database.path);
         bench::check(file.isModuleDatabase() && file.writable, QStringLiteral("the file check refused the database"));
-        bench::check(host.connection()->openRecordset(dittastatements::companyHasDataQuery(database.company))->value(0).toInt() == 1,
-              QStringLiteral("the company check found no data"));
+        bench::check(
+            host.connection()->openRecordset(dittastatements::companyHasDataQuery(database.company))->value(0).toInt()
+                == 1,
+            QStringLiteral("the company check found no data"));
     });
-    bench::addTiming(table, QStringLiteral("checks at open: file read-only, company data"), openChecks, floorMs, bench::Target::None,
-              QStringLiteral("%1 % of open editor; target <= 5 %: %2")
-                  .arg(100 * openChecks.bestMs / openMs, 0, 'f', 2)
-                  .arg(openChecks.bestMs <= 0.05 * openMs ? QStringLiteral("met") : QStringLiteral("MISSED")));
+    bench::addTiming(table, QStringLiteral("checks at open: file read-only, company data"), openChecks, floorMs,
+                     bench::Target::None,
+                     QStringLiteral("%1 % of open editor; target <= 5 %: %2")
+                         .arg(100 * openChecks.bestMs / openMs, 0, 'f', 2)
+                         .arg(openChecks.bestMs <= 0.05 * openMs ? QStringLiteral("met") : QStringLiteral("MISSED")));
 
     // ---- CaricaDistinta phase by phase, in its order, under its freeze of the tree
     const QString sql = form->parti().albero.statementDistinta();
     bench::check(!sql.isEmpty(), QStringLiteral("no type is selected"));
     bench::addTiming(table, QStringLiteral("statementDistinta"),
-              bench::measure(runs, [&] { (void)form->parti().albero.statementDistinta(); }), floorMs);
+                     bench::measure(runs, [&] { (void)form->parti().albero.statementDistinta(); }), floorMs);
 
     const db::ConnectionPtr connection = host.connection();
     std::shared_ptr<db::RecordsetData> rows;
     const bench::Timing query = bench::measure(
-        runs, [&] { rows.reset(); },
-        [&] { rows = connection->backend().query(db::translateTsqlToSqlite(sql)); });
+        runs, [&] { rows.reset(); }, [&] { rows = connection->backend().query(db::translateTsqlToSqlite(sql)); });
     rows.reset();
     bench::addTiming(table, QStringLiteral("query: back end runs it, rows into cells"), query, floorMs);
 
     db::RecordsetPtr nodes;
     malloc_trim(0);
     const qint64 withoutRowsKb = bench::memoryUsage().currentKb;
-    const bench::Timing load = bench::measure(runs, [&] { nodes.reset(); },
-                                              [&] { nodes = form->parti().albero.apriNodi(sql); });
+    const bench::Timing load = bench::measure(
+        runs, [&] { nodes.reset(); }, [&] { nodes = form->parti().albero.apriNodi(sql); });
     const double rowsKb = double(bench::memoryUsage().currentKb - withoutRowsKb);
     // The recordset adds little to the query (its rows are the back end's cells): the two best
     // times differ by less than their noise, so no difference is shown.
-    bench::addTiming(table, QStringLiteral("load: apriNodi (query + recordset)"), load, floorMs, bench::Target::TwiceFloor);
+    bench::addTiming(table, QStringLiteral("load: apriNodi (query + recordset)"), load, floorMs,
+                     bench::Target::TwiceFloor);
     table.addRow(QStringLiteral("of the resident memory: node rows, per node"), rowsKb * 1024.0 / database.nodes,
                  QStringLiteral("B"), std::nullopt, QStringLiteral("one recordset more in memory"));
 
     bench::addTiming(table, QStringLiteral("caricaTestiDisegno (draw-time texts)"),
-              bench::measure(runs, [&] { form->parti().albero.caricaTestiDisegno(*nodes); }), floorMs);
+                     bench::measure(runs, [&] { form->parti().albero.caricaTestiDisegno(*nodes); }), floorMs);
 
     {
         fw::WindowUpdateLock freeze(tree);
@@ -212,26 +216,32 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
             tree->setRecordset(nullptr);
         };
         bench::addTiming(table, QStringLiteral("build: legaAlbero"),
-                  bench::measure(runs, unbind, [&] { form->parti().albero.legaAlbero(nodes, sql); }), floorMs,
-                  bench::Target::TwiceFloor);
+                         bench::measure(runs, unbind, [&] { form->parti().albero.legaAlbero(nodes, sql); }), floorMs,
+                         bench::Target::TwiceFloor);
         bench::addTiming(table, QStringLiteral("expand all: espandiTutto"),
-                  bench::measure(runs, [&] { unbind(); form->parti().albero.legaAlbero(nodes, sql); },
-                                 [&] { form->parti().albero.espandiTutto(); }),
-                  floorMs, bench::Target::TwiceFloor);
+                         bench::measure(
+                             runs,
+                             [&] {
+                                 unbind();
+                                 form->parti().albero.legaAlbero(nodes, sql);
+                             },
+                             [&] { form->parti().albero.espandiTutto(); }),
+                         floorMs, bench::Target::TwiceFloor);
         bench::addTiming(table, QStringLiteral("levels: CaricaLivelli"),
-                  bench::measure(runs, [&] { form->parti().albero.livelli().CaricaLivelli(); }), floorMs, bench::Target::TwiceFloor,
-                  QStringLiteral("%1 levels").arg(form->parti().albero.livelli().livelloMassimo() + 1));
+                         bench::measure(runs, [&] { form->parti().albero.livelli().CaricaLivelli(); }), floorMs,
+                         bench::Target::TwiceFloor,
+                         QStringLiteral("%1 levels").arg(form->parti().albero.livelli().livelloMassimo() + 1));
     }
     bench::check(fullyExpanded(tree), QStringLiteral("espandiTutto left nodes collapsed"));
     bench::check(host.log().isQuiet(), QStringLiteral("a phase reported: ") + host.log().messageTexts().join(u'/'));
 
-    nodes.reset();   // from here on only the form holds the rows, as after a user's load
+    nodes.reset(); // from here on only the form holds the rows, as after a user's load
     malloc_trim(0);
     bench::resetPeakMemory();
     const bench::Memory beforeReload = bench::memoryUsage();
     bench::addTiming(table, QStringLiteral("reload: CaricaDistinta whole"),
-              bench::measure(runs, [&] { form->CaricaDistinta(); }), floorMs, bench::Target::None,
-              QStringLiteral("lets go of the previous tree too"));
+                     bench::measure(runs, [&] { form->CaricaDistinta(); }), floorMs, bench::Target::None,
+                     QStringLiteral("lets go of the previous tree too"));
     table.addRow(QStringLiteral("peak memory growth, reload"),
                  double(bench::memoryUsage().peakKb - beforeReload.currentKb) / 1024.0, QStringLiteral("MB"),
                  std::nullopt, QStringLiteral("the previous rows let go before the new ones are read"));
@@ -270,14 +280,16 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     const int rowsPerViewport = viewport->height() / std::max(1, tree->view()->sizeHintForRow(0));
 
     bench::addTiming(table, QStringLiteral("paint: one full viewport"), paint, floorMs, bench::Target::None,
-              QStringLiteral("%1x%2 px, %3 rows, %4 scroll positions")
-                  .arg(viewportSize.width()).arg(viewportSize.height()).arg(rowsPerViewport).arg(positions));
+                     QStringLiteral("%1x%2 px, %3 rows, %4 scroll positions")
+                         .arg(viewportSize.width())
+                         .arg(viewportSize.height())
+                         .arg(rowsPerViewport)
+                         .arg(positions));
     table.addRow(QStringLiteral("statements while painting (sqlite3 counter)"), double(paintStatements),
                  QStringLiteral("stmts"), std::nullopt,
                  paintStatements == 0 ? QStringLiteral("target 0: met") : QStringLiteral("target 0: MISSED"));
-    table.addRow(QStringLiteral("statements while painting (DISTINTA_SQL_TRACE)"), traced,
-                 QStringLiteral("stmts"), std::nullopt,
-                 traced == 0 ? QStringLiteral("target 0: met") : QStringLiteral("target 0: MISSED"));
+    table.addRow(QStringLiteral("statements while painting (DISTINTA_SQL_TRACE)"), traced, QStringLiteral("stmts"),
+                 std::nullopt, traced == 0 ? QStringLiteral("target 0: met") : QStringLiteral("target 0: MISSED"));
 
     // ---- the search in the tree, for a match near the end
     QLineEdit *search = form->findChild<QLineEdit *>(QStringLiteral("TXTCERCA"));
@@ -293,14 +305,17 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
             return;
         }
         search->setText(bound->valueAt(row, valueField).toString());
-        const bench::Timing timing = bench::measure(runs, [&] { form->parti().ricercaAlbero.CercaNellaDistinta(field); });
+        const bench::Timing timing = bench::measure(runs,
+                                                    [&] { form->parti().ricercaAlbero.CercaNellaDistinta(field); });
         bench::check(bound->currentRow() == row && tree->focusedNode().isValid(),
-              QStringLiteral("%1 landed on row %2 instead of %3").arg(figure).arg(bound->currentRow()).arg(row));
+                     QStringLiteral("%1 landed on row %2 instead of %3").arg(figure).arg(bound->currentRow()).arg(row));
         bench::addTiming(table, figure, timing, floorMs, bench::Target::None,
-                  QStringLiteral("match at row %1 of %2").arg(row + 1).arg(bound->recordCount()));
+                         QStringLiteral("match at row %1 of %2").arg(row + 1).arg(bound->recordCount()));
     };
-    searchFor(distinta::RicercaAlbero::Campo::RagioneSociale, byName, nameField, QStringLiteral("search by name: CercaNellaDistinta"));
-    searchFor(distinta::RicercaAlbero::Campo::Codice, byCode, codeField, QStringLiteral("search by code: CercaNellaDistinta"));
+    searchFor(distinta::RicercaAlbero::Campo::RagioneSociale, byName, nameField,
+              QStringLiteral("search by name: CercaNellaDistinta"));
+    searchFor(distinta::RicercaAlbero::Campo::Codice, byCode, codeField,
+              QStringLiteral("search by code: CercaNellaDistinta"));
 
     // ---- the subject list, every customer of the company
     int subjects = 0;
@@ -309,8 +324,8 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         subjects = form->parti().anagrafiche.lista() ? form->parti().anagrafiche.lista()->recordCount() : 0;
     });
     bench::check(subjects >= database.nodes, QStringLiteral("the subject list holds %1 rows").arg(subjects));
-    bench::addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs, bench::Target::None,
-              QStringLiteral("%1 subjects").arg(subjects));
+    bench::addTiming(table, QStringLiteral("subject list: CaricaAnagraficheDistinta"), list, floorMs,
+                     bench::Target::None, QStringLiteral("%1 subjects").arg(subjects));
     bench::check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
 }
 
@@ -331,7 +346,9 @@ int main(int argc, char *argv[])
         for (const int nodes : options.sizes) {
             const int runs = runsFor(nodes, app.arguments(), options.runs);
             bench::BenchTable table(QStringLiteral("Tree editor, %1 nodes (%2 cores, best of %3)")
-                                        .arg(nodes).arg(QThread::idealThreadCount()).arg(runs));
+                                        .arg(nodes)
+                                        .arg(QThread::idealThreadCount())
+                                        .arg(runs));
             benchSize(folder.database(nodes), runs, table);
             table.print();
             malloc_trim(0);

@@ -79,7 +79,7 @@ struct Cells
 
 Cells readCells(fw::TreeList *tree)
 {
-    const QStringList numbers{QStringLiteral("trGD02_CLIFOR_CG44"), QStringLiteral("trGD02_CLIFORFATT_CG44")};
+    const QStringList numbers {QStringLiteral("trGD02_CLIFOR_CG44"), QStringLiteral("trGD02_CLIFORFATT_CG44")};
     Cells cells;
     for (fw::TreeListNode node = tree->firstNode(); node.isValid(); node = node.next()) {
         std::vector<QVariant> row;
@@ -101,7 +101,7 @@ Cells readCells(fw::TreeList *tree)
 // libxlsxwriter in its constant-memory mode, the same cells, no formats, outline or widths.
 void writeBare(const Cells &cells, const QString &path)
 {
-    lxw_workbook_options options{};
+    lxw_workbook_options options {};
     options.constant_memory = LXW_TRUE;
     lxw_workbook *workbook = workbook_new_opt(QFile::encodeName(path).constData(), &options);
     lxw_worksheet *sheet = workbook_add_worksheet(workbook, nullptr);
@@ -116,7 +116,7 @@ void writeBare(const Cells &cells, const QString &path)
             const auto col = lxw_col_t(c + 1);
             if (value.metaType().id() == QMetaType::QDate) {
                 const QDate d = value.toDate();
-                lxw_datetime when{d.year(), d.month(), d.day(), 0, 0, 0};
+                lxw_datetime when {d.year(), d.month(), d.day(), 0, 0, 0};
                 worksheet_write_datetime(sheet, row, col, &when, nullptr);
             } else if (value.metaType().id() == QMetaType::QString) {
                 const QString text = value.toString();
@@ -127,7 +127,8 @@ void writeBare(const Cells &cells, const QString &path)
             }
         }
     }
-    bench::check(workbook_close(workbook) == LXW_NO_ERROR, QStringLiteral("libxlsxwriter could not write %1").arg(path));
+    bench::check(workbook_close(workbook) == LXW_NO_ERROR,
+                 QStringLiteral("libxlsxwriter could not write %1").arg(path));
 }
 
 void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTable &table)
@@ -150,18 +151,20 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bench::check(form->parti().albero.allaData().ImpostaDataValidita(asOf), QStringLiteral("the date was refused"));
     const bench::Timing dated = bench::measure(runs, [&] { form->CaricaDistinta(); });
     const int shown = tree->count();
-    bench::addTiming(table, QStringLiteral("floor: CaricaDistinta, the whole list"), plain, plain.bestMs, bench::Target::None,
-                     QStringLiteral("%1 nodes").arg(generated.nodes));
-    bench::addTiming(table, QStringLiteral("CaricaDistinta as of %1").arg(asOf), dated, plain.bestMs, bench::Target::TwiceFloor,
-                     QStringLiteral("%1 nodes shown").arg(shown));
-    bench::check(form->parti().albero.allaData().ImpostaDataValidita(QString()), QStringLiteral("the date could not be cleared"));
+    bench::addTiming(table, QStringLiteral("floor: CaricaDistinta, the whole list"), plain, plain.bestMs,
+                     bench::Target::None, QStringLiteral("%1 nodes").arg(generated.nodes));
+    bench::addTiming(table, QStringLiteral("CaricaDistinta as of %1").arg(asOf), dated, plain.bestMs,
+                     bench::Target::TwiceFloor, QStringLiteral("%1 nodes shown").arg(shown));
+    bench::check(form->parti().albero.allaData().ImpostaDataValidita(QString()),
+                 QStringLiteral("the date could not be cleared"));
 
     // ---- the move of a branch of about 10,000 nodes under a node outside it, and back
     const StrutturaNodi shape(*form->nodi());
     const std::vector<int> sizes = subtreeSizes(shape);
     int branch = -1;
     for (int i = 0; i < shape.size(); ++i) {
-        if (shape.padre(i) >= 0 && (branch < 0 || std::abs(sizes[size_t(i)] - 10000) < std::abs(sizes[size_t(branch)] - 10000)))
+        if (shape.padre(i) >= 0
+            && (branch < 0 || std::abs(sizes[size_t(i)] - 10000) < std::abs(sizes[size_t(branch)] - 10000)))
             branch = i;
     }
     const QList<int> moved = shape.ramo(branch);
@@ -184,12 +187,14 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     const qint64 homeId = shape.id(shape.padre(branch));
     const qint64 targetId = shape.id(target);
     const auto putBack = [&] {
-        bare.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %1 WHERE GD02_ID = %2").arg(homeId).arg(nodeId));
+        bare.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %1 WHERE GD02_ID = %2")
+                      .arg(homeId)
+                      .arg(nodeId));
         form->CaricaDistinta();
         host.log().clear();
     };
-    spostamentostatements::Spostamento update{1, nodeId, homeId, targetId, QDateTime::currentDateTime(),
-                                              QStringLiteral("ADMIN"), QStringLiteral("bench")};
+    spostamentostatements::Spostamento update {
+        1, nodeId, homeId, targetId, QDateTime::currentDateTime(), QStringLiteral("ADMIN"), QStringLiteral("bench")};
     const QString statement = db::translateTsqlToSqlite(spostamentostatements::moveStatement(update));
     const bench::Timing moveFloor = bench::measure(runs, putBack, [&] {
         bare.exec(statement);
@@ -210,17 +215,21 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     });
     bench::check(clashes == 0, QStringLiteral("the branch's subjects are above the target: pick another"));
     host.log().setDefaultAnswer(fw::Answer::Yes);
-    const bench::Timing move = bench::measure(runs, putBack, [&] { form->parti().spostamento.SpostaNodo(nodeId, targetId); });
-    bench::check(bare.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(nodeId)) == targetId,
-                 QStringLiteral("the branch did not move: ") + host.log().messageTexts().join(u'/'));
+    const bench::Timing move = bench::measure(runs, putBack,
+                                              [&] { form->parti().spostamento.SpostaNodo(nodeId, targetId); });
+    bench::check(
+        bare.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(nodeId))
+            == targetId,
+        QStringLiteral("the branch did not move: ") + host.log().messageTexts().join(u'/'));
     bench::check(host.log().errorDialogs().isEmpty(), QStringLiteral("the move failed"));
     host.log().setDefaultAnswer(0);
     putBack();
-    bench::addTiming(table, QStringLiteral("floor: the UPDATE bare + reload"), moveFloor, moveFloor.bestMs, bench::Target::None,
-                     QStringLiteral("branch of %1 nodes").arg(moved.size()));
-    bench::addTiming(table, QStringLiteral("checks in memory: the rows' shape, branch and subjects"), checks, moveFloor.bestMs);
-    bench::addTiming(table, QStringLiteral("move the branch: SpostaNodo"), move, moveFloor.bestMs, bench::Target::TwiceFloor,
-                     QStringLiteral("questions answered, reload and focus included"));
+    bench::addTiming(table, QStringLiteral("floor: the UPDATE bare + reload"), moveFloor, moveFloor.bestMs,
+                     bench::Target::None, QStringLiteral("branch of %1 nodes").arg(moved.size()));
+    bench::addTiming(table, QStringLiteral("checks in memory: the rows' shape, branch and subjects"), checks,
+                     moveFloor.bestMs);
+    bench::addTiming(table, QStringLiteral("move the branch: SpostaNodo"), move, moveFloor.bestMs,
+                     bench::Target::TwiceFloor, QStringLiteral("questions answered, reload and focus included"));
 
     // ---- export of the whole list to XLSX against the library alone
     const Cells cells = readCells(tree);
@@ -233,24 +242,30 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bench::resetPeakMemory();
     const bench::Memory before = bench::memoryUsage();
     const bench::Timing exportTiming = bench::measure(runs, [&] {
-        bench::check(form->parti().esportazione.EsportaDistinta(exported, fw::ExportFile::Format::Xlsx, allLevels), QStringLiteral("the export failed"));
+        bench::check(form->parti().esportazione.EsportaDistinta(exported, fw::ExportFile::Format::Xlsx, allLevels),
+                     QStringLiteral("the export failed"));
     });
     const bench::Memory after = bench::memoryUsage();
     const bench::Timing csv = bench::measure(runs, [&] {
-        bench::check(form->parti().esportazione.EsportaDistinta(work.filePath(QStringLiteral("export.csv")), fw::ExportFile::Format::Csv, allLevels),
+        bench::check(form->parti().esportazione.EsportaDistinta(work.filePath(QStringLiteral("export.csv")),
+                                                                fw::ExportFile::Format::Csv, allLevels),
                      QStringLiteral("the CSV export failed"));
     });
-    bench::addTiming(table, QStringLiteral("floor: libxlsxwriter, the same cells, no formatting"), library, library.bestMs,
-                     bench::Target::None, QStringLiteral("%1 rows, %2 MB").arg(cells.values.size())
-                                              .arg(QFileInfo(bareFile).size() / 1048576.0, 0, 'f', 1));
+    bench::addTiming(table, QStringLiteral("floor: libxlsxwriter, the same cells, no formatting"), library,
+                     library.bestMs, bench::Target::None,
+                     QStringLiteral("%1 rows, %2 MB")
+                         .arg(cells.values.size())
+                         .arg(QFileInfo(bareFile).size() / 1048576.0, 0, 'f', 1));
     bench::addTiming(table, QStringLiteral("export to XLSX: EsportaDistinta"), exportTiming, library.bestMs,
-                     bench::Target::TwiceFloor, QStringLiteral("%1 MB").arg(QFileInfo(exported).size() / 1048576.0, 0, 'f', 1));
+                     bench::Target::TwiceFloor,
+                     QStringLiteral("%1 MB").arg(QFileInfo(exported).size() / 1048576.0, 0, 'f', 1));
     bench::addTiming(table, QStringLiteral("export to CSV: EsportaDistinta"), csv, library.bestMs);
     const double addedMb = double(after.peakKb - before.currentKb) / 1024.0;
-    table.addRow(QStringLiteral("memory the XLSX export adds (peak beyond the loaded editor)"), addedMb, QStringLiteral("MB"),
-                 std::nullopt, QStringLiteral("target: below 300 MB: %1; process peak %2 MB")
-                                   .arg(addedMb < 300 ? QStringLiteral("met") : QStringLiteral("MISSED"))
-                                   .arg(after.peakKb / 1024.0, 0, 'f', 0));
+    table.addRow(QStringLiteral("memory the XLSX export adds (peak beyond the loaded editor)"), addedMb,
+                 QStringLiteral("MB"), std::nullopt,
+                 QStringLiteral("target: below 300 MB: %1; process peak %2 MB")
+                     .arg(addedMb < 300 ? QStringLiteral("met") : QStringLiteral("MISSED"))
+                     .arg(after.peakKb / 1024.0, 0, 'f', 0));
 }
 
 } // namespace

@@ -28,18 +28,15 @@ int main(int argc, char *argv[])
             bench::resetPeakMemory();
             const bench::Memory before = bench::memoryUsage();
             const bench::Floor floor = bench::measureFloor(database, options.runs);
-            table.addRow(QStringLiteral("rows read, %1 nodes").arg(size), double(floor.rows),
-                         QStringLiteral("rows"));
-            table.addRow(QStringLiteral("floor best, %1 nodes").arg(size), floor.timing.bestMs,
-                         QStringLiteral("ms"), floor.timing.bestMs);
+            table.addRow(QStringLiteral("rows read, %1 nodes").arg(size), double(floor.rows), QStringLiteral("rows"));
+            table.addRow(QStringLiteral("floor best, %1 nodes").arg(size), floor.timing.bestMs, QStringLiteral("ms"),
+                         floor.timing.bestMs);
             table.addRow(QStringLiteral("floor median, %1 nodes").arg(size), floor.timing.medianMs,
-                         QStringLiteral("ms"), floor.timing.bestMs,
-                         QStringLiteral("%1 runs").arg(floor.timing.runs));
-            table.addRow(QStringLiteral("floor CPU best, %1 nodes").arg(size),
-                         floor.timing.bestCpuMs, QStringLiteral("ms"), floor.timing.bestMs);
+                         QStringLiteral("ms"), floor.timing.bestMs, QStringLiteral("%1 runs").arg(floor.timing.runs));
+            table.addRow(QStringLiteral("floor CPU best, %1 nodes").arg(size), floor.timing.bestCpuMs,
+                         QStringLiteral("ms"), floor.timing.bestMs);
             table.addRow(QStringLiteral("floor per node, %1 nodes").arg(size),
-                         floor.timing.bestMs * 1000.0 / std::max<qint64>(floor.rows, 1),
-                         QStringLiteral("us"));
+                         floor.timing.bestMs * 1000.0 / std::max<qint64>(floor.rows, 1), QStringLiteral("us"));
             table.addRow(QStringLiteral("peak memory growth, %1 nodes").arg(size),
                          double(bench::memoryUsage().peakKb - before.currentKb), QStringLiteral("KB"));
         }

@@ -47,7 +47,7 @@ struct Shape
 {
     QHash<qint64, qint64> parent;
     QHash<qint64, QList<qint64>> children;
-    QHash<qint64, int> size;    // the node and every node below it
+    QHash<qint64, int> size; // the node and every node below it
     QHash<qint64, int> level;
 
     explicit Shape(dbsetup::SqliteFile &file, qint64 typeId)
@@ -158,9 +158,11 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     dbsetup::inTransaction(bare, [&] {
         const qint64 general = bare.scalar(QStringLiteral("SELECT MAX(CG16_CODICE) FROM CG16_ANAGGEN"));
         dbsetup::SqliteStatement names = bare.prepare(
-            QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) VALUES (?, ?, 'Modena', 'MO')"));
+            QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) VALUES (?, "
+                           "?, 'Modena', 'MO')"));
         dbsetup::SqliteStatement subjects = bare.prepare(
-            QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) VALUES (1, 0, ?, ?)"));
+            QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) "
+                           "VALUES (1, 0, ?, ?)"));
         for (int i = 0; i < newSubjects; ++i) {
             names.insert(std::int64_t(general + 1 + i), QStringLiteral("Nuovo cliente %1").arg(i + 1));
             subjects.insert(std::int64_t(firstNew + i), std::int64_t(general + 1 + i));
@@ -177,7 +179,8 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     fw::TreeList *tree = form->findChild<fw::TreeList *>(QStringLiteral("TVW_DISTINTA"));
 
     // ---- the overlap check's plan: it must find the subject's links through an index
-    nodistatements::Collegamento link{1, qint64(firstNew), 0, std::nullopt, std::nullopt, QDate(2024, 1, 1), QDate(2099, 12, 31)};
+    nodistatements::Collegamento link {
+        1, qint64(firstNew), 0, std::nullopt, std::nullopt, QDate(2024, 1, 1), QDate(2099, 12, 31)};
     {
         // Finalized at once: an open read would keep this connection on an old snapshot.
         dbsetup::SqliteStatement plan = bare.prepare(QStringLiteral("EXPLAIN QUERY PLAN ")
@@ -201,31 +204,42 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         }
         focusNode(tree, form, parentNode);
     };
-    const bench::Timing insertFloor = bench::measure(runs, [&] { bare.exec(removeNew); form->CaricaDistinta(); }, [&] {
-        nodistatements::NuovoNodo node;
-        node.typeId = generated.typeId;
-        node.parentId = parentNode;
-        node.company = 1;
-        node.start = QDate(2024, 1, 1);
-        node.end = QDate(2099, 12, 31);
-        node.today = QDate::currentDate();
-        node.userGroup = QStringLiteral("ADMIN");
-        node.user = QStringLiteral("bench");
-        for (int i = 0; i < newSubjects; ++i) {
-            stepBare(bare, nodistatements::parentQuery(1, parentNode));
-            link.subjectCode = firstNew + i;
-            stepBare(bare, nodistatements::overlapQuery(link));
-            node.subjectCode = firstNew + i;
-            stepBare(bare, nodistatements::insertStatement(node));
-        }
-        form->CaricaDistinta();
-    });
+    const bench::Timing insertFloor = bench::measure(
+        runs,
+        [&] {
+            bare.exec(removeNew);
+            form->CaricaDistinta();
+        },
+        [&] {
+            nodistatements::NuovoNodo node;
+            node.typeId = generated.typeId;
+            node.parentId = parentNode;
+            node.company = 1;
+            node.start = QDate(2024, 1, 1);
+            node.end = QDate(2099, 12, 31);
+            node.today = QDate::currentDate();
+            node.userGroup = QStringLiteral("ADMIN");
+            node.user = QStringLiteral("bench");
+            for (int i = 0; i < newSubjects; ++i) {
+                stepBare(bare, nodistatements::parentQuery(1, parentNode));
+                link.subjectCode = firstNew + i;
+                stepBare(bare, nodistatements::overlapQuery(link));
+                node.subjectCode = firstNew + i;
+                stepBare(bare, nodistatements::insertStatement(node));
+            }
+            form->CaricaDistinta();
+        });
     const double insertFloorMs = insertFloor.bestMs;
-    const bench::Timing insert = bench::measure(runs, readyToInsert, [&] { form->parti().inserimento.CMD_ADDANAGR_Click(); });
+    const bench::Timing insert = bench::measure(runs, readyToInsert,
+                                                [&] { form->parti().inserimento.CMD_ADDANAGR_Click(); });
     bench::check(bare.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = %1 "
-                                            "AND GD02_CLIFOR_CG44 >= %2").arg(parentNode).arg(firstNew)) == newSubjects,
+                                            "AND GD02_CLIFOR_CG44 >= %2")
+                                 .arg(parentNode)
+                                 .arg(firstNew))
+                     == newSubjects,
                  QStringLiteral("the insertion did not write %1 nodes").arg(newSubjects));
-    bench::check(host.log().isQuiet(), QStringLiteral("the insertion reported: ") + host.log().messageTexts().join(u'/'));
+    bench::check(host.log().isQuiet(),
+                 QStringLiteral("the insertion reported: ") + host.log().messageTexts().join(u'/'));
     // What the batch leaves behind, against a plain reload of the same rows. SQLite's own memory
     // (the page caches of the connections, which grow with the pages the inserts touched, up to
     // their limit) is told apart from the editor's.
@@ -257,60 +271,81 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     bare.exec(removeNew);
 
     // ---- removal of a node with a large subtree; the rows are put back between runs
-    const QList<qint64> removed = QList<qint64>{removedNode} + shape.below(removedNode);
-    bare.exec(QStringLiteral("CREATE TABLE BENCH_COPIA AS SELECT * FROM GD02_DISTINTA WHERE GD02_ID IN (%1)").arg(idList(removed)));
+    const QList<qint64> removed = QList<qint64> {removedNode} + shape.below(removedNode);
+    bare.exec(QStringLiteral("CREATE TABLE BENCH_COPIA AS SELECT * FROM GD02_DISTINTA WHERE GD02_ID IN (%1)")
+                  .arg(idList(removed)));
     const QString putBack = QStringLiteral("INSERT OR IGNORE INTO GD02_DISTINTA SELECT * FROM BENCH_COPIA");
-    const QString countRemoved = QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID IN (SELECT GD02_ID FROM BENCH_COPIA)");
-    const bench::Timing removeFloor = bench::measure(runs, [&] { bare.exec(putBack); form->CaricaDistinta(); }, [&] {
-        bare.exec(legamistatements::deleteNodeStatement(removedNode));
-        form->CaricaDistinta();
-    });
+    const QString countRemoved = QStringLiteral(
+        "SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID IN (SELECT GD02_ID FROM BENCH_COPIA)");
+    const bench::Timing removeFloor = bench::measure(
+        runs,
+        [&] {
+            bare.exec(putBack);
+            form->CaricaDistinta();
+        },
+        [&] {
+            bare.exec(legamistatements::deleteNodeStatement(removedNode));
+            form->CaricaDistinta();
+        });
     host.log().setDefaultAnswer(fw::Answer::Yes);
-    const bench::Timing remove = bench::measure(runs, [&] {
-        bare.exec(putBack);
-        form->CaricaDistinta();
-        focusNode(tree, form, removedNode);
-        host.log().clear();
-    }, [&] { form->parti().eliminazione.EliminaCliforDaStruttura(); });
+    const bench::Timing remove = bench::measure(
+        runs,
+        [&] {
+            bare.exec(putBack);
+            form->CaricaDistinta();
+            focusNode(tree, form, removedNode);
+            host.log().clear();
+        },
+        [&] { form->parti().eliminazione.EliminaCliforDaStruttura(); });
     bench::check(bare.scalar(countRemoved) == 0, QStringLiteral("the removal left rows of the subtree"));
-    bench::check(tree->count() == generated.nodes - removed.size(), QStringLiteral("the tree still shows removed nodes"));
+    bench::check(tree->count() == generated.nodes - removed.size(),
+                 QStringLiteral("the tree still shows removed nodes"));
     bench::check(host.log().errorDialogs().isEmpty(), QStringLiteral("the removal failed"));
     host.log().setDefaultAnswer(0);
     host.log().clear();
     bare.exec(putBack);
     bench::addTiming(table, QStringLiteral("floor: the DELETE bare + reload"), removeFloor, removeFloor.bestMs,
                      bench::Target::None, QStringLiteral("%1 rows go").arg(removed.size()));
-    bench::addTiming(table, QStringLiteral("remove a node and its subtree: EliminaCliforDaStruttura"), remove,
-                     removeFloor.bestMs, bench::Target::TwiceFloor,
-                     QStringLiteral("node at level %1, checks and questions included").arg(shape.level.value(removedNode)));
+    bench::addTiming(
+        table, QStringLiteral("remove a node and its subtree: EliminaCliforDaStruttura"), remove, removeFloor.bestMs,
+        bench::Target::TwiceFloor,
+        QStringLiteral("node at level %1, checks and questions included").arg(shape.level.value(removedNode)));
 
     // ---- the billing values pushed down a large branch
     const QList<qint64> branch = shape.below(propagatedNode);
     const QString reset = QStringLiteral("UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 0, GD02_CLIFORFATT_CG44 = NULL "
                                          "WHERE GD02_ID IN (%1); UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 4, "
                                          "GD02_CLIFORFATT_CG44 = 1 WHERE GD02_ID = %2")
-                              .arg(idList(branch)).arg(propagatedNode);
+                              .arg(idList(branch))
+                              .arg(propagatedNode);
     // The statement the rows write, bound and stepped once per node, as the write-back sends it.
-    const bench::Timing propagateFloor = bench::measure(runs, [&] { bare.exec(reset); }, [&] {
-        dbsetup::SqliteStatement update = bare.prepare(QStringLiteral(
-            "UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = ?, GD02_CLIFORFATT_CG44 = ?, GD02_DATAVAR = ?, "
-            "GD02_GRUPPOVAR = ?, GD02_UTENTEVAR = ? WHERE GD02_ID = ? AND GD02_TIPOANAGFATT = ? "
-            "AND GD02_CLIFORFATT_CG44 IS NULL"));
-        const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        for (qint64 id : branch)
-            update.insert(4, 1, now, QStringLiteral("ADMIN"), QStringLiteral("bench"), std::int64_t(id), 0);
-    });
-    const bench::Timing propagate = bench::measure(runs, [&] {
-        bare.exec(reset);
-        form->CaricaDistinta();
-        focusNode(tree, form, propagatedNode);
-        emit tree->mouseDown(tree->focusedNode(), QString(), Qt::RightButton, QPoint());
-    }, [&] { form->parti().menu.mnuPropagaFigli_Click(); });
+    const bench::Timing propagateFloor = bench::measure(
+        runs, [&] { bare.exec(reset); },
+        [&] {
+            dbsetup::SqliteStatement update = bare.prepare(QStringLiteral(
+                "UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = ?, GD02_CLIFORFATT_CG44 = ?, GD02_DATAVAR = ?, "
+                "GD02_GRUPPOVAR = ?, GD02_UTENTEVAR = ? WHERE GD02_ID = ? AND GD02_TIPOANAGFATT = ? "
+                "AND GD02_CLIFORFATT_CG44 IS NULL"));
+            const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+            for (qint64 id : branch)
+                update.insert(4, 1, now, QStringLiteral("ADMIN"), QStringLiteral("bench"), std::int64_t(id), 0);
+        });
+    const bench::Timing propagate = bench::measure(
+        runs,
+        [&] {
+            bare.exec(reset);
+            form->CaricaDistinta();
+            focusNode(tree, form, propagatedNode);
+            emit tree->mouseDown(tree->focusedNode(), QString(), Qt::RightButton, QPoint());
+        },
+        [&] { form->parti().menu.mnuPropagaFigli_Click(); });
     bench::check(bare.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID IN (%1) "
-                                            "AND GD02_TIPOANAGFATT = 4 AND GD02_CLIFORFATT_CG44 = 1").arg(idList(branch)))
+                                            "AND GD02_TIPOANAGFATT = 4 AND GD02_CLIFORFATT_CG44 = 1")
+                                 .arg(idList(branch)))
                      == branch.size(),
                  QStringLiteral("the propagation missed nodes"));
-    bench::check(host.log().isQuiet(), QStringLiteral("the propagation reported: ") + host.log().messageTexts().join(u'/'));
+    bench::check(host.log().isQuiet(),
+                 QStringLiteral("the propagation reported: ") + host.log().messageTexts().join(u'/'));
     bench::addTiming(table, QStringLiteral("floor: the UPDATEs bound and stepped bare"), propagateFloor,
                      propagateFloor.bestMs, bench::Target::None, QStringLiteral("%1 nodes").arg(branch.size()));
     bench::addTiming(table, QStringLiteral("propagate billing values: mnuPropagaFigli_Click"), propagate,

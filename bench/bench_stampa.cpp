@@ -177,29 +177,35 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
         return engine;
     });
     FRMGD_DISTINTA *form = host.openEditor();
-    check(form && form->nodi() && form->nodi()->recordCount() == database.nodes, QStringLiteral("the large tree did not load"));
+    check(form && form->nodi() && form->nodi()->recordCount() == database.nodes,
+          QStringLiteral("the large tree did not load"));
     check(host.log().isQuiet(), QStringLiteral("the editor reported: ") + host.log().messageTexts().join(u'/'));
 
     // ---- the work table
     const QString key = distinta::Stampa::NomeComputer() + distinta::Stampa::NomeUtente();
-    const QByteArray clear = db::translateTsqlToSqlite(stampastatements::deleteWorkRowsStatement(key, database.company)).toUtf8();
+    const QByteArray clear = db::translateTsqlToSqlite(stampastatements::deleteWorkRowsStatement(key, database.company))
+                                 .toUtf8();
     QList<QByteArray> inserts = workRowStatements(form, key);
     BareSqlite bare(database.path);
-    const bench::Timing floor = bench::measure(runs, [&] { bare.exec(clear); }, [&] {
-        for (const QByteArray &insert : inserts)
-            bare.exec(insert);
-    });
-    table.addRow(QStringLiteral("floor: the INSERTs stepped with sqlite3"), floor.bestMs, QStringLiteral("ms"), floor.bestMs,
+    const bench::Timing floor = bench::measure(
+        runs, [&] { bare.exec(clear); },
+        [&] {
+            for (const QByteArray &insert : inserts)
+                bare.exec(insert);
+        });
+    table.addRow(QStringLiteral("floor: the INSERTs stepped with sqlite3"), floor.bestMs, QStringLiteral("ms"),
+                 floor.bestMs,
                  QStringLiteral("median %1, CPU %2, %3 runs; %4 statements")
                      .arg(bench::ms(floor.medianMs), bench::ms(floor.bestCpuMs))
                      .arg(floor.runs)
                      .arg(inserts.size()));
-    const bench::Timing work = bench::measure(runs, [&] { bare.exec(clear); },
-                                              [&] { form->parti().stampa.preparaStampa(QStringLiteral("99")); });
-    const qint64 written = host.connection()
-                               ->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD04_STDISTINTA WHERE GD04_KEY = '%1'").arg(key))
-                               ->valueAt(0, 0)
-                               .toLongLong();
+    const bench::Timing work = bench::measure(
+        runs, [&] { bare.exec(clear); }, [&] { form->parti().stampa.preparaStampa(QStringLiteral("99")); });
+    const qint64 written =
+        host.connection()
+            ->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD04_STDISTINTA WHERE GD04_KEY = '%1'").arg(key))
+            ->valueAt(0, 0)
+            .toLongLong();
     check(written == database.nodes, QStringLiteral("%1 work rows written").arg(written));
     bench::addTiming(table, QStringLiteral("work table: PulisciStampa + a row per node"), work, floor.bestMs,
                      bench::Target::TwiceFloor, QStringLiteral("%1 rows").arg(written));
@@ -214,15 +220,15 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     malloc_trim(0);
 
     // What the query's rows alone take, read as the engine reads them: the fields the layout shows.
-    const fw::ReportLayout layout =
-        fw::ReportLayoutReader::readFile(fw::DefaultReportEngine::defaultReportFolder() + QStringLiteral("/VRAX_DISTINTA.layout"));
+    const fw::ReportLayout layout = fw::ReportLayoutReader::readFile(fw::DefaultReportEngine::defaultReportFolder()
+                                                                     + QStringLiteral("/VRAX_DISTINTA.layout"));
     QStringList shownFields;
     for (const fw::ReportFieldReference &reference : layout.fieldReferences())
         shownFields << reference.name;
     const bench::Memory beforeQuery = bench::memoryUsage();
     bench::resetPeakMemory();
-    const db::RecordsetPtr rows =
-        host.connection()->openRecordset(stampastatements::reportDataQuery(key, database.company), shownFields);
+    const db::RecordsetPtr rows = host.connection()->openRecordset(
+        stampastatements::reportDataQuery(key, database.company), shownFields);
     const bench::Memory afterQuery = bench::memoryUsage();
 
     const FloorText texts = floorTexts(layout, *rows);
@@ -255,17 +261,18 @@ void benchSize(const bench::LargeDatabase &database, int runs, bench::BenchTable
     bench::addTiming(table, QStringLiteral("of which the report query (rows read into a recordset)"), query,
                      drawn.bestMs, bench::Target::None, QStringLiteral("%1 fields a row").arg(rows->fieldCount()));
     const double printPeakMb = (afterPrint.peakKb - beforePrint.currentKb) / 1024.0;
-    table.addRow(QStringLiteral("peak memory growth, PDF"), printPeakMb, QStringLiteral("MB"), std::nullopt,
-                 (peakReset ? QStringLiteral("high-water mark over the resident set before the print; ")
-                            : QStringLiteral("high-water mark of the whole run (could not be reset); "))
-                     + (printPeakMb < 300 ? QStringLiteral("target < 300 MB: met") : QStringLiteral("target < 300 MB: MISSED")));
+    table.addRow(
+        QStringLiteral("peak memory growth, PDF"), printPeakMb, QStringLiteral("MB"), std::nullopt,
+        (peakReset ? QStringLiteral("high-water mark over the resident set before the print; ")
+                   : QStringLiteral("high-water mark of the whole run (could not be reset); "))
+            + (printPeakMb < 300 ? QStringLiteral("target < 300 MB: met") : QStringLiteral("target < 300 MB: MISSED")));
     table.addRow(QStringLiteral("of which the query's rows: peak while read / held"),
                  (afterQuery.peakKb - beforeQuery.currentKb) / 1024.0, QStringLiteral("MB"), std::nullopt,
-                 QStringLiteral("%1 MB held; %2 fields a row").arg((afterQuery.currentKb - beforeQuery.currentKb) / 1024.0, 0, 'f', 1)
+                 QStringLiteral("%1 MB held; %2 fields a row")
+                     .arg((afterQuery.currentKb - beforeQuery.currentKb) / 1024.0, 0, 'f', 1)
                      .arg(rows->fieldCount()));
     table.addRow(QStringLiteral("peak resident memory of the process, PDF"), afterPrint.peakKb / 1024.0,
-                 QStringLiteral("MB"), std::nullopt,
-                 QStringLiteral("the editor with the large tree loaded included"));
+                 QStringLiteral("MB"), std::nullopt, QStringLiteral("the editor with the large tree loaded included"));
 }
 
 } // namespace

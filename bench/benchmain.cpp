@@ -30,7 +30,10 @@ int runPerSize(int argc, char *argv[], const QString &title, const SizeBenchmark
     try {
         for (const int nodes : options.sizes) {
             BenchTable table(QStringLiteral("%1, %2 nodes (%3 cores, best of %4)")
-                                 .arg(title).arg(nodes).arg(QThread::idealThreadCount()).arg(options.runs));
+                                 .arg(title)
+                                 .arg(nodes)
+                                 .arg(QThread::idealThreadCount())
+                                 .arg(options.runs));
             benchSize(folder.database(nodes), options.runs, table);
             table.print();
             // The next size starts from a heap without the last one's free pages.

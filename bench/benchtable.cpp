@@ -8,11 +8,10 @@ namespace bench {
 
 BenchTable::BenchTable(const QString &title)
     : m_title(title)
-{
-}
+{ }
 
-void BenchTable::addRow(const QString &figure, double value, const QString &unit,
-                        std::optional<double> floor, const QString &note)
+void BenchTable::addRow(const QString &figure, double value, const QString &unit, std::optional<double> floor,
+                        const QString &note)
 {
     std::optional<double> ratio;
     if (floor && *floor > 0)
@@ -38,15 +37,15 @@ QList<QStringList> BenchTable::cells() const
         withNotes = withNotes || !row.note.isEmpty();
 
     QList<QStringList> result;
-    QStringList header{QStringLiteral("Figure"), QStringLiteral("Value"), QStringLiteral("Unit"),
-                       QStringLiteral("Ratio to floor")};
+    QStringList header {QStringLiteral("Figure"), QStringLiteral("Value"), QStringLiteral("Unit"),
+                        QStringLiteral("Ratio to floor")};
     if (withNotes)
         header << QStringLiteral("Note");
     result.append(header);
 
     for (const Row &row : m_rows) {
-        QStringList line{row.figure, formatValue(row.value), row.unit,
-                         row.ratio ? QString::number(*row.ratio, 'f', 2) + u'x' : QStringLiteral("-")};
+        QStringList line {row.figure, formatValue(row.value), row.unit,
+                          row.ratio ? QString::number(*row.ratio, 'f', 2) + u'x' : QStringLiteral("-")};
         if (withNotes)
             line << row.note;
         result.append(line);

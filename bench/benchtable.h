@@ -21,12 +21,12 @@ public:
     // floor: the value the ratio is taken against; none (or not positive) leaves the ratio blank.
     // note: free text shown in a last column (a target, a remark); the column appears only
     // when some row has one.
-    void addRow(const QString &figure, double value, const QString &unit,
-                std::optional<double> floor = std::nullopt, const QString &note = {});
+    void addRow(const QString &figure, double value, const QString &unit, std::optional<double> floor = std::nullopt,
+                const QString &note = {});
 
-    QString toText() const;       // columns padded to a common width
-    QString toMarkdown() const;   // a GitHub-style pipe table under a "### title" line
-    void print() const;           // both, on standard output
+    QString toText() const;     // columns padded to a common width
+    QString toMarkdown() const; // a GitHub-style pipe table under a "### title" line
+    void print() const;         // both, on standard output
 
 private:
     struct Row

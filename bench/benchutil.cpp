@@ -28,7 +28,7 @@ namespace {
 
 double processCpuMs()
 {
-    timespec now{};
+    timespec now {};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
 }
@@ -37,7 +37,8 @@ double processCpuMs()
 
 Timing measure(int runs, const std::function<void()> &work)
 {
-    return measure(runs, [] {}, work);
+    return measure(
+        runs, [] {}, work);
 }
 
 Timing measure(int runs, const std::function<void()> &prepare, const std::function<void()> &work)
@@ -77,7 +78,6 @@ double timeMs(const std::function<void()> &work)
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
-
 QString ms(double value)
 {
     return QString::number(value, 'f', value >= 100 ? 0 : value >= 1 ? 1 : 3);
@@ -86,12 +86,11 @@ QString ms(double value)
 void addTiming(BenchTable &table, const QString &figure, const Timing &timing, double floorMs, Target target,
                const QString &remark)
 {
-    QString note = QStringLiteral("median %1, CPU %2, %3 runs")
-                       .arg(ms(timing.medianMs), ms(timing.bestCpuMs))
-                       .arg(timing.runs);
+    QString note =
+        QStringLiteral("median %1, CPU %2, %3 runs").arg(ms(timing.medianMs), ms(timing.bestCpuMs)).arg(timing.runs);
     if (target == Target::TwiceFloor)
         note += timing.bestMs <= 2 * floorMs ? QStringLiteral("; target <= 2x: met")
-                                              : QStringLiteral("; target <= 2x: MISSED");
+                                             : QStringLiteral("; target <= 2x: MISSED");
     if (!remark.isEmpty())
         note += QStringLiteral("; ") + remark;
     table.addRow(figure, timing.bestMs, QStringLiteral("ms"), floorMs, note);
@@ -171,8 +170,7 @@ LargeDatabase DatabaseFolder::database(int nodes)
     // A file left by an interrupted or older generator is not complete: it is made again.
     if (!dbsetup::isCompleteLargeDatabase(database.path, nodes)) {
         // As many subjects as nodes: every node classifies its own subject.
-        database.generationMs =
-            timeMs([&] { dbsetup::generateLargeDatabase(database.path, nodes, nodes); });
+        database.generationMs = timeMs([&] { dbsetup::generateLargeDatabase(database.path, nodes, nodes); });
     }
     return database;
 }
@@ -181,9 +179,9 @@ namespace {
 
 void throwSqlite(sqlite3 *handle, const QString &statement)
 {
-    throw db::DatabaseError({{QString::fromUtf8(sqlite3_errmsg(handle)), QStringLiteral("SQLite"), {},
-                              sqlite3_extended_errcode(handle)}},
-                            statement);
+    throw db::DatabaseError(
+        {{QString::fromUtf8(sqlite3_errmsg(handle)), QStringLiteral("SQLite"), {}, sqlite3_extended_errcode(handle)}},
+        statement);
 }
 
 } // namespace
@@ -234,20 +232,11 @@ Floor measureQueryFloor(const QString &databasePath, const QString &statement, i
             ++rows;
             for (int c = 0; c < columns; ++c) {
                 switch (sqlite3_column_type(query, c)) {
-                case SQLITE_INTEGER:
-                    sum += sqlite3_column_int64(query, c);
-                    break;
-                case SQLITE_FLOAT:
-                    sum += qint64(sqlite3_column_double(query, c));
-                    break;
-                case SQLITE_TEXT:
-                    sum += sqlite3_column_text(query, c)[0] + sqlite3_column_bytes(query, c);
-                    break;
-                case SQLITE_BLOB:
-                    sum += sqlite3_column_bytes(query, c);
-                    break;
-                default:
-                    break;
+                case SQLITE_INTEGER: sum += sqlite3_column_int64(query, c); break;
+                case SQLITE_FLOAT: sum += qint64(sqlite3_column_double(query, c)); break;
+                case SQLITE_TEXT: sum += sqlite3_column_text(query, c)[0] + sqlite3_column_bytes(query, c); break;
+                case SQLITE_BLOB: sum += sqlite3_column_bytes(query, c); break;
+                default: break;
                 }
             }
         }
@@ -274,7 +263,8 @@ QString queryPlan(const QString &databasePath, const QString &statement)
         const int parent = sqlite3_column_int(query, 1);
         const int depth = parent == 0 ? 0 : depthOf.value(parent) + 1;
         depthOf.insert(id, depth);
-        lines << QString(depth * 2, u' ') + QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(query, 3)));
+        lines << QString(depth * 2, u' ')
+                + QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(query, 3)));
     }
     sqlite3_finalize(query);
     return lines.join(u'\n');

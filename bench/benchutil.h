@@ -16,9 +16,9 @@ namespace bench {
 
 struct Timing
 {
-    double bestMs = 0;      // wall clock
-    double medianMs = 0;    // wall clock
-    double bestCpuMs = 0;   // CPU time of the process, best run
+    double bestMs = 0;    // wall clock
+    double medianMs = 0;  // wall clock
+    double bestCpuMs = 0; // CPU time of the process, best run
     int runs = 0;
 };
 
@@ -55,8 +55,8 @@ void addTiming(BenchTable &table, const QString &figure, const Timing &timing, d
 
 struct Memory
 {
-    qint64 peakKb = 0;     // VmHWM: high-water mark of the resident set
-    qint64 currentKb = 0;  // VmRSS
+    qint64 peakKb = 0;    // VmHWM: high-water mark of the resident set
+    qint64 currentKb = 0; // VmRSS
 };
 
 Memory memoryUsage();
@@ -75,12 +75,11 @@ bool resetPeakMemory();
 struct Options
 {
     QString databaseDir;
-    QList<int> sizes{100000, 1000000};
+    QList<int> sizes {100000, 1000000};
     int runs = 5;
 };
 
 Options parseOptions(const QStringList &arguments);
-
 
 // ---- generated databases
 
@@ -88,10 +87,10 @@ Options parseOptions(const QStringList &arguments);
 struct LargeDatabase
 {
     QString path;
-    int nodes = 0;          // node rows of the large tree
+    int nodes = 0; // node rows of the large tree
     int company = 0;
     int subjectKind = 0;
-    qint64 typeId = 0;      // GD01_ID of the large tree
+    qint64 typeId = 0;       // GD01_ID of the large tree
     double generationMs = 0; // 0 when an existing file was reused
 };
 

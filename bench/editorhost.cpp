@@ -23,8 +23,8 @@ EditorHost::EditorHost(const QString &databasePath)
     m_globals.setTranslationService(m_translations);
     m_globals.setLogServiceFactory([log = m_log] { return log; });
     m_globals.setThemeFactory([theme = m_theme] { return theme; });
-    m_globals.setWorkflowStateService(std::make_shared<fw::SqlWorkflowStateService>(
-        m_connection, m_globals.user(), m_globals.userGroup()));
+    m_globals.setWorkflowStateService(
+        std::make_shared<fw::SqlWorkflowStateService>(m_connection, m_globals.user(), m_globals.userGroup()));
 }
 
 EditorHost::~EditorHost()

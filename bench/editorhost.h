@@ -14,7 +14,7 @@ class FRMGD_DISTINTA;
 namespace fw {
 class DefaultTheme;
 class DictionaryTranslationService;
-}
+} // namespace fw
 
 namespace bench {
 

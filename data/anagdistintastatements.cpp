@@ -32,22 +32,20 @@ QString divisionDecodeQuery(const QString &code)
 
 QString divisionIdQuery(int company, const QString &code)
 {
-    return QStringList{QStringLiteral("SELECT CO1A_IDDIV"),
-                       QStringLiteral("   FROM"),
-                       QStringLiteral("    CO1A_ANAGDIVISIONI"),
-                       QStringLiteral("WHERE"),
-                       QStringLiteral("    CO1A_DITTA_CG18 = ") + QString::number(company) + QStringLiteral(" "),
-                       QStringLiteral("    AND CO1A_CODICE = '") + sqltext::doubleQuotes(code) + QStringLiteral("'")}
+    return QStringList {QStringLiteral("SELECT CO1A_IDDIV"),
+                        QStringLiteral("   FROM"),
+                        QStringLiteral("    CO1A_ANAGDIVISIONI"),
+                        QStringLiteral("WHERE"),
+                        QStringLiteral("    CO1A_DITTA_CG18 = ") + QString::number(company) + QStringLiteral(" "),
+                        QStringLiteral("    AND CO1A_CODICE = '") + sqltext::doubleQuotes(code) + QStringLiteral("'")}
         .join(crlf);
 }
 
 QString divisionCodeQuery(qint64 divisionId)
 {
-    return QStringList{QStringLiteral("SELECT CO1A_CODICE"),
-                       QStringLiteral("   FROM"),
-                       QStringLiteral("    CO1A_ANAGDIVISIONI"),
-                       QStringLiteral("WHERE"),
-                       QStringLiteral("    CO1A_IDDIV = ") + QString::number(divisionId)}
+    return QStringList {QStringLiteral("SELECT CO1A_CODICE"), QStringLiteral("   FROM"),
+                        QStringLiteral("    CO1A_ANAGDIVISIONI"), QStringLiteral("WHERE"),
+                        QStringLiteral("    CO1A_IDDIV = ") + QString::number(divisionId)}
         .join(crlf);
 }
 
@@ -96,8 +94,7 @@ QString gridPriorityQuery(qint64 priorityId)
 
 QString typeNodesQuery(qint64 typeId)
 {
-    return QStringLiteral("SELECT * ")
-        + QStringLiteral(" FROM  GD01_TIPODISTINTA INNER JOIN GD02_DISTINTA ")
+    return QStringLiteral("SELECT * ") + QStringLiteral(" FROM  GD01_TIPODISTINTA INNER JOIN GD02_DISTINTA ")
         + QStringLiteral("                                 ON GD01_TIPODISTINTA.GD01_ID = GD02_DISTINTA.GD02_ID_GD01")
         + QStringLiteral(" WHERE GD01_ID = ") + QString::number(typeId);
 }

@@ -12,7 +12,9 @@ class ConversionError : public std::invalid_argument
 {
 public:
     explicit ConversionError(const QString &message)
-        : std::invalid_argument(message.toStdString()), m_message(message) {}
+        : std::invalid_argument(message.toStdString())
+        , m_message(message)
+    { }
 
     const QString &message() const { return m_message; }
 

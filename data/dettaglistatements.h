@@ -11,9 +11,9 @@ namespace dettaglistatements {
 // Which groups of rows the master-data sheet shows (the parameters' display switches).
 struct GruppiAnagrafica
 {
-    bool condVendita = false;      // payment terms, currency, VAT rate, bank
-    bool provvigioni = false;      // agent and price list
-    bool classificazioni = false;  // market classifications and groupings
+    bool condVendita = false;     // payment terms, currency, VAT rate, bank
+    bool provvigioni = false;     // agent and price list
+    bool classificazioni = false; // market classifications and groupings
 };
 
 // CaricaCondizioniCliente: one row of display columns for a subject. division empty: the
@@ -23,7 +23,7 @@ QString masterDataQuery(int company, int subjectKind, qint64 subjectCode, const 
                         const QString &division, const QString &divisionVisibility);
 
 // The temporary table of the campaign list, on the form's connection.
-QString campaignTable();                                   // "#GD12_TEMP"
+QString campaignTable(); // "#GD12_TEMP"
 
 // CaricaCondizioniInFattura: the node's two price-list priorities.
 QString nodePrioritiesQuery(qint64 typeId, qint64 nodeId);

@@ -4,7 +4,6 @@
 
 namespace legamistatements {
 
-
 QString childCountQuery(int company, qint64 nodeId)
 {
     return QStringLiteral("SELECT COUNT(GD02_ID) AS NFIGLI ") + QStringLiteral(" FROM GD02_DISTINTA ")
@@ -22,15 +21,14 @@ QString childrenQuery(int company, qint64 nodeId)
 QString contractCountQuery(int company, qint64 subjectCode)
 {
     return QStringLiteral("   SELECT") + QStringLiteral("    COUNT(*) ") + QStringLiteral(" FROM")
-        + QStringLiteral("    GD10_CONTRATTI") + QStringLiteral(" WHERE")
-        + QStringLiteral("    GD10_DITTA_CG18 = ") + sqltext::number(company) + QStringLiteral(" AND")
-        + QStringLiteral("    GD10_CLIFOR_CG44 = ") + sqltext::number(subjectCode);
+        + QStringLiteral("    GD10_CONTRATTI") + QStringLiteral(" WHERE") + QStringLiteral("    GD10_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND") + QStringLiteral("    GD10_CLIFOR_CG44 = ")
+        + sqltext::number(subjectCode);
 }
 
 QString settledNotDisabledCondition()
 {
-    return QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ")
-        + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
+    return QStringLiteral("   AND GD18_STATOSCADENZA >= 2 ") + QStringLiteral("   AND GD14_ID_GD02 NOT IN (")
         + QStringLiteral("                            SELECT GD27_ID_GD02 ")
         + QStringLiteral("                              FROM GD27_SOGGCONTRDISAB ")
         + QStringLiteral("                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     ")
@@ -42,8 +40,7 @@ QString settledNotDisabledCondition()
 
 QString definitiveBonusQuery(int company, qint64 nodeId, const std::optional<QDate> &dueAfter)
 {
-    QString sql = QStringLiteral("SELECT TOP 1 *  ")
-        + QStringLiteral(" FROM  GD18_LIQUIDAZIONE INNER JOIN")
+    QString sql = QStringLiteral("SELECT TOP 1 *  ") + QStringLiteral(" FROM  GD18_LIQUIDAZIONE INNER JOIN")
         + QStringLiteral("       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID ")
         + QStringLiteral("       INNER JOIN ")
         + QStringLiteral("       GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13")
@@ -59,32 +56,23 @@ QString conditionsQuery(int company, const NodoCondizioni &node, const QString &
 {
     const QString start = sqltext::convertDate103(node.start);
     const QString end = sqltext::convertDate103(node.end);
-    QString sql = QStringLiteral("SELECT DISTINCT * ")
-        + QStringLiteral(" FROM GDVISTA03_SOGGETTICOND ")
+    QString sql = QStringLiteral("SELECT DISTINCT * ") + QStringLiteral(" FROM GDVISTA03_SOGGETTICOND ")
         + QStringLiteral(" WHERE ( ID = ") + sqltext::number(node.nodeId)
         + QStringLiteral("         OR (     CondizioneTipoCF    = ") + sqltext::number(node.subjectKind)
         + QStringLiteral("              AND CondizioneCodIntest = ") + sqltext::number(node.subjectCode)
-        + QStringLiteral("              AND ID                  = 0 ")
-        + QStringLiteral("              AND (")
+        + QStringLiteral("              AND ID                  = 0 ") + QStringLiteral("              AND (")
         + QStringLiteral("                    CondizioneIni BETWEEN ") + start + QStringLiteral(" AND ") + end
-        + QStringLiteral(" ")
-        + QStringLiteral("                    OR ")
+        + QStringLiteral(" ") + QStringLiteral("                    OR ")
         + QStringLiteral("                    CondizioneFin BETWEEN ") + start + QStringLiteral(" AND ") + end
-        + QStringLiteral(" ")
-        + QStringLiteral("                    OR (")
+        + QStringLiteral(" ") + QStringLiteral("                    OR (")
         + QStringLiteral("                        CondizioneIni <= ") + start + QStringLiteral(" ")
-        + QStringLiteral("                        AND ")
-        + QStringLiteral("                        CondizioneFin >= ") + end
-        + QStringLiteral("                       )")
-        + QStringLiteral("                    )");
+        + QStringLiteral("                        AND ") + QStringLiteral("                        CondizioneFin >= ")
+        + end + QStringLiteral("                       )") + QStringLiteral("                    )");
     if (!division.isEmpty())
         sql += QStringLiteral("           AND Divisione = ") + division;
-    sql += QStringLiteral("             )")
-        + QStringLiteral("        ) ")
-        + QStringLiteral("   AND Ditta = ") + sqltext::number(company)
-        + QStringLiteral(" ORDER BY ContrattoCod , ")
-        + QStringLiteral("          ContrattoVer , ")
-        + QStringLiteral("          CondizioneCod, ")
+    sql += QStringLiteral("             )") + QStringLiteral("        ) ") + QStringLiteral("   AND Ditta = ")
+        + sqltext::number(company) + QStringLiteral(" ORDER BY ContrattoCod , ")
+        + QStringLiteral("          ContrattoVer , ") + QStringLiteral("          CondizioneCod, ")
         + QStringLiteral("          CondizioneIni ");
     return sql;
 }

@@ -25,8 +25,7 @@ QString rightTrimmed(const QString &text)
 QString textOf(const QVariant &value)
 {
     switch (value.typeId()) {
-    case QMetaType::QDate:
-        return value.toDate().toString(db::dayFormat);
+    case QMetaType::QDate: return value.toDate().toString(db::dayFormat);
     case QMetaType::QDateTime: {
         const QDateTime dateTime = value.toDateTime();
         if (dateTime.time() == QTime(0, 0))
@@ -34,10 +33,8 @@ QString textOf(const QVariant &value)
         return dateTime.toString(db::dayTimeFormat);
     }
     case QMetaType::Double:
-    case QMetaType::Float:
-        return QString::number(value.toDouble(), 'g', 15);
-    default:
-        return value.toString();
+    case QMetaType::Float: return QString::number(value.toDouble(), 'g', 15);
+    default: return value.toString();
     }
 }
 
@@ -81,14 +78,10 @@ QVariant NvlNumero(const QVariant &value)
             return QVariant::fromValue<short>(0);
         return numberFromText(text);
     }
-    case QMetaType::Bool:
-        return value.toBool() ? -1.0 : 0.0;
-    case QMetaType::QDate:
-        return serialDay(value.toDate().startOfDay());
-    case QMetaType::QDateTime:
-        return serialDay(value.toDateTime());
-    default:
-        break;
+    case QMetaType::Bool: return value.toBool() ? -1.0 : 0.0;
+    case QMetaType::QDate: return serialDay(value.toDate().startOfDay());
+    case QMetaType::QDateTime: return serialDay(value.toDateTime());
+    default: break;
     }
     bool ok = false;
     const double number = value.toDouble(&ok);

@@ -58,13 +58,12 @@ QString overlapQuery(const Collegamento &link)
     if (link.excludedNodeId)
         sql += QStringLiteral("   AND GD02_DISTINTA_FIGLIO.GD02_ID <> ") + sqltext::number(*link.excludedNodeId);
     sql += QStringLiteral("   AND (") + start
-        + QStringLiteral(" BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
+        + QStringLiteral(
+               " BETWEEN  GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND  GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL  ")
         + QStringLiteral("        OR ") + end
         + QStringLiteral(" BETWEEN GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL  AND GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL ")
-        + QStringLiteral("        OR (") + start
-        + QStringLiteral(" <= GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AND ") + end
-        + QStringLiteral(" >= GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL)")
-        + QStringLiteral("        )")
+        + QStringLiteral("        OR (") + start + QStringLiteral(" <= GD02_DISTINTA_FIGLIO.GD02_DATAINIZIOVAL AND ")
+        + end + QStringLiteral(" >= GD02_DISTINTA_FIGLIO.GD02_DATAFINEVAL)") + QStringLiteral("        )")
         + QStringLiteral(" ORDER BY GD02_DISTINTA_FIGLIO.GD02_ID_GD01");
     return sql;
 }
@@ -72,9 +71,9 @@ QString overlapQuery(const Collegamento &link)
 QString insertStatement(const NuovoNodo &node)
 {
     static const char *const columns[] = {
-        "GD02_ID_GD01", "GD02_IDPARENT_GD02", "GD02_DITTA_CG18", "GD02_TIPOCF_CG44", "GD02_CLIFOR_CG44",
-        "GD02_INDREGPROV", "GD02_ID_WF02", "GD02_DATAINIZIOVAL", "GD02_DATAFINEVAL", "GD02_DATACRE",
-        "GD02_GRUPPOCRE", "GD02_UTENTECRE", "GD02_DATAVAR", "GD02_GRUPPOVAR", "GD02_UTENTEVAR",
+        "GD02_ID_GD01",      "GD02_IDPARENT_GD02", "GD02_DITTA_CG18",    "GD02_TIPOCF_CG44", "GD02_CLIFOR_CG44",
+        "GD02_INDREGPROV",   "GD02_ID_WF02",       "GD02_DATAINIZIOVAL", "GD02_DATAFINEVAL", "GD02_DATACRE",
+        "GD02_GRUPPOCRE",    "GD02_UTENTECRE",     "GD02_DATAVAR",       "GD02_GRUPPOVAR",   "GD02_UTENTEVAR",
         "GD02_TIPOANAGFATT", "GD02_INDEREPROMO",
     };
     QString sql = QStringLiteral("INSERT INTO GD02_DISTINTA ") + QStringLiteral(" (");
@@ -87,19 +86,15 @@ QString insertStatement(const NuovoNodo &node)
         + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_GRUPPOCRE, node.userGroup)) + QLatin1Char(',');
     const QString user = QStringLiteral("  ")
         + sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_UTENTECRE, node.user)) + QLatin1Char(',');
-    sql += QStringLiteral(" ) VALUES (")
-        + QStringLiteral("  ") + sqltext::number(node.typeId) + QLatin1Char(',')
+    sql += QStringLiteral(" ) VALUES (") + QStringLiteral("  ") + sqltext::number(node.typeId) + QLatin1Char(',')
         + QStringLiteral("  ") + sqltext::number(node.root ? 0 : node.parentId) + QLatin1Char(',')
-        + QStringLiteral("  ") + sqltext::number(node.company) + QLatin1Char(',')
-        + QStringLiteral("  ") + sqltext::number(node.subjectKind) + QLatin1Char(',')
-        + QStringLiteral("  ") + sqltext::number(node.subjectCode) + QLatin1Char(',')
-        + QStringLiteral("  0,")
-        + QStringLiteral("  ") + sqltext::number(node.linkState) + QLatin1Char(',')
-        + dateValue(node.start) + dateValue(node.end)
-        + dateValue(node.today) + group + user
-        + dateValue(node.today) + group + user
-        + QStringLiteral("  ") + sqltext::number(node.billingRule) + QLatin1Char(',')
-        + QStringLiteral("  ") + (node.root ? QStringLiteral("2") : QStringLiteral("0")) + QStringLiteral(" )");
+        + QStringLiteral("  ") + sqltext::number(node.company) + QLatin1Char(',') + QStringLiteral("  ")
+        + sqltext::number(node.subjectKind) + QLatin1Char(',') + QStringLiteral("  ")
+        + sqltext::number(node.subjectCode) + QLatin1Char(',') + QStringLiteral("  0,") + QStringLiteral("  ")
+        + sqltext::number(node.linkState) + QLatin1Char(',') + dateValue(node.start) + dateValue(node.end)
+        + dateValue(node.today) + group + user + dateValue(node.today) + group + user + QStringLiteral("  ")
+        + sqltext::number(node.billingRule) + QLatin1Char(',') + QStringLiteral("  ")
+        + (node.root ? QStringLiteral("2") : QStringLiteral("0")) + QStringLiteral(" )");
     return sql;
 }
 
@@ -117,8 +112,9 @@ QString nodeGuidQuery(int company, qint64 nodeId)
 
 QString typeGuidsQuery(int company, qint64 typeId)
 {
-    return QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
-        + QStringLiteral(" AND GD02_ID_GD01 = '") + sqltext::number(typeId) + QLatin1Char('\'');
+    return QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND GD02_ID_GD01 = '") + sqltext::number(typeId)
+        + QLatin1Char('\'');
 }
 
 } // namespace nodistatements

@@ -19,7 +19,7 @@ struct Collegamento
     int company = 0;
     qint64 subjectCode = 0;
     int subjectKind = 0;
-    std::optional<qint64> division;   // the types of this division and those without one
+    std::optional<qint64> division;       // the types of this division and those without one
     std::optional<qint64> excludedNodeId; // when editing: the node's own row does not count
     QDate start;
     QDate end;
@@ -33,7 +33,7 @@ QString overlapQuery(const Collegamento &link);
 struct NuovoNodo
 {
     qint64 typeId = 0;
-    qint64 parentId = 0;          // 0 for a root
+    qint64 parentId = 0; // 0 for a root
     int company = 0;
     int subjectKind = 0;
     qint64 subjectCode = 0;
@@ -44,7 +44,7 @@ struct NuovoNodo
     QString userGroup;
     QString user;
     int billingRule = 0;
-    bool root = false;            // roots get their own promotions (2), children inherit (0)
+    bool root = false; // roots get their own promotions (2), children inherit (0)
 };
 
 QString insertStatement(const NuovoNodo &node);

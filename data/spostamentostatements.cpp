@@ -7,18 +7,16 @@
 
 namespace spostamentostatements {
 
-
 QString definitiveBonusNodesQuery(int company, qint64 typeId)
 {
-    return QStringLiteral("SELECT DISTINCT GD14_ID_GD02 ")
-        + QStringLiteral(" FROM  GD18_LIQUIDAZIONE INNER JOIN")
+    return QStringLiteral("SELECT DISTINCT GD14_ID_GD02 ") + QStringLiteral(" FROM  GD18_LIQUIDAZIONE INNER JOIN")
         + QStringLiteral("       GD13_PREMI ON GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID ")
         + QStringLiteral("       INNER JOIN ")
         + QStringLiteral("       GD14_SOGGCONTR ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13")
         + QStringLiteral(" WHERE GD13_DITTA_CG18    = ") + sqltext::number(company)
         + QStringLiteral("   AND GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
-        + sqltext::number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + sqltext::number(typeId) + QStringLiteral(") ")
-        + legamistatements::settledNotDisabledCondition();
+        + sqltext::number(company) + QStringLiteral(" AND GD02_ID_GD01 = ") + sqltext::number(typeId)
+        + QStringLiteral(") ") + legamistatements::settledNotDisabledCondition();
 }
 
 QString moveStatement(const Spostamento &move)

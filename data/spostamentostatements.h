@@ -16,8 +16,8 @@ struct Spostamento
 {
     int company = 0;
     qint64 nodeId = 0;
-    qint64 oldParentId = 0;       // 0: the node was a root
-    qint64 newParentId = 0;       // 0: the node becomes a root
+    qint64 oldParentId = 0; // 0: the node was a root
+    qint64 newParentId = 0; // 0: the node becomes a root
     QDateTime changedAt;
     QString userGroup;
     QString user;

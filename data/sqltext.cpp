@@ -43,7 +43,7 @@ bool isDayMonthYear(const QString &text)
 QString dropTempTableStatement(const QString &table)
 {
     return QStringLiteral("IF OBJECT_ID('tempdb..") + table + QStringLiteral("') IS NOT NULL ")
-         + QStringLiteral("DROP TABLE ") + table;
+        + QStringLiteral("DROP TABLE ") + table;
 }
 
 QString intoTempTable(const QString &table)

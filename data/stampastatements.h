@@ -13,13 +13,13 @@ namespace stampastatements {
 // One printed node of the work table.
 struct RigaStampa
 {
-    QString key;                  // computer name followed by user name
+    QString key; // computer name followed by user name
     int company = 0;
     qint64 typeId = 0;
-    int level = 0;                // 0 for a root
+    int level = 0; // 0 for a root
     int subjectKind = 0;
     qint64 subjectCode = 0;
-    std::optional<QDate> start;   // a missing date is written NULL
+    std::optional<QDate> start; // a missing date is written NULL
     std::optional<QDate> end;
 };
 

@@ -19,9 +19,9 @@ namespace {
 // The tables that make a file a database of this module.
 const QStringList &moduleTables()
 {
-    static const QStringList tables{QStringLiteral("GD01_TIPODISTINTA"), QStringLiteral("GD02_DISTINTA"),
-                                    QStringLiteral("GD03_PARAMETRI"), QStringLiteral("GD04_STDISTINTA"),
-                                    QStringLiteral("GD12_PROMO")};
+    static const QStringList tables {QStringLiteral("GD01_TIPODISTINTA"), QStringLiteral("GD02_DISTINTA"),
+                                     QStringLiteral("GD03_PARAMETRI"), QStringLiteral("GD04_STDISTINTA"),
+                                     QStringLiteral("GD12_PROMO")};
     return tables;
 }
 
@@ -31,7 +31,8 @@ constexpr qint64 HeaderSize = 100;
 QStringList triggerStatements(const QString &script)
 {
     static const QRegularExpression trigger(QStringLiteral("^CREATE TRIGGER .*?^END;"),
-                                            QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
+                                            QRegularExpression::MultilineOption
+                                                | QRegularExpression::DotMatchesEverythingOption);
     QStringList statements;
     for (auto it = trigger.globalMatch(script); it.hasNext();)
         statements << it.next().captured(0);
@@ -66,8 +67,9 @@ DatabaseFileCheck checkDatabaseFile(const QString &path)
     const QByteArray header = file.read(HeaderSize);
     file.close();
     if (header.size() < HeaderSize || !header.startsWith(QByteArrayLiteral("SQLite format 3\0")))
-        return refused(check, DatabaseFileCheck::NotADatabase,
-                       QStringLiteral("Il file %1 non è un database SQLite: non viene aperto né modificato.").arg(shown));
+        return refused(
+            check, DatabaseFileCheck::NotADatabase,
+            QStringLiteral("Il file %1 non è un database SQLite: non viene aperto né modificato.").arg(shown));
     // Bytes 18 and 19: the read and write versions, 2 for WAL.
     check.walMode = header.at(18) == 2 && header.at(19) == 2;
 
@@ -98,12 +100,14 @@ void prepareDatabaseAt(const QString &path)
     if (file.scalar(QStringLiteral("PRAGMA user_version")) < kSchemaVersion) {
         inTransaction(file, [&] {
             QStringList triggers;
-            SqliteStatement names = file.prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger'"));
+            SqliteStatement names = file.prepare(
+                QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger'"));
             while (names.step())
                 triggers << names.columnText(0);
             names.reset();
             for (const QString &trigger : std::as_const(triggers))
-                file.exec(QStringLiteral("DROP TRIGGER \"%1\"").arg(QString(trigger).replace(QLatin1Char('"'), QStringLiteral("\"\""))));
+                file.exec(QStringLiteral("DROP TRIGGER \"%1\"")
+                              .arg(QString(trigger).replace(QLatin1Char('"'), QStringLiteral("\"\""))));
             for (const QString &trigger : triggerStatements(sqliteSchemaScript()))
                 file.exec(trigger);
             file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));

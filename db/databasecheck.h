@@ -8,17 +8,17 @@ namespace dbsetup {
 struct DatabaseFileCheck
 {
     enum Kind {
-        Missing,           // nothing there yet (or an empty file): the demo database may be made
-        ModuleDatabase,    // a SQLite database with the module's tables
-        ForeignDatabase,   // a SQLite database without them
-        NotADatabase,      // not a SQLite database, or one SQLite cannot read
-        Unreadable,        // a folder, or a file the user may not read
+        Missing,         // nothing there yet (or an empty file): the demo database may be made
+        ModuleDatabase,  // a SQLite database with the module's tables
+        ForeignDatabase, // a SQLite database without them
+        NotADatabase,    // not a SQLite database, or one SQLite cannot read
+        Unreadable,      // a folder, or a file the user may not read
     };
     Kind kind = Missing;
-    bool writable = false;    // the user may write the file and its folder (for Missing: the folder)
-    bool walMode = false;     // the file says it is in WAL mode
-    int schemaVersion = 0;    // PRAGMA user_version (dbsetup::kSchemaVersion when up to date)
-    QString problem;          // why it is not opened, in Italian, naming the file; empty otherwise
+    bool writable = false; // the user may write the file and its folder (for Missing: the folder)
+    bool walMode = false;  // the file says it is in WAL mode
+    int schemaVersion = 0; // PRAGMA user_version (dbsetup::kSchemaVersion when up to date)
+    QString problem;       // why it is not opened, in Italian, naming the file; empty otherwise
 
     bool isModuleDatabase() const { return kind == ModuleDatabase; }
 };

@@ -21,12 +21,9 @@ CompanyProfile demoMainCompanyProfile()
     profile.agents = 8;
     profile.divisions = {{"ALI", "Divisione Alimentare"}, {"BEV", "Divisione Bevande"}};
     profile.priorities = {
-        {"STD", "Priorità standard", 0, {1, 3, 5}},
-        {"GDO", "Priorità grande distribuzione", 0, {6, 8, 2, 4, 5}},
-        {"HOR", "Priorità Ho.Re.Ca.", 0, {2, 3, 7}},
-        {"NEW", "Priorità in preparazione", 0, {}},
-        {"LOCN", "Priorità localizzata Nord", 1, {2, 4}},
-        {"LOCS", "Priorità localizzata Sud", 1, {1, 3}},
+        {"STD", "Priorità standard", 0, {1, 3, 5}},       {"GDO", "Priorità grande distribuzione", 0, {6, 8, 2, 4, 5}},
+        {"HOR", "Priorità Ho.Re.Ca.", 0, {2, 3, 7}},      {"NEW", "Priorità in preparazione", 0, {}},
+        {"LOCN", "Priorità localizzata Nord", 1, {2, 4}}, {"LOCS", "Priorità localizzata Sud", 1, {1, 3}},
     };
     profile.campaigns = {
         {"P23NAT", "Promo Natale 2023", QDate(2023, 11, 15), QDate(2023, 12, 31), false},
@@ -105,14 +102,20 @@ void writeMainCompany(DemoContext &context)
     // Customers, no division: 3 groups of the large retail trade, 4 levels.
     const int gdo = trees.writeType({"CLI-GDO", "Grande distribuzione organizzata", 0, {}, priority("GDO")});
     const QString gdoGuid = trees.lastTypeGuid();
-    shape.roots = 3; shape.levels = 4; shape.minFanout = 2; shape.maxFanout = 4;
+    shape.roots = 3;
+    shape.levels = 4;
+    shape.minFanout = 2;
+    shape.maxFanout = 4;
     shape.structuralPriorityId = priority("GDO");
     const std::vector<DemoNode> gdoNodes = trees.writeTree(gdo, 0, shape, slice(customers, 0, 90));
 
     // Customers of the food division, 3 levels.
     const int food = trees.writeType({"CLI-ALI", "Rete vendita alimentare", 0, divisionFood, priority("STD")});
     const QString foodGuid = trees.lastTypeGuid();
-    shape.roots = 4; shape.levels = 3; shape.minFanout = 3; shape.maxFanout = 6;
+    shape.roots = 4;
+    shape.levels = 3;
+    shape.minFanout = 3;
+    shape.maxFanout = 6;
     shape.structuralPriorityId = priority("STD");
     const std::vector<DemoNode> foodNodes = trees.writeTree(food, 0, shape, slice(customers, 90, 80));
 
@@ -122,7 +125,10 @@ void writeMainCompany(DemoContext &context)
     const QString horecaGuid = trees.lastTypeGuid();
     std::vector<DemoSubject> horecaSubjects(customers.begin() + 170, customers.begin() + 230);
     horecaSubjects.insert(horecaSubjects.end(), customers.begin() + 150, customers.begin() + 160);
-    shape.roots = 3; shape.levels = 4; shape.minFanout = 2; shape.maxFanout = 3;
+    shape.roots = 3;
+    shape.levels = 4;
+    shape.minFanout = 2;
+    shape.maxFanout = 3;
     shape.structuralPriorityId = priority("HOR");
     const std::vector<DemoNode> horecaNodes = trees.writeTree(horeca, 0, shape, horecaSubjects);
 
@@ -134,7 +140,10 @@ void writeMainCompany(DemoContext &context)
     // Suppliers: raw materials (roots written with a NULL parent) and services of the food division.
     const int materials = trees.writeType({"FOR-MP", "Fornitori materie prime", 1, {}, {}});
     const QString materialsGuid = trees.lastTypeGuid();
-    shape.roots = 3; shape.levels = 3; shape.minFanout = 3; shape.maxFanout = 5;
+    shape.roots = 3;
+    shape.levels = 3;
+    shape.minFanout = 3;
+    shape.maxFanout = 5;
     shape.nullParentRoots = true;
     shape.structuralPriorityId.reset();
     shape.northPriorityId.reset();
@@ -143,7 +152,10 @@ void writeMainCompany(DemoContext &context)
 
     const int services = trees.writeType({"FOR-SRV", "Fornitori di servizi", 1, divisionFood, {}});
     const QString servicesGuid = trees.lastTypeGuid();
-    shape.roots = 2; shape.levels = 3; shape.minFanout = 2; shape.maxFanout = 4;
+    shape.roots = 2;
+    shape.levels = 3;
+    shape.minFanout = 2;
+    shape.maxFanout = 4;
     shape.nullParentRoots = false;
     const std::vector<DemoNode> serviceNodes = trees.writeTree(services, 1, shape, slice(suppliers, 60, 40));
 
@@ -175,9 +187,13 @@ void writeSmallCompany(DemoContext &context)
     subjects.write({1, 5001, 4, 100});
 
     TreeWriter trees(context, reference.company);
-    const int type = trees.writeType({"CLI-TOS", "Clienti Toscana", 0, {}, reference.priorityIds.at(QStringLiteral("STD"))});
+    const int type = trees.writeType(
+        {"CLI-TOS", "Clienti Toscana", 0, {}, reference.priorityIds.at(QStringLiteral("STD"))});
     TreeShape shape;
-    shape.roots = 1; shape.levels = 3; shape.minFanout = 2; shape.maxFanout = 3;
+    shape.roots = 1;
+    shape.levels = 3;
+    shape.minFanout = 2;
+    shape.maxFanout = 3;
     const std::vector<DemoNode> nodes = trees.writeTree(type, 0, shape, slice(customers, 0, 7));
 
     ConditionWriter conditions(context, reference);

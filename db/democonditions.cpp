@@ -8,17 +8,15 @@ namespace {
 
 struct ConditionKind
 {
-    int type;             // GD13_TIPOCOND: 0 bonus, 1 promotional activity
+    int type; // GD13_TIPOCOND: 0 bonus, 1 promotional activity
     const char *code;
     const char *description;
     const char *bonusType;
 };
 
 const ConditionKind kConditions[] = {
-    {0, "PFA", "Premio fine anno", "FA"},
-    {0, "POB", "Premio obiettivo fatturato", "OBF"},
-    {1, "VOL", "Volantino promozionale", "VOL"},
-    {1, "ESP", "Esposizione in testata di gondola", "ESP"},
+    {0, "PFA", "Premio fine anno", "FA"},        {0, "POB", "Premio obiettivo fatturato", "OBF"},
+    {1, "VOL", "Volantino promozionale", "VOL"}, {1, "ESP", "Esposizione in testata di gondola", "ESP"},
     {0, "PQT", "Premio quantitativo", "QT"},
 };
 
@@ -27,8 +25,7 @@ const ConditionKind kConditions[] = {
 ConditionWriter::ConditionWriter(DemoContext &context, const CompanyReference &reference)
     : m_context(context)
     , m_reference(reference)
-{
-}
+{ }
 
 void ConditionWriter::writeContracts(std::span<const DemoNode> contractNodes, std::span<const DemoNode> allNodes,
                                      std::optional<int> divisionId)
@@ -36,23 +33,23 @@ void ConditionWriter::writeContracts(std::span<const DemoNode> contractNodes, st
     SqliteFile &file = m_context.file;
     DemoRandom &random = m_context.random;
     const int company = m_reference.company;
-    SqliteStatement contract = file.prepare(QStringLiteral(
-        "INSERT INTO GD10_CONTRATTI (GD10_DITTA_CG18, GD10_CODCONTR, GD10_VERCONTR, GD10_DESCR,"
-        " GD10_TIPOCF_CG44, GD10_CLIFOR_CG44, GD10_IDDIV_CO1A, GD10_DATAINIZIO, GD10_DATAFINE)"
-        " VALUES (?, ?, ?, ?, 0, ?, ?, ?, ?)"));
-    SqliteStatement condition = file.prepare(QStringLiteral(
-        "INSERT INTO GD13_PREMI (GD13_DITTA_CG18, GD13_ID_GD10, GD13_CODCONTR_GD10, GD13_VERCONTR_GD10,"
-        " GD13_PROGRCOND, GD13_CODCOND, GD13_DESCR, GD13_TIPOCOND, GD13_TIPOPREMIO, GD13_PERCENTUALE,"
-        " GD13_DATAINIZIO, GD13_DATAFINE) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    SqliteStatement contract = file.prepare(
+        QStringLiteral("INSERT INTO GD10_CONTRATTI (GD10_DITTA_CG18, GD10_CODCONTR, GD10_VERCONTR, GD10_DESCR,"
+                       " GD10_TIPOCF_CG44, GD10_CLIFOR_CG44, GD10_IDDIV_CO1A, GD10_DATAINIZIO, GD10_DATAFINE)"
+                       " VALUES (?, ?, ?, ?, 0, ?, ?, ?, ?)"));
+    SqliteStatement condition = file.prepare(
+        QStringLiteral("INSERT INTO GD13_PREMI (GD13_DITTA_CG18, GD13_ID_GD10, GD13_CODCONTR_GD10, GD13_VERCONTR_GD10,"
+                       " GD13_PROGRCOND, GD13_CODCOND, GD13_DESCR, GD13_TIPOCOND, GD13_TIPOPREMIO, GD13_PERCENTUALE,"
+                       " GD13_DATAINIZIO, GD13_DATAFINE) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     SqliteStatement subject = file.prepare(QStringLiteral(
         "INSERT INTO GD14_SOGGCONTR (GD14_DITTA_CG18, GD14_ID_GD13, GD14_CODCONTR_GD10, GD14_VERCONTR_GD10,"
         " GD14_PROGRCOND_GD13, GD14_ID_GD02, GD14_TIPOCF_CG44, GD14_CLIFOR_CG44) VALUES (?, ?, ?, ?, ?, ?, 0, ?)"));
     SqliteStatement settlement = file.prepare(QStringLiteral(
         "INSERT INTO GD18_LIQUIDAZIONE (GD18_DITTA_CG18, GD18_ID_GD13, GD18_DATASCADENZA, GD18_STATOSCADENZA,"
         " GD18_IMPORTO) VALUES (?, ?, ?, ?, ?)"));
-    SqliteStatement disabled = file.prepare(QStringLiteral(
-        "INSERT INTO GD27_SOGGCONTRDISAB (GD27_DITTA_CG18, GD27_CODCONTR_GD10, GD27_VERCONTR_GD10,"
-        " GD27_PROGRCOND_GD13, GD27_ID_GD02) VALUES (?, ?, ?, ?, ?)"));
+    SqliteStatement disabled = file.prepare(
+        QStringLiteral("INSERT INTO GD27_SOGGCONTRDISAB (GD27_DITTA_CG18, GD27_CODCONTR_GD10, GD27_VERCONTR_GD10,"
+                       " GD27_PROGRCOND_GD13, GD27_ID_GD02) VALUES (?, ?, ?, ?, ?)"));
 
     for (const DemoNode &node : contractNodes) {
         const bool first = m_contractNumber == 0;
@@ -63,9 +60,8 @@ void ConditionWriter::writeContracts(std::span<const DemoNode> contractNodes, st
         const QDate start(year, 1, 1);
         const QDate end(year, 12, 31);
         contract.insert(company, code, version,
-                        QStringLiteral("Accordo commerciale %1 - %2").arg(year).arg(node.subject),
-                        node.subject, random.chance(50) ? divisionId : std::optional<int>(),
-                        sqlDate(start), sqlDate(end));
+                        QStringLiteral("Accordo commerciale %1 - %2").arg(year).arg(node.subject), node.subject,
+                        random.chance(50) ? divisionId : std::optional<int>(), sqlDate(start), sqlDate(end));
         const int contractId = int(file.lastInsertId());
 
         std::vector<const DemoNode *> children;
@@ -76,8 +72,9 @@ void ConditionWriter::writeContracts(std::span<const DemoNode> contractNodes, st
 
         const int conditionCount = first ? 2 : random.between(1, 3);
         for (int progressive = 1; progressive <= conditionCount; ++progressive) {
-            const ConditionKind &kind = first && progressive == 1 ? kConditions[0]
-                                                                  : random.pick(std::span<const ConditionKind>(kConditions));
+            const ConditionKind &kind = first && progressive == 1
+                ? kConditions[0]
+                : random.pick(std::span<const ConditionKind>(kConditions));
             condition.insert(company, contractId, code, version, progressive, kind.code,
                              QString::fromUtf8(kind.description) + QStringLiteral(" %1").arg(year), kind.type,
                              kind.bonusType, double(random.between(5, 40)) / 10.0, sqlDate(start), sqlDate(end));
@@ -95,7 +92,8 @@ void ConditionWriter::writeContracts(std::span<const DemoNode> contractNodes, st
             if (first && progressive == 1) {
                 // Settled quarter by quarter: two paid, one definitive, one still open.
                 const int states[] = {3, 3, 2, 1};
-                const QDate deadlines[] = {QDate(year, 3, 31), QDate(year, 6, 30), QDate(year, 9, 30), QDate(year, 12, 31)};
+                const QDate deadlines[] = {QDate(year, 3, 31), QDate(year, 6, 30), QDate(year, 9, 30),
+                                           QDate(year, 12, 31)};
                 for (int q = 0; q < 4; ++q)
                     settlement.insert(company, conditionId, sqlDate(deadlines[q]), states[q],
                                       double(random.between(500, 9000)) + 0.5);
@@ -113,8 +111,8 @@ void ConditionWriter::writeNodePromotions(std::span<const DemoNode> nodes)
 {
     if (m_reference.campaignIds.empty())
         return;
-    SqliteStatement insert = m_context.file.prepare(QStringLiteral(
-        "INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES (?, ?, ?)"));
+    SqliteStatement insert = m_context.file.prepare(
+        QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES (?, ?, ?)"));
     DemoRandom &random = m_context.random;
     const int campaigns = int(m_reference.campaignIds.size());
     for (const DemoNode &node : nodes) {
@@ -173,11 +171,12 @@ void ConditionWriter::writeStates(const QString &typeGuid, int typeState, std::s
         "INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_TABELLA, WF02_ID_WF01, WF02_DATACRE, WF02_GRUPPOCRE,"
         " WF02_UTENTECRE, WF02_DATAVAR, WF02_GRUPPOVAR, WF02_UTENTEVAR) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     const QString stamp = QStringLiteral("2025-01-15 09:30:00");
-    insert.insert(typeGuid, "GD01_TIPODISTINTA", typeState, stamp, "COMMERCIALE", "admin", stamp, "COMMERCIALE", "admin");
+    insert.insert(typeGuid, "GD01_TIPODISTINTA", typeState, stamp, "COMMERCIALE", "admin", stamp, "COMMERCIALE",
+                  "admin");
     for (const DemoNode &node : nodes) {
         if (node.state != 0)
-            insert.insert(node.guid, "GD02_DISTINTA", node.state, stamp, "COMMERCIALE", "admin", stamp,
-                          "COMMERCIALE", "admin");
+            insert.insert(node.guid, "GD02_DISTINTA", node.state, stamp, "COMMERCIALE", "admin", stamp, "COMMERCIALE",
+                          "admin");
     }
 }
 

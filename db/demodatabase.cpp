@@ -17,9 +17,11 @@ QString requireSqliteFile(db::Connection &connection)
 {
     const QString path = sqliteFileOf(connection.connectionString());
     if (path.isEmpty()) {
-        db::DbError error{QStringLiteral("Lo schema e i dati dimostrativi si creano solo su un database SQLite;"
-                                         " per SQL Server usare db/schema_sqlserver.sql."),
-                          QStringLiteral("SQLite"), {}, 0};
+        db::DbError error {QStringLiteral("Lo schema e i dati dimostrativi si creano solo su un database SQLite;"
+                                          " per SQL Server usare db/schema_sqlserver.sql."),
+                           QStringLiteral("SQLite"),
+                           {},
+                           0};
         throw db::DatabaseError({error});
     }
     return path;
@@ -27,7 +29,8 @@ QString requireSqliteFile(db::Connection &connection)
 
 void removeDatabaseFiles(const QString &path)
 {
-    for (const QString &suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")})
+    for (const QString &suffix :
+         {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")})
         QFile::remove(path + suffix);
 }
 
@@ -49,8 +52,8 @@ bool ensureDemoDatabase(const QString &path)
     if (info.exists() && info.size() > 0)
         return false;
     if (!QDir().mkpath(info.absolutePath())) {
-        db::DbError error{QStringLiteral("Impossibile creare la cartella ") + info.absolutePath(),
-                          QStringLiteral("SQLite"), {}, 0};
+        db::DbError error {
+            QStringLiteral("Impossibile creare la cartella ") + info.absolutePath(), QStringLiteral("SQLite"), {}, 0};
         throw db::DatabaseError({error});
     }
     // Built aside and renamed at the end, so that an interrupted creation never leaves a
@@ -67,7 +70,7 @@ bool ensureDemoDatabase(const QString &path)
     QFile::remove(path);
     if (!QFile::rename(building, path)) {
         removeDatabaseFiles(building);
-        db::DbError error{QStringLiteral("Impossibile creare il database ") + path, QStringLiteral("SQLite"), {}, 0};
+        db::DbError error {QStringLiteral("Impossibile creare il database ") + path, QStringLiteral("SQLite"), {}, 0};
         throw db::DatabaseError({error});
     }
     return true;
@@ -75,7 +78,8 @@ bool ensureDemoDatabase(const QString &path)
 
 QString sqliteConnectionString(const QString &path, bool readOnly)
 {
-    const QString connection = QStringLiteral("Provider=SQLite;") + db::connectionstring::entry(QStringLiteral("Data Source"), path);
+    const QString connection = QStringLiteral("Provider=SQLite;")
+        + db::connectionstring::entry(QStringLiteral("Data Source"), path);
     return readOnly ? connection + QStringLiteral(";Mode=Read") : connection;
 }
 

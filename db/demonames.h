@@ -16,10 +16,10 @@ struct Region
 struct City
 {
     const char *name;
-    const char *province;  // two-letter province code
+    const char *province; // two-letter province code
     const char *cap;
     const char *phonePrefix;
-    const char *region;    // Region::code
+    const char *region; // Region::code
 };
 
 struct CodeText
@@ -36,10 +36,10 @@ struct Category
 };
 
 std::span<const Region> regions();
-std::span<const CodeText> areas();       // MG08 areas; each region names its area and macro area
+std::span<const CodeText> areas(); // MG08 areas; each region names its area and macro area
 std::span<const CodeText> macroAreas();
 std::span<const City> cities();
-std::span<const char *const> surnames();   // a few carry an apostrophe (D'Angelo)
+std::span<const char *const> surnames(); // a few carry an apostrophe (D'Angelo)
 std::span<const char *const> firstNames();
 std::span<const char *const> customerActivities();
 std::span<const char *const> supplierActivities();
@@ -48,7 +48,7 @@ std::span<const char *const> streets();
 // Market classifications by subject kind (0 customers, 1 suppliers).
 std::span<const CodeText> macroCategories(int kind);
 std::span<const Category> categories(int kind);
-std::span<const CodeText> subCategories();     // the same bands under every category
+std::span<const CodeText> subCategories();      // the same bands under every category
 std::span<const CodeText> groupings(int which); // free groupings 1, 2 and 3
 
 const Region &regionOf(const City &city);

@@ -10,7 +10,9 @@ namespace dbsetup {
 class DemoRandom
 {
 public:
-    explicit DemoRandom(std::uint64_t seed) : m_state(seed) {}
+    explicit DemoRandom(std::uint64_t seed)
+        : m_state(seed)
+    { }
 
     std::uint64_t next()
     {
@@ -31,7 +33,10 @@ public:
     bool chance(int percent) { return between(1, 100) <= percent; }
 
     template<typename T>
-    const T &pick(std::span<const T> items) { return items[std::size_t(between(0, int(items.size()) - 1))]; }
+    const T &pick(std::span<const T> items)
+    {
+        return items[std::size_t(between(0, int(items.size()) - 1))];
+    }
 
 private:
     std::uint64_t m_state;

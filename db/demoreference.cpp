@@ -13,13 +13,14 @@ using namespace demonames;
 
 void writeBankBranches(DemoContext &context)
 {
-    SqliteStatement banks = context.file.prepare(QStringLiteral("SELECT CG12_BANCA FROM CG12_BANCHE ORDER BY CG12_BANCA"));
+    SqliteStatement banks = context.file.prepare(
+        QStringLiteral("SELECT CG12_BANCA FROM CG12_BANCHE ORDER BY CG12_BANCA"));
     std::vector<QString> abiCodes;
     while (banks.step())
         abiCodes.push_back(banks.columnText(0));
 
-    SqliteStatement insert = context.file.prepare(QStringLiteral(
-        "INSERT INTO CG13_AGENZIE (CG13_BANCA_CG12, CG13_CODCAB, CG13_DESCR) VALUES (?, ?, ?)"));
+    SqliteStatement insert = context.file.prepare(
+        QStringLiteral("INSERT INTO CG13_AGENZIE (CG13_BANCA_CG12, CG13_CODCAB, CG13_DESCR) VALUES (?, ?, ?)"));
     const auto allCities = cities();
     for (const QString &abi : abiCodes) {
         std::set<int> used;
@@ -41,28 +42,27 @@ void writeBankBranches(DemoContext &context)
 
 QString personName(DemoRandom &random)
 {
-    return QString::fromUtf8(random.pick(surnames())) + QLatin1Char(' ')
-         + QString::fromUtf8(random.pick(firstNames()));
+    return QString::fromUtf8(random.pick(surnames())) + QLatin1Char(' ') + QString::fromUtf8(random.pick(firstNames()));
 }
 
 void writeAgents(DemoContext &context, const CompanyProfile &profile, CompanyReference &reference)
 {
-    SqliteStatement anagrafica = context.file.prepare(QStringLiteral(
-        "INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDIRIZZO, CG16_CAP, CG16_CITTA,"
-        " CG16_PROV, CG16_TEL1NUM, CG16_FAXNUM, CG16_PARTIVA) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    SqliteStatement agent = context.file.prepare(QStringLiteral(
-        "INSERT INTO MG17_AGENTI (MG17_DITTA_CG18, MG17_AGENTE, MG17_ANAGEN_CG16, MG17_PERCPROVV)"
-        " VALUES (?, ?, ?, ?)"));
+    SqliteStatement anagrafica = context.file.prepare(
+        QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_INDIRIZZO, CG16_CAP, CG16_CITTA,"
+                       " CG16_PROV, CG16_TEL1NUM, CG16_FAXNUM, CG16_PARTIVA) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    SqliteStatement agent = context.file.prepare(
+        QStringLiteral("INSERT INTO MG17_AGENTI (MG17_DITTA_CG18, MG17_AGENTE, MG17_ANAGEN_CG16, MG17_PERCPROVV)"
+                       " VALUES (?, ?, ?, ?)"));
     DemoRandom &random = context.random;
     for (int i = 1; i <= profile.agents; ++i) {
         const City &city = random.pick(cities());
         const int code = context.nextAnagrafica++;
-        anagrafica.insert(code, personName(random),
-                          QStringLiteral("%1, %2").arg(QString::fromUtf8(random.pick(streets()))).arg(random.between(1, 120)),
-                          city.cap, city.name, city.province,
-                          QStringLiteral("3%1 %2").arg(random.between(20, 49)).arg(random.between(1000000, 9999999)),
-                          nullptr,
-                          QStringLiteral("%1").arg(random.between(1000000, 9999999), 11, 10, QLatin1Char('0')));
+        anagrafica.insert(
+            code, personName(random),
+            QStringLiteral("%1, %2").arg(QString::fromUtf8(random.pick(streets()))).arg(random.between(1, 120)),
+            city.cap, city.name, city.province,
+            QStringLiteral("3%1 %2").arg(random.between(20, 49)).arg(random.between(1000000, 9999999)), nullptr,
+            QStringLiteral("%1").arg(random.between(1000000, 9999999), 11, 10, QLatin1Char('0')));
         agent.insert(profile.company, QStringLiteral("A%1").arg(i, 2, 10, QLatin1Char('0')), code,
                      double(random.between(20, 80)) / 10.0);
         reference.agentIds.push_back(int(context.file.lastInsertId()));
@@ -71,8 +71,8 @@ void writeAgents(DemoContext &context, const CompanyProfile &profile, CompanyRef
 
 void writeDivisions(DemoContext &context, const CompanyProfile &profile, CompanyReference &reference)
 {
-    SqliteStatement insert = context.file.prepare(QStringLiteral(
-        "INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) VALUES (?, ?, ?)"));
+    SqliteStatement insert = context.file.prepare(
+        QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) VALUES (?, ?, ?)"));
     for (const DivisionSpec &division : profile.divisions) {
         insert.insert(profile.company, division.code, QString::fromUtf8(division.description));
         reference.divisionIds.push_back(int(context.file.lastInsertId()));
@@ -114,7 +114,8 @@ void writeClassifications(DemoContext &context, int company)
         for (const Category &item : categories(kind)) {
             category.insert(company, kind, item.macroCategory, item.code, QString::fromUtf8(item.text));
             for (const CodeText &band : subCategories())
-                subCategory.insert(company, kind, item.macroCategory, item.code, band.code, QString::fromUtf8(band.text));
+                subCategory.insert(company, kind, item.macroCategory, item.code, band.code,
+                                   QString::fromUtf8(band.text));
         }
         for (int which = 1; which <= 3; ++which) {
             for (const CodeText &item : groupings(which))
@@ -142,12 +143,12 @@ void writePriorities(DemoContext &context, const CompanyProfile &profile, Compan
 
 void writeCampaigns(DemoContext &context, const CompanyProfile &profile, CompanyReference &reference)
 {
-    SqliteStatement insert = context.file.prepare(QStringLiteral(
-        "INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP, MG94_DATAINIZIO,"
-        " MG94_DATAFINE, MG94_FLGATTIVA) VALUES (?, ?, ?, ?, ?, ?)"));
+    SqliteStatement insert = context.file.prepare(
+        QStringLiteral("INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP, MG94_DATAINIZIO,"
+                       " MG94_DATAFINE, MG94_FLGATTIVA) VALUES (?, ?, ?, ?, ?, ?)"));
     for (const CampaignSpec &campaign : profile.campaigns) {
-        insert.insert(profile.company, campaign.code, QString::fromUtf8(campaign.description),
-                      sqlDate(campaign.start), sqlDate(campaign.end), campaign.active ? 1 : 0);
+        insert.insert(profile.company, campaign.code, QString::fromUtf8(campaign.description), sqlDate(campaign.start),
+                      sqlDate(campaign.end), campaign.active ? 1 : 0);
         reference.campaignIds.push_back(int(context.file.lastInsertId()));
         reference.campaignStarts.push_back(campaign.start);
     }

@@ -19,8 +19,8 @@ struct PrioritySpec
 {
     const char *code;
     const char *description;
-    int kind;                     // LP09_INDTIPOTABPRIORITA: 0 structural, 1 localised
-    std::vector<int> providers;   // LP01_ID in priority order; empty: a header without details
+    int kind;                   // LP09_INDTIPOTABPRIORITA: 0 structural, 1 localised
+    std::vector<int> providers; // LP01_ID in priority order; empty: a header without details
 };
 
 struct CampaignSpec
@@ -45,10 +45,10 @@ struct CompanyProfile
 struct CompanyReference
 {
     int company = 0;
-    std::vector<int> agentIds;           // MG17_IDAGENTE
-    std::vector<int> divisionIds;        // CO1A_IDDIV, in the profile's order
-    std::map<QString, int> priorityIds;  // LP09_CODICE -> LP09_ID
-    std::vector<int> campaignIds;        // MG94_ID
+    std::vector<int> agentIds;          // MG17_IDAGENTE
+    std::vector<int> divisionIds;       // CO1A_IDDIV, in the profile's order
+    std::map<QString, int> priorityIds; // LP09_CODICE -> LP09_ID
+    std::vector<int> campaignIds;       // MG94_ID
     std::vector<QDate> campaignStarts;
 };
 

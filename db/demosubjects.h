@@ -9,16 +9,16 @@ namespace dbsetup {
 
 struct DemoSubject
 {
-    int code = 0;          // CG44_CLIFOR
-    char macroArea = 'N';  // N, C or S: where the subject is
+    int code = 0;         // CG44_CLIFOR
+    char macroArea = 'N'; // N, C or S: where the subject is
 };
 
 struct SubjectBatch
 {
-    int kind = 0;               // 0 customers, 1 suppliers
-    int firstCode = 1;          // codes firstCode, firstCode + 1, ...
+    int kind = 0;      // 0 customers, 1 suppliers
+    int firstCode = 1; // codes firstCode, firstCode + 1, ...
     int count = 0;
-    int salesDataPercent = 95;  // share of subjects with an MG19_CLIFORVA row
+    int salesDataPercent = 95; // share of subjects with an MG19_CLIFORVA row
 };
 
 // Writes customers or suppliers of a company: general master data (a believable Italian

@@ -19,8 +19,10 @@ std::span<const T> all(const T (&items)[N])
 
 QString stamp(const QDate &date, int minutes)
 {
-    return date.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" %1:%2:00")
-        .arg(8 + minutes / 60 % 10, 2, 10, QLatin1Char('0')).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    return date.toString(QStringLiteral("yyyy-MM-dd"))
+        + QStringLiteral(" %1:%2:00")
+              .arg(8 + minutes / 60 % 10, 2, 10, QLatin1Char('0'))
+              .arg(minutes % 60, 2, 10, QLatin1Char('0'));
 }
 
 } // namespace
@@ -39,8 +41,7 @@ TreeWriter::TreeWriter(DemoContext &context, int company)
           " GD02_IDLOCALIZZATA_LP09, GD02_INDEREPROMO, gd02_guid, GD02_DATACRE, GD02_GRUPPOCRE,"
           " GD02_UTENTECRE, GD02_DATAVAR, GD02_GRUPPOVAR, GD02_UTENTEVAR)"
           " VALUES (?, ?, ?, ?, ?, 0, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")))
-{
-}
+{ }
 
 int TreeWriter::writeType(const TypeSpec &type)
 {
@@ -126,10 +127,10 @@ DemoNode TreeWriter::writeNode(int typeId, int kind, const TreeShape &shape, con
     if (parent || !shape.nullParentRoots)
         parentValue = node.parentId;
     m_node.insert(typeId, parentValue, m_company, kind, subject.code, node.state, sqlDate(node.start),
-                  sqlDate(node.end), billingRule, billingSubject,
-                  description.isEmpty() ? QString() : description, structural, localised, node.promoRule,
-                  node.guid, stamp(created, random.between(0, 599)), "COMMERCIALE", user,
-                  stamp(created.addDays(random.between(0, 300)), random.between(0, 599)), "COMMERCIALE", user);
+                  sqlDate(node.end), billingRule, billingSubject, description.isEmpty() ? QString() : description,
+                  structural, localised, node.promoRule, node.guid, stamp(created, random.between(0, 599)),
+                  "COMMERCIALE", user, stamp(created.addDays(random.between(0, 300)), random.between(0, 599)),
+                  "COMMERCIALE", user);
     node.id = int(m_context.file.lastInsertId());
     return node;
 }

@@ -14,20 +14,20 @@ struct TypeSpec
 {
     const char *code;
     const char *description;
-    int kind = 0;                       // GD01_INDTIPOSOGG
-    std::optional<int> divisionId;      // GD01_IDDIV_CO1A
-    std::optional<int> priorityId;      // GD01_ID_LP09
+    int kind = 0;                  // GD01_INDTIPOSOGG
+    std::optional<int> divisionId; // GD01_IDDIV_CO1A
+    std::optional<int> priorityId; // GD01_ID_LP09
 };
 
 struct TreeShape
 {
     int roots = 1;
-    int levels = 3;                      // 3 means roots, children and grandchildren
+    int levels = 3; // 3 means roots, children and grandchildren
     int minFanout = 2;
     int maxFanout = 4;
-    bool nullParentRoots = false;        // roots written with a NULL parent instead of 0
-    std::optional<int> structuralPriorityId;   // set on roots and on some nodes
-    std::optional<int> northPriorityId;        // localised priorities by the subject's place
+    bool nullParentRoots = false;            // roots written with a NULL parent instead of 0
+    std::optional<int> structuralPriorityId; // set on roots and on some nodes
+    std::optional<int> northPriorityId;      // localised priorities by the subject's place
     std::optional<int> southPriorityId;
 };
 
@@ -40,9 +40,9 @@ struct DemoNode
     char macroArea = 'N';
     QDate start;
     QDate end;
-    int promoRule = 0;                   // GD02_INDEREPROMO
+    int promoRule = 0; // GD02_INDEREPROMO
     QString guid;
-    int state = 0;                       // GD02_ID_WF02
+    int state = 0; // GD02_ID_WF02
 };
 
 // Writes classification types and their trees of nodes, with the node fields a real company

@@ -12,8 +12,7 @@ QString readResource(const QString &name)
 {
     QFile file(QStringLiteral(":/db/") + name);
     if (!file.open(QIODevice::ReadOnly)) {
-        db::DbError error{QStringLiteral("Script incorporato non trovato: ") + name,
-                          QStringLiteral("SQLite"), {}, 0};
+        db::DbError error {QStringLiteral("Script incorporato non trovato: ") + name, QStringLiteral("SQLite"), {}, 0};
         throw db::DatabaseError({error});
     }
     return QString::fromUtf8(file.readAll());

@@ -10,7 +10,7 @@ namespace dbsetup {
 inline constexpr int kSchemaVersion = 1;
 
 // Scripts embedded through db.qrc (SQLite dialect).
-QString sqliteSchemaScript();    // schema_sqlite.sql
-QString demoReferenceScript();   // demo_reference.sql
+QString sqliteSchemaScript();  // schema_sqlite.sql
+QString demoReferenceScript(); // demo_reference.sql
 
 } // namespace dbsetup

@@ -26,7 +26,7 @@ constexpr int kStartMonths = 60; // roots start in one of the months of 2020..20
 
 struct NodeShape
 {
-    std::vector<int> parent;   // 0-based index of the parent, -1 for a root
+    std::vector<int> parent; // 0-based index of the parent, -1 for a root
     std::vector<int> level;
 };
 
@@ -105,7 +105,8 @@ void writeNodes(DemoContext &context, const CompanyReference &reference, const N
         " GD02_TIPOANAGFATT, GD02_CLIFORFATT_CG44, GD02_DESCR, GD02_IDSTRUTTURA_LP09,"
         " GD02_IDLOCALIZZATA_LP09, GD02_INDEREPROMO, gd02_guid, GD02_DATACRE, GD02_GRUPPOCRE,"
         " GD02_UTENTECRE, GD02_DATAVAR, GD02_GRUPPOVAR, GD02_UTENTEVAR)"
-        " VALUES (?, ?, ?, ?, ?, ?, 0, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 'COMMERCIALE', 'admin', ?, 'COMMERCIALE', 'admin')"));
+        " VALUES (?, ?, ?, ?, ?, ?, 0, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 'COMMERCIALE', 'admin', ?, 'COMMERCIALE', "
+        "'admin')"));
 
     std::vector<std::uint8_t> startMonth(static_cast<std::size_t>(nodes));
     std::vector<std::uint8_t> shortPeriod(static_cast<std::size_t>(nodes));
@@ -119,7 +120,8 @@ void writeNodes(DemoContext &context, const CompanyReference &reference, const N
             shortPeriod[std::size_t(i)] = random.chance(10);
         } else {
             const int inherited = startMonth[std::size_t(parent)];
-            startMonth[std::size_t(i)] = std::uint8_t(random.chance(80) ? inherited : random.between(inherited, std::min(inherited + 12, kStartMonths - 1)));
+            startMonth[std::size_t(i)] = std::uint8_t(
+                random.chance(80) ? inherited : random.between(inherited, std::min(inherited + 12, kStartMonths - 1)));
             shortPeriod[std::size_t(i)] = shortPeriod[std::size_t(parent)];
         }
         const DemoSubject &subject = subjects[std::size_t(i) % subjects.size()];
@@ -181,7 +183,8 @@ void writeNodes(DemoContext &context, const CompanyReference &reference, const N
 
 void removeDatabaseFiles(const QString &path)
 {
-    for (const QString &suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")})
+    for (const QString &suffix :
+         {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")})
         QFile::remove(path + suffix);
 }
 
@@ -200,7 +203,10 @@ void writeLargeDatabase(const QString &path, int subjects, int nodes, int depth,
         const std::vector<DemoSubject> customers = subjectWriter.write({kLargeDatabaseKind, 1, subjects, 95});
 
         TreeWriter trees(context, kLargeDatabaseCompany);
-        trees.writeType({kLargeDatabaseTypeCode, "Distinta clienti di grandi dimensioni", kLargeDatabaseKind, {},
+        trees.writeType({kLargeDatabaseTypeCode,
+                         "Distinta clienti di grandi dimensioni",
+                         kLargeDatabaseKind,
+                         {},
                          reference.priorityIds.at(QStringLiteral("GDO"))});
         const QString typeGuid = trees.lastTypeGuid();
 
@@ -249,7 +255,9 @@ void generateLargeDatabase(const QString &path, int subjects, int nodes, int dep
     if (!QFile::rename(building, path)) {
         removeDatabaseFiles(building);
         throw db::DatabaseError({{QStringLiteral("Impossibile rinominare il database generato in ") + path,
-                                  QStringLiteral("SQLite"), {}, 0}});
+                                  QStringLiteral("SQLite"),
+                                  {},
+                                  0}});
     }
 }
 
@@ -260,8 +268,9 @@ bool isCompleteLargeDatabase(const QString &path, int nodes)
     try {
         SqliteFile file(path, SqliteFile::Access::ReadOnly);
         return file.scalar(QStringLiteral("PRAGMA user_version")) == kSchemaVersion
-               && file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = %1")
-                                  .arg(kLargeDatabaseTypeId)) == nodes;
+            && file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = %1")
+                               .arg(kLargeDatabaseTypeId))
+            == nodes;
     } catch (const db::DatabaseError &) {
         return false;
     }

@@ -6,8 +6,8 @@ namespace dbsetup {
 
 // Where the large tree lives in a generated database.
 inline constexpr int kLargeDatabaseCompany = 1;
-inline constexpr int kLargeDatabaseKind = 0;       // customers
-inline constexpr int kLargeDatabaseTypeId = 1;     // GD01_ID of its only classification type
+inline constexpr int kLargeDatabaseKind = 0;   // customers
+inline constexpr int kLargeDatabaseTypeId = 1; // GD01_ID of its only classification type
 inline constexpr const char *kLargeDatabaseTypeCode = "CLI-GRANDE";
 
 // Writes a database for benchmarks at path (replacing any file there): the schema, the demo's

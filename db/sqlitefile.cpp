@@ -14,8 +14,7 @@ namespace {
 [[noreturn]] void throwSqliteError(sqlite3 *handle, int code, const QString &statement)
 {
     db::DbError error;
-    error.description = handle ? QString::fromUtf8(sqlite3_errmsg(handle))
-                               : QString::fromUtf8(sqlite3_errstr(code));
+    error.description = handle ? QString::fromUtf8(sqlite3_errmsg(handle)) : QString::fromUtf8(sqlite3_errstr(code));
     error.source = QStringLiteral("SQLite");
     error.nativeError = code;
     throw db::DatabaseError({error}, statement);
@@ -25,11 +24,11 @@ bool isCreateIndex(const QString &sql)
 {
     // The statement's text may begin with the comment lines written above it.
     QStringList lines = sql.split(QLatin1Char('\n'));
-    while (!lines.isEmpty() && (lines.first().trimmed().startsWith(QLatin1String("--")) || lines.first().trimmed().isEmpty()))
+    while (!lines.isEmpty()
+           && (lines.first().trimmed().startsWith(QLatin1String("--")) || lines.first().trimmed().isEmpty()))
         lines.removeFirst();
     const QString text = lines.join(QLatin1Char(' ')).simplified().toUpper();
-    return text.startsWith(QLatin1String("CREATE INDEX"))
-        || text.startsWith(QLatin1String("CREATE UNIQUE INDEX"));
+    return text.startsWith(QLatin1String("CREATE INDEX")) || text.startsWith(QLatin1String("CREATE UNIQUE INDEX"));
 }
 
 } // namespace
@@ -51,7 +50,8 @@ SqliteStatement::~SqliteStatement()
 }
 
 SqliteStatement::SqliteStatement(SqliteStatement &&other) noexcept
-    : m_handle(other.m_handle), m_statement(other.m_statement)
+    : m_handle(other.m_handle)
+    , m_statement(other.m_statement)
 {
     other.m_statement = nullptr;
 }
@@ -188,8 +188,7 @@ SqliteFile::SqliteFile(const QString &path, Access access)
                                          : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_close(m_handle);
         m_handle = nullptr;
-        db::DbError error{message + QStringLiteral(" (") + path + QLatin1Char(')'),
-                          QStringLiteral("SQLite"), {}, rc};
+        db::DbError error {message + QStringLiteral(" (") + path + QLatin1Char(')'), QStringLiteral("SQLite"), {}, rc};
         throw db::DatabaseError({error});
     }
     sqlite3_busy_timeout(m_handle, 10000);

@@ -27,7 +27,7 @@ public:
     void bind(int index, int value);
     void bind(int index, std::int64_t value);
     void bind(int index, double value);
-    void bind(int index, const char *asciiText);   // copied by SQLite
+    void bind(int index, const char *asciiText); // copied by SQLite
     void bind(int index, const QString &text);
     void bind(int index, const std::optional<int> &value);
     void bind(int index, const std::optional<QString> &value);
@@ -100,7 +100,10 @@ void inTransaction(SqliteFile &file, Body &&body)
     try {
         body();
     } catch (...) {
-        try { file.exec(QStringLiteral("ROLLBACK")); } catch (...) {}
+        try {
+            file.exec(QStringLiteral("ROLLBACK"));
+        } catch (...) {
+        }
         throw;
     }
     file.exec(QStringLiteral("COMMIT"));

@@ -26,8 +26,7 @@ const QString missingLogService = QStringLiteral("Classe Log non settata");
 
 FormFrame::FormFrame(QWidget *parent)
     : QWidget(parent)
-{
-}
+{ }
 
 FormFrame::~FormFrame()
 {
@@ -125,8 +124,7 @@ void FormFrame::Form_Activate()
     if (!m_firstActivation || m_activating || m_unloaded)
         return;
     m_activating = true;
-    const bool ready = step(QStringLiteral("Form_Activate"), [this] { takeHostConnection(); })
-                       && activateForm();
+    const bool ready = step(QStringLiteral("Form_Activate"), [this] { takeHostConnection(); }) && activateForm();
     if (ready) {
         m_firstActivation = false;
         if (m_recordFrame && m_recordFrame->recordset() && !m_recordFrame->recordset()->isEmpty())
@@ -225,7 +223,7 @@ void FormFrame::Form_UnLoad()
     quietly([this] { release(Release::GridWrapper); });
     m_entryClass.reset();
     m_activeDll.reset();
-    delete m_recordFrame;          // the main recordset goes with its frame
+    delete m_recordFrame; // the main recordset goes with its frame
     quietly([this] { release(Release::HelperObjects); });
     m_connection.reset();
     m_hostConnection.reset();
@@ -289,12 +287,9 @@ bool FormFrame::step(const QString &procedure, const std::function<void()> &stat
             description = QString::fromUtf8(error.what());
         }
         switch (ErrorHandler(procedure, description, databaseErrors)) {
-        case fw::Answer::Retry:
-            continue;
-        case fw::Answer::Ignore:
-            return true;
-        default:
-            return false;
+        case fw::Answer::Retry: continue;
+        case fw::Answer::Ignore: return true;
+        default: return false;
         }
     }
 }
@@ -350,8 +345,7 @@ int FormFrame::ErrorHandler(const QString &procedure, const QString &description
     if (m_connection) {
         // The connection's list, as the failing statement left it; a failure raised elsewhere
         // (another connection, a recordset) brings its own list.
-        const QList<db::DbError> errors = m_connection->errors().isEmpty() ? databaseErrors
-                                                                            : m_connection->errors();
+        const QList<db::DbError> errors = m_connection->errors().isEmpty() ? databaseErrors : m_connection->errors();
         if (!errors.isEmpty())
             log->logDatabaseErrors(errors);
         m_connection->clearErrors();

@@ -21,7 +21,7 @@ class LogService;
 class ModuleManager;
 class RecordFrame;
 class ScriptObjectModel;
-}
+} // namespace fw
 
 // What every form of the module repeats: it takes the host's objects from the entry class,
 // opens its own connection on first activation, tells the host's script layer when it opens and
@@ -47,10 +47,10 @@ public:
     fw::Cinterface *entryClass() const;
 
     // --- what the host's navigator reads from the form
-    virtual QString formIdentifier() const;       // the object name, "FRMGD_..."
+    virtual QString formIdentifier() const; // the object name, "FRMGD_..."
     virtual QObject *layoutObject();
     virtual QObject *scriptObject();
-    virtual QObject *secondScriptObject();        // null when the form exposes one object only
+    virtual QObject *secondScriptObject(); // null when the form exposes one object only
 
     // --- display
     // Inside the shell's MDI area when activeFrame is one, else as a window of its own.
@@ -62,10 +62,10 @@ public:
     void Form_Load();
     void Form_Activate();
     void InizializzaScriptLayout();
-    QVariant ExecuteFormEvent(const QString &name);   // "tsOpen" or "tsClose"
+    QVariant ExecuteFormEvent(const QString &name); // "tsOpen" or "tsClose"
     bool EseguiQuery();
-    void workingCompanyChanged() override;           // the company-change operation
-    bool Form_QueryUnload();                         // returns cancel
+    void workingCompanyChanged() override; // the company-change operation
+    bool Form_QueryUnload();               // returns cancel
     void Form_UnLoad();
     // Closes the form's window as the user would; true when the form unloaded.
     bool unload();
@@ -90,9 +90,9 @@ public:
     // --- messages and questions, through the host's log service with the form's caption
     // The Answer chosen; No without a log service. The title is the form's caption unless given.
     int message(const QString &text, int style, const QString &title = {}) const;
-    void avviso(const QString &text) const;              // OK, exclamation icon
-    void notifica(const QString &text) const;            // OK, information icon
-    int domanda(const QString &text) const;              // Yes/No with No as the default
+    void avviso(const QString &text) const;   // OK, exclamation icon
+    void notifica(const QString &text) const; // OK, information icon
+    int domanda(const QString &text) const;   // Yes/No with No as the default
 
     // --- the host's services
     // A text of the host's dictionary by its identifier, or the default; a text translated.
@@ -118,18 +118,18 @@ protected:
     enum class Release { GridWrapper, HelperObjects, FrameworkObjects };
 
     // Form_Load's own part (sizes, combos); runs under step("Form_Load").
-    virtual void loadForm() {}
+    virtual void loadForm() { }
     // The first activation's own part, after the connection is open; false leaves Form_Activate
     // with the first-activation flag still set.
     virtual bool activateForm() { return true; }
     // EseguiQuery's fixed filter fields, written into the current row before the query.
-    virtual void writeFixedFilterFields(db::Recordset &) {}
+    virtual void writeFixedFilterFields(db::Recordset &) { }
     // The message of the company-change operation; empty for forms without it.
     virtual QString companyChangeText() const { return {}; }
     // First step of Form_UnLoad: tell the opener, drop navigator links.
-    virtual void formClosing() {}
+    virtual void formClosing() { }
     // Releases the form's own objects at their place in Form_UnLoad's order.
-    virtual void release(Release) {}
+    virtual void release(Release) { }
     // Forms that borrow another form's log service report no missing one.
     virtual bool reportsMissingLogService() const { return true; }
     // A statement on the record frame's row (leaving, saving or closing it, reading it again),

@@ -7,7 +7,7 @@ namespace fw {
 
 // A reference to an object seen through one of its contracts. When the object is a QObject the
 // reference empties itself on the object's destruction, as a counted reference never dangles.
-template <typename Contract>
+template<typename Contract>
 class ContractPointer
 {
 public:

@@ -123,8 +123,7 @@ QVariant toFieldValue(const QVariant &value, db::FieldType type)
         const QDate date = QDate::fromString(value.toString().trimmed(), db::dayFormat);
         return date.isValid() ? QVariant(QDateTime(date, QTime(0, 0))) : value;
     }
-    default:
-        return value;
+    default: return value;
     }
 }
 
@@ -144,10 +143,8 @@ bool sameValue(const QVariant &typed, const QVariant &stored, db::FieldType type
         const double b = stored.toDouble(&okStored);
         return okTyped && okStored && a == b;
     }
-    case db::FieldType::DateTime:
-        return converted.toDateTime() == stored.toDateTime();
-    default:
-        return converted.toString().trimmed().compare(stored.toString().trimmed(), Qt::CaseInsensitive) == 0;
+    case db::FieldType::DateTime: return converted.toDateTime() == stored.toDateTime();
+    default: return converted.toString().trimmed().compare(stored.toString().trimmed(), Qt::CaseInsensitive) == 0;
     }
 }
 

@@ -11,14 +11,14 @@ namespace fw {
 // leaves the style's own.
 struct GridColors
 {
-    QColor header;            // header and band background
-    QColor headerText;        // header and band captions
-    QColor text;              // cell text
+    QColor header;     // header and band background
+    QColor headerText; // header and band captions
+    QColor text;       // cell text
     QColor gridLines;
-    QColor highlight;         // the selected row while the view has the focus
+    QColor highlight; // the selected row while the view has the focus
     QColor highlightText;
-    QColor hideSelection;     // the selected row while the view has not the focus
-    QColor footer;            // kept for a footer panel; no view shows one
+    QColor hideSelection; // the selected row while the view has not the focus
+    QColor footer;        // kept for a footer panel; no view shows one
 };
 
 // The cell text and selection colours, through the view's palette. Without the focus the

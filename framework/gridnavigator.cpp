@@ -24,8 +24,10 @@ GridNavigator::GridNavigator(QWidget *parent)
     layout->setSpacing(2);
     QStyle *style = QApplication::style();
     addButton(QStringLiteral("primo"), QStringLiteral("Primo"), style->standardIcon(QStyle::SP_MediaSkipBackward));
-    addButton(QStringLiteral("precedente"), QStringLiteral("Precedente"), style->standardIcon(QStyle::SP_MediaSeekBackward));
-    addButton(QStringLiteral("successivo"), QStringLiteral("Successivo"), style->standardIcon(QStyle::SP_MediaSeekForward));
+    addButton(QStringLiteral("precedente"), QStringLiteral("Precedente"),
+              style->standardIcon(QStyle::SP_MediaSeekBackward));
+    addButton(QStringLiteral("successivo"), QStringLiteral("Successivo"),
+              style->standardIcon(QStyle::SP_MediaSeekForward));
     addButton(QStringLiteral("ultimo"), QStringLiteral("Ultimo"), style->standardIcon(QStyle::SP_MediaSkipForward));
     layout->addSpacing(8);
     addButton(QStringLiteral("Nuovo"), {}, {});
@@ -160,7 +162,9 @@ void GridNavigator::updateButtons()
     const int count = rows ? rows->recordCount() : 0;
     const int row = rows ? rows->currentRow() : -1;
     const int state = m_frame ? m_frame->state() : RecordFrame::Browse;
-    const auto enable = [this](const char *key, bool enabled) { m_buttons.value(QLatin1String(key))->setEnabled(enabled); };
+    const auto enable = [this](const char *key, bool enabled) {
+        m_buttons.value(QLatin1String(key))->setEnabled(enabled);
+    };
     enable("primo", count > 0 && row != 0);
     enable("precedente", count > 0 && row > 0);
     enable("successivo", count > 0 && row < count - 1);

@@ -18,7 +18,7 @@ struct HostContext
 {
     GlobalServices *globals = nullptr;
     db::ConnectionPtr connection;
-    QObject *activeFrame = nullptr;         // the shell's MDI host
+    QObject *activeFrame = nullptr; // the shell's MDI host
     ActiveNavigator *navigator = nullptr;
     QObject *statusBar = nullptr;
     QString caption;

@@ -12,8 +12,7 @@ namespace fw {
 
 HostGlobalServices::HostGlobalServices()
     : m_translation(std::make_shared<DictionaryTranslationService>())
-{
-}
+{ }
 
 HostGlobalServices::~HostGlobalServices() = default;
 

@@ -35,9 +35,18 @@ public:
     void setVisibleDivisions(const QList<qint64> &divisions) { m_visibleDivisions = divisions; }
     void setTranslationService(std::shared_ptr<TranslationService> service) { m_translation = std::move(service); }
     void setModuleManager(ModuleManager *manager) { m_moduleManager = manager; }
-    void setLogServiceFactory(std::function<std::shared_ptr<LogService>()> factory) { m_logFactory = std::move(factory); }
-    void setThemeFactory(std::function<std::shared_ptr<ThemeService>()> factory) { m_themeFactory = std::move(factory); }
-    void setReportEngineFactory(std::function<std::unique_ptr<ReportEngine>()> factory) { m_reportFactory = std::move(factory); }
+    void setLogServiceFactory(std::function<std::shared_ptr<LogService>()> factory)
+    {
+        m_logFactory = std::move(factory);
+    }
+    void setThemeFactory(std::function<std::shared_ptr<ThemeService>()> factory)
+    {
+        m_themeFactory = std::move(factory);
+    }
+    void setReportEngineFactory(std::function<std::unique_ptr<ReportEngine>()> factory)
+    {
+        m_reportFactory = std::move(factory);
+    }
     void setWorkflowStateService(std::shared_ptr<WorkflowStateService> service) { m_workflow = std::move(service); }
 
 private:

@@ -25,8 +25,7 @@ bool readable(const QSettings &settings)
 LayoutMemory::LayoutMemory(const QString &settingsFile, const QString &user, const QString &window)
     : m_settingsFile(settingsFile)
     , m_group(QStringLiteral("utente_") + encoded(user) + QStringLiteral("/") + encoded(window))
-{
-}
+{ }
 
 QVariantList LayoutMemory::stored(const QStringList &keys) const
 {
@@ -58,7 +57,8 @@ void LayoutMemory::store(const QList<std::pair<QString, QVariant>> &values)
 
 QHash<QString, int> LayoutMemory::columnWidths(const QString &grid, const QStringList &columns) const
 {
-    const QVariantList values = stored({encoded(grid) + QStringLiteral("/colonne"), encoded(grid) + QStringLiteral("/larghezze")});
+    const QVariantList values = stored(
+        {encoded(grid) + QStringLiteral("/colonne"), encoded(grid) + QStringLiteral("/larghezze")});
     if (values.isEmpty())
         return {};
     const QStringList names = values.at(0).toStringList();
@@ -84,7 +84,8 @@ void LayoutMemory::rememberColumnWidths(const QString &grid, const QList<std::pa
         names << name;
         values << QString::number(width);
     }
-    store({{encoded(grid) + QStringLiteral("/colonne"), names}, {encoded(grid) + QStringLiteral("/larghezze"), values}});
+    store(
+        {{encoded(grid) + QStringLiteral("/colonne"), names}, {encoded(grid) + QStringLiteral("/larghezze"), values}});
 }
 
 QList<double> LayoutMemory::splitterShares() const
@@ -120,16 +121,16 @@ QSize LayoutMemory::windowSize() const
     if (parts.size() != 2)
         return {};
     const QSize size(parts.at(0).toInt(), parts.at(1).toInt());
-    return size.width() >= 200 && size.height() >= 150 && size.width() <= 20000 && size.height() <= 20000
-        ? size
-        : QSize();
+    return size.width() >= 200 && size.height() >= 150 && size.width() <= 20000 && size.height() <= 20000 ? size
+                                                                                                          : QSize();
 }
 
 void LayoutMemory::rememberWindowSize(const QSize &size)
 {
     if (!size.isValid())
         return;
-    store({{QStringLiteral("dimensioni"), QStringList{QString::number(size.width()), QString::number(size.height())}}});
+    store(
+        {{QStringLiteral("dimensioni"), QStringList {QString::number(size.width()), QString::number(size.height())}}});
 }
 
 QString LayoutMemory::defaultSettingsFile()

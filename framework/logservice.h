@@ -25,8 +25,8 @@ public:
 
     // Shows the errors recorded since the last dialog, for the procedure, and returns the
     // Answer chosen (Abort, Retry or Ignore with MessageStyle::ErrorDialog).
-    virtual int showErrorDialog(const QString &procedure, const QString &applicationTitle,
-                                const QString &caption, int style) = 0;
+    virtual int showErrorDialog(const QString &procedure, const QString &applicationTitle, const QString &caption,
+                                int style) = 0;
 };
 
 } // namespace fw

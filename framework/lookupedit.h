@@ -30,7 +30,7 @@ public:
     // Opens the list under the field; valueField names the column whose value is taken.
     LookupPopup *showLookup(const QString &name, const QString &title, db::RecordsetPtr rows,
                             const QList<RecordsetGridColumn> &columns, const QString &valueField);
-    LookupPopup *popup() const;   // the list open now; null when none
+    LookupPopup *popup() const; // the list open now; null when none
 
 signals:
     void lookupRequested();

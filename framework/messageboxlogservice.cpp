@@ -21,20 +21,16 @@ struct ButtonAnswer
 QList<ButtonAnswer> buttonsOf(int style)
 {
     switch (style & 0xF) {
-    case MessageStyle::OkCancel:
-        return {{QMessageBox::Ok, Answer::Ok}, {QMessageBox::Cancel, Answer::Cancel}};
+    case MessageStyle::OkCancel: return {{QMessageBox::Ok, Answer::Ok}, {QMessageBox::Cancel, Answer::Cancel}};
     case MessageStyle::AbortRetryIgnore:
-        return {{QMessageBox::Abort, Answer::Abort}, {QMessageBox::Retry, Answer::Retry},
+        return {{QMessageBox::Abort, Answer::Abort},
+                {QMessageBox::Retry, Answer::Retry},
                 {QMessageBox::Ignore, Answer::Ignore}};
     case MessageStyle::YesNoCancel:
-        return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No},
-                {QMessageBox::Cancel, Answer::Cancel}};
-    case MessageStyle::YesNo:
-        return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No}};
-    case MessageStyle::RetryCancel:
-        return {{QMessageBox::Retry, Answer::Retry}, {QMessageBox::Cancel, Answer::Cancel}};
-    default:
-        return {{QMessageBox::Ok, Answer::Ok}};
+        return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No}, {QMessageBox::Cancel, Answer::Cancel}};
+    case MessageStyle::YesNo: return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No}};
+    case MessageStyle::RetryCancel: return {{QMessageBox::Retry, Answer::Retry}, {QMessageBox::Cancel, Answer::Cancel}};
+    default: return {{QMessageBox::Ok, Answer::Ok}};
     }
 }
 
@@ -75,8 +71,7 @@ MessageBoxLogService::MessageBoxLogService() = default;
 
 MessageBoxLogService::MessageBoxLogService(std::shared_ptr<UnattendedRun> unattended)
     : m_unattended(std::move(unattended))
-{
-}
+{ }
 
 void MessageBoxLogService::logError(const QString &procedure, const QString &description)
 {
@@ -99,8 +94,7 @@ int MessageBoxLogService::showErrorDialog(const QString &procedure, const QStrin
     const QString text = pendingErrorText(procedure);
     m_errors.clear();
     m_databaseErrors.clear();
-    const QString title = caption.isEmpty() ? applicationTitle
-                                            : applicationTitle + QStringLiteral(" - ") + caption;
+    const QString title = caption.isEmpty() ? applicationTitle : applicationTitle + QStringLiteral(" - ") + caption;
     if (m_unattended) {
         m_unattended->fail(title + QStringLiteral(": ") + text);
         return Answer::Abort;
@@ -141,7 +135,7 @@ int MessageBoxLogService::ask(const QString &text, const QString &title, int sty
     // Closed with Escape or the title bar: the box's escape button, else its default.
     const int buttonSet = style & 0xF;
     const bool hasCancel = buttonSet == MessageStyle::OkCancel || buttonSet == MessageStyle::YesNoCancel
-                           || buttonSet == MessageStyle::RetryCancel;
+        || buttonSet == MessageStyle::RetryCancel;
     return hasCancel ? int(Answer::Cancel) : defaultAnswer(style);
 }
 

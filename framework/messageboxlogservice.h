@@ -25,8 +25,8 @@ public:
     void logError(const QString &procedure, const QString &description) override;
     void logDatabaseErrors(const QList<db::DbError> &errors) override;
     int showMessage(const QString &text, const QString &title, int style) override;
-    int showErrorDialog(const QString &procedure, const QString &applicationTitle,
-                        const QString &caption, int style) override;
+    int showErrorDialog(const QString &procedure, const QString &applicationTitle, const QString &caption,
+                        int style) override;
 
     // The answer a box of this style gives when its default button is taken.
     static int defaultAnswer(int style);
@@ -35,8 +35,8 @@ private:
     int ask(const QString &text, const QString &title, int style);
     QString pendingErrorText(const QString &procedure) const;
 
-    std::shared_ptr<UnattendedRun> m_unattended;   // null when a user answers
-    QList<QPair<QString, QString>> m_errors;   // procedure, description
+    std::shared_ptr<UnattendedRun> m_unattended; // null when a user answers
+    QList<QPair<QString, QString>> m_errors;     // procedure, description
     QList<db::DbError> m_databaseErrors;
 };
 

@@ -21,10 +21,10 @@ enum : int {
     DefaultButton3 = 512,
     SystemModal = 4096,
 
-    Warning = OkOnly + Exclamation,                                        // 48
-    Notice = OkOnly + Information,                                         // 64
-    YesNoWarning = YesNo + Exclamation + DefaultButton2,                   // 308
-    YesNoQuestion = YesNo + Question + DefaultButton2,                     // 292
+    Warning = OkOnly + Exclamation,                                           // 48
+    Notice = OkOnly + Information,                                            // 64
+    YesNoWarning = YesNo + Exclamation + DefaultButton2,                      // 308
+    YesNoQuestion = YesNo + Question + DefaultButton2,                        // 292
     ErrorDialog = AbortRetryIgnore + Critical + DefaultButton2 + SystemModal, // 4370
 };
 } // namespace MessageStyle

@@ -15,7 +15,7 @@ struct ContractReference
     QVariant ContrattoVer;
     QVariant ContrattoDes;
     QVariant IDCondizione;
-    bool premio = false;        // the condition is a bonus
+    bool premio = false; // the condition is a bonus
     QVariant CondizioneCod;
 };
 

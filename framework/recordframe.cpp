@@ -19,8 +19,7 @@ const QString pendingChangesQuestion = QStringLiteral("I dati sono stati modific
 RecordFrame::RecordFrame(db::ConnectionPtr connection, QObject *parent)
     : QObject(parent)
     , m_connection(std::move(connection))
-{
-}
+{ }
 
 RecordFrame::~RecordFrame()
 {
@@ -170,7 +169,8 @@ bool RecordFrame::update()
     if (cancel)
         return false;
     if (!m_unconverted.isEmpty())
-        throw db::DatabaseError({{.description = m_unconverted.cbegin().value(), .source = QStringLiteral("Recordset")}});
+        throw db::DatabaseError(
+            {{.description = m_unconverted.cbegin().value(), .source = QStringLiteral("Recordset")}});
     m_recordset->update();
     m_typed = false;
     refreshControls();
@@ -220,18 +220,14 @@ bool RecordFrame::mayClose()
             undo();
         return true;
     }
-    const int answer = m_log ? m_log->showMessage(pendingChangesQuestion, m_title,
-                                                  MessageStyle::YesNoCancel + MessageStyle::Question
-                                                      + MessageStyle::DefaultButton3)
-                             : int(Answer::No);
+    const int answer = m_log
+        ? m_log->showMessage(pendingChangesQuestion, m_title,
+                             MessageStyle::YesNoCancel + MessageStyle::Question + MessageStyle::DefaultButton3)
+        : int(Answer::No);
     switch (answer) {
-    case Answer::Yes:
-        return update();
-    case Answer::No:
-        undo();
-        return true;
-    default:
-        return false;
+    case Answer::Yes: return update();
+    case Answer::No: undo(); return true;
+    default: return false;
     }
 }
 
@@ -287,9 +283,8 @@ void RecordFrame::controlEdited(QWidget *control)
         const int index = m_recordset->fieldIndex(binding.fieldName);
         if (index < 0)
             continue;
-        const QVariant value = controlvalue::toFieldValue(controlvalue::read(control),
-                                                          m_recordset->field(index).type);
-        m_filling = true;   // the row change must not echo back into the control being typed in
+        const QVariant value = controlvalue::toFieldValue(controlvalue::read(control), m_recordset->field(index).type);
+        m_filling = true; // the row change must not echo back into the control being typed in
         try {
             m_recordset->setValue(index, value);
             m_unconverted.remove(control);

@@ -112,8 +112,8 @@ private:
     QString m_sql;
     QString m_keyField;
     int m_state = Browse;
-    bool m_typed = false;         // a control changed the new row
-    bool m_filling = false;       // controls are being filled from the row
+    bool m_typed = false;   // a control changed the new row
+    bool m_filling = false; // controls are being filled from the row
     // Controls whose text does not convert to their field's type, with the reason: the row
     // keeps its value and a save is refused while any is left.
     QHash<QWidget *, QString> m_unconverted;

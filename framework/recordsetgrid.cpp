@@ -27,9 +27,8 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
 
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
-        emit headerClicked(m_model->column(section).key);
-    });
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int section) { emit headerClicked(m_model->column(section).key); });
     followSelection();
     connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyWidths);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
@@ -67,7 +66,8 @@ RecordsetGridFilterModel *RecordsetGrid::enableRowFilter(const QStringList &filt
 void RecordsetGrid::sortByHeading(int section)
 {
     const QString key = m_model->column(section).key;
-    if (m_unsortedKeys.contains(key, Qt::CaseInsensitive) || m_model->column(section).kind == RecordsetGridColumn::Kind::Button)
+    if (m_unsortedKeys.contains(key, Qt::CaseInsensitive)
+        || m_model->column(section).kind == RecordsetGridColumn::Kind::Button)
         return;
     const Qt::SortOrder order = m_filter->sortColumn() == section && m_filter->sortOrder() == Qt::AscendingOrder
         ? Qt::DescendingOrder

@@ -28,7 +28,7 @@ public:
     void setRecordset(db::RecordsetPtr recordset);
     db::RecordsetPtr recordset() const;
 
-    int columnOf(const QString &key) const;   // -1 when not shown
+    int columnOf(const QString &key) const; // -1 when not shown
     RecordsetGridModel *gridModel() const { return m_model; }
 
     // Rows narrowed by a text over the columns filterKeys and ordered by a click on a heading
@@ -36,7 +36,7 @@ public:
     // keeps its rows and order; the rows reported by the signals are still the recordset's.
     RecordsetGridFilterModel *enableRowFilter(const QStringList &filterKeys, const QStringList &unsortedKeys);
     RecordsetGridFilterModel *rowFilter() const { return m_filter; }
-    int recordsetRow(const QModelIndex &viewIndex) const;   // -1 for none
+    int recordsetRow(const QModelIndex &viewIndex) const; // -1 for none
     QModelIndex viewIndex(int recordsetRow, int column) const;
 
     // Asked before the user's choice of another row moves the recordset; false keeps the

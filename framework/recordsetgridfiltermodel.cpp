@@ -54,8 +54,7 @@ int compareKeys(const SortKey &a, const SortKey &b)
 
 RecordsetGridFilterModel::RecordsetGridFilterModel(QObject *parent)
     : QAbstractProxyModel(parent)
-{
-}
+{ }
 
 void RecordsetGridFilterModel::setSourceModel(QAbstractItemModel *source)
 {

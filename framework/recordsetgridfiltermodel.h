@@ -42,7 +42,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
-    void rebuild();                 // order and filter again, as one reset
+    void rebuild(); // order and filter again, as one reset
     void applyOrderAndFilter();
     void forgetTexts();
     void collectTexts();
@@ -54,7 +54,7 @@ private:
     QString m_filterText;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
-    std::vector<QString> m_texts;   // per source row: the filter columns' texts, case-folded
+    std::vector<QString> m_texts; // per source row: the filter columns' texts, case-folded
     bool m_textsValid = false;
     QList<int> m_textFields;        // recordset fields of the filter columns
     std::vector<int> m_order;       // source rows in the chosen order

@@ -6,8 +6,7 @@ namespace fw {
 
 RecordsetGridModel::RecordsetGridModel(QObject *parent)
     : QAbstractTableModel(parent)
-{
-}
+{ }
 
 RecordsetGridModel::~RecordsetGridModel()
 {
@@ -70,22 +69,22 @@ void RecordsetGridModel::watchRecordset()
     db::Recordset *source = m_recordset.get();
     if (!source)
         return;
-    m_connections
-        << connect(source, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); })
-        << connect(source, &QAbstractItemModel::modelReset, this, [this] { endResetModel(); })
-        << connect(source, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] { beginResetModel(); })
-        << connect(source, &QAbstractItemModel::layoutChanged, this, [this] { endResetModel(); })
-        << connect(source, &QAbstractItemModel::rowsAboutToBeInserted, this,
-                   [this](const QModelIndex &, int first, int last) { beginInsertRows({}, first, last); })
-        << connect(source, &QAbstractItemModel::rowsInserted, this, [this] { endInsertRows(); })
-        << connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
-                   [this](const QModelIndex &, int first, int last) { beginRemoveRows({}, first, last); })
-        << connect(source, &QAbstractItemModel::rowsRemoved, this, [this] { endRemoveRows(); })
-        << connect(source, &QAbstractItemModel::dataChanged, this,
-                   [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
-                       if (columnCount() > 0)
-                           emit dataChanged(index(topLeft.row(), 0), index(bottomRight.row(), columnCount() - 1));
-                   });
+    m_connections << connect(source, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); })
+                  << connect(source, &QAbstractItemModel::modelReset, this, [this] { endResetModel(); })
+                  << connect(source, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] { beginResetModel(); })
+                  << connect(source, &QAbstractItemModel::layoutChanged, this, [this] { endResetModel(); })
+                  << connect(source, &QAbstractItemModel::rowsAboutToBeInserted, this,
+                             [this](const QModelIndex &, int first, int last) { beginInsertRows({}, first, last); })
+                  << connect(source, &QAbstractItemModel::rowsInserted, this, [this] { endInsertRows(); })
+                  << connect(source, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+                             [this](const QModelIndex &, int first, int last) { beginRemoveRows({}, first, last); })
+                  << connect(source, &QAbstractItemModel::rowsRemoved, this, [this] { endRemoveRows(); })
+                  << connect(source, &QAbstractItemModel::dataChanged, this,
+                             [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
+                                 if (columnCount() > 0)
+                                     emit dataChanged(index(topLeft.row(), 0),
+                                                      index(bottomRight.row(), columnCount() - 1));
+                             });
 }
 
 int RecordsetGridModel::rowCount(const QModelIndex &parent) const
@@ -111,8 +110,7 @@ QVariant RecordsetGridModel::data(const QModelIndex &index, int role) const
         return c.background.isValid() ? QVariant(QBrush(c.background)) : QVariant();
     const int field = fieldOf(index.column());
     switch (c.kind) {
-    case RecordsetGridColumn::Kind::Button:
-        return role == Qt::DisplayRole ? QVariant(c.heading()) : QVariant();
+    case RecordsetGridColumn::Kind::Button: return role == Qt::DisplayRole ? QVariant(c.heading()) : QVariant();
     case RecordsetGridColumn::Kind::Check:
         if (role != Qt::CheckStateRole || field < 0)
             return {};

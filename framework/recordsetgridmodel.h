@@ -30,7 +30,7 @@ public:
     void setRecordset(db::RecordsetPtr recordset);
     const db::RecordsetPtr &recordset() const { return m_recordset; }
 
-    int columnOf(const QString &key) const;   // case-insensitive; -1 when not shown
+    int columnOf(const QString &key) const; // case-insensitive; -1 when not shown
     // What each column holds, shown over its heading; by column key, kept across setColumns().
     void setHeadingToolTips(const QHash<QString, QString> &byKey);
 

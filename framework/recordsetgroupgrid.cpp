@@ -72,7 +72,7 @@ void RecordsetGroupGrid::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
-    if (event->key() == Qt::Key_Escape) {   // the form's to close
+    if (event->key() == Qt::Key_Escape) { // the form's to close
         event->ignore();
         return;
     }

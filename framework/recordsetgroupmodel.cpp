@@ -17,8 +17,7 @@ constexpr quintptr headingId = 0;
 
 RecordsetGroupModel::RecordsetGroupModel(QObject *parent)
     : QAbstractItemModel(parent)
-{
-}
+{ }
 
 RecordsetGroupModel::~RecordsetGroupModel() = default;
 

@@ -34,7 +34,7 @@ public:
     // The recordset row an index stands for; a heading stands for its group's first row.
     int recordsetRow(const QModelIndex &index) const;
     QModelIndex indexOfRow(int recordsetRow, int column = 0) const;
-    int columnOf(const QString &key) const;   // case-insensitive; -1 when not declared
+    int columnOf(const QString &key) const; // case-insensitive; -1 when not declared
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
     QModelIndex parent(const QModelIndex &child) const override;
@@ -48,7 +48,7 @@ private:
     struct Group
     {
         QString text;
-        QList<int> rows;          // recordset rows, in order
+        QList<int> rows; // recordset rows, in order
     };
 
     void rebuild();
@@ -58,8 +58,8 @@ private:
     QString m_groupField;
     db::RecordsetPtr m_recordset;
     QList<Group> m_groups;
-    QList<int> m_groupOfRow;      // by recordset row
-    QList<int> m_positionOfRow;   // position of the row within its group
+    QList<int> m_groupOfRow;    // by recordset row
+    QList<int> m_positionOfRow; // position of the row within its group
 };
 
 } // namespace fw

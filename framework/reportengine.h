@@ -19,11 +19,11 @@ public:
     using QObject::QObject;
 
     virtual void setTitle(const QString &title) = 0;
-    virtual void setReportFile(const QString &fileName) = 0;   // looked up in the host's report folder
+    virtual void setReportFile(const QString &fileName) = 0; // looked up in the host's report folder
     virtual void setConnection(const db::ConnectionPtr &connection) = 0;
     virtual void setQuery(const QString &sql) = 0;
     virtual void setRunMode(RunMode mode) = 0;
-    virtual void setOutputFile(const QString &path) = 0;       // for RunMode::Pdf
+    virtual void setOutputFile(const QString &path) = 0; // for RunMode::Pdf
 
     // Values of the template's parameter fields; meant for BeforePrintReport.
     virtual void setParameter(const QString &name, const QVariant &value) = 0;

@@ -12,8 +12,7 @@ SqlWorkflowStateService::SqlWorkflowStateService(db::ConnectionPtr connection, c
     : m_connection(std::move(connection))
     , m_user(user)
     , m_userGroup(userGroup)
-{
-}
+{ }
 
 QString SqlWorkflowStateService::GetDescrizioneStatoFromGUID(const QString &rowGuid)
 {
@@ -29,12 +28,12 @@ int SqlWorkflowStateService::GetDefaultFlussoStato(const QString &workflow)
 
 void SqlWorkflowStateService::ConfermaStato(const QString &rowGuid, int state)
 {
-    const int changed = m_connection->execute(workflowstatements::changeStateStatement(
-        rowGuid, state, QDateTime::currentDateTime(), m_userGroup, m_user));
+    const int changed = m_connection->execute(
+        workflowstatements::changeStateStatement(rowGuid, state, QDateTime::currentDateTime(), m_userGroup, m_user));
     if (changed > 0)
         return;
-    m_connection->execute(workflowstatements::insertStateStatement(rowGuid, state, QDateTime::currentDateTime(),
-                                                                   m_userGroup, m_user));
+    m_connection->execute(
+        workflowstatements::insertStateStatement(rowGuid, state, QDateTime::currentDateTime(), m_userGroup, m_user));
 }
 
 void SqlWorkflowStateService::DuplicaStato(const QString &fromGuid, const QString &toGuid)

@@ -23,7 +23,6 @@ public:
     std::optional<int> GetStatoFromGUID(const QString &rowGuid) override;
 
 private:
-
     db::ConnectionPtr m_connection;
     QString m_user;
     QString m_userGroup;

@@ -31,8 +31,8 @@ public:
     // The row shown; an empty guid shows no state and disables the control.
     void setGuid(const QString &rowGuid);
     QString guid() const { return m_guid; }
-    std::optional<int> state() const;          // the state selected, none when empty
-    QString stateDescription() const;          // as shown
+    std::optional<int> state() const; // the state selected, none when empty
+    QString stateDescription() const; // as shown
     bool hasService() const { return m_service != nullptr; }
     QComboBox *combo() const { return m_states; }
 
@@ -57,7 +57,7 @@ private:
     QString m_guid;
     QComboBox *m_states;
     bool m_upperCase = false;
-    bool m_showing = false;     // the code is changing the selection
+    bool m_showing = false; // the code is changing the selection
 };
 
 } // namespace fw

@@ -10,13 +10,15 @@ using db::quoted;
 QString stateDescriptionQuery(const QString &rowGuid)
 {
     return QStringLiteral("SELECT WF01_DESCR FROM WF02_STATORIGA INNER JOIN WF01_STATI ON WF02_ID_WF01 = WF01_ID"
-                          " WHERE WF02_GUID = %1").arg(quoted(rowGuid));
+                          " WHERE WF02_GUID = %1")
+        .arg(quoted(rowGuid));
 }
 
 QString defaultStateQuery(const QString &workflow)
 {
     return QStringLiteral("SELECT TOP 1 WF01_ID FROM WF01_STATI WHERE WF01_FLUSSO = %1 AND WF01_FLGDEFAULT = 1"
-                          " ORDER BY WF01_ORDINE").arg(quoted(workflow));
+                          " ORDER BY WF01_ORDINE")
+        .arg(quoted(workflow));
 }
 
 QString changeStateStatement(const QString &rowGuid, int state, const QDateTime &at, const QString &userGroup,
@@ -39,7 +41,8 @@ QString insertStateStatement(const QString &rowGuid, int state, const QDateTime 
 QString workflowStatesQuery(const QString &workflow)
 {
     return QStringLiteral("SELECT WF01_ID, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT FROM WF01_STATI"
-                          " WHERE WF01_FLUSSO = %1 ORDER BY WF01_ORDINE, WF01_ID").arg(quoted(workflow));
+                          " WHERE WF01_FLUSSO = %1 ORDER BY WF01_ORDINE, WF01_ID")
+        .arg(quoted(workflow));
 }
 
 QString rowStateQuery(const QString &rowGuid)

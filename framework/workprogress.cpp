@@ -8,7 +8,7 @@ namespace fw {
 
 namespace {
 
-constexpr int UpdateEveryMs = 100;   // repainting on every step would cost more than the work
+constexpr int UpdateEveryMs = 100; // repainting on every step would cost more than the work
 
 QString countText(const QString &label, int done, int total)
 {

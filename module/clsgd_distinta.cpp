@@ -11,7 +11,7 @@
 namespace {
 
 // Every member runs under its own trap: nothing fails towards the host.
-template <typename Statement>
+template<typename Statement>
 void trapped(Statement statement)
 {
     try {
@@ -32,8 +32,7 @@ qint16 toInteger16(qint32 value)
 CLSGD_DISTINTA::CLSGD_DISTINTA(QObject *parent)
     : QObject(parent)
     , m_activeDll(this)
-{
-}
+{ }
 
 CLSGD_DISTINTA::~CLSGD_DISTINTA()
 {
@@ -50,10 +49,22 @@ CLSGD_DISTINTA::~CLSGD_DISTINTA()
     m_form.clear();
 }
 
-void CLSGD_DISTINTA::setClsGlobal(fw::GlobalServices *services) { m_clsGlobal = services; }
-fw::GlobalServices *CLSGD_DISTINTA::ClsGlobal() const { return m_clsGlobal; }
-void CLSGD_DISTINTA::setActiveFrame(QObject *frame) { m_activeFrame = frame; }
-QObject *CLSGD_DISTINTA::ActiveFrame() const { return m_activeFrame; }
+void CLSGD_DISTINTA::setClsGlobal(fw::GlobalServices *services)
+{
+    m_clsGlobal = services;
+}
+fw::GlobalServices *CLSGD_DISTINTA::ClsGlobal() const
+{
+    return m_clsGlobal;
+}
+void CLSGD_DISTINTA::setActiveFrame(QObject *frame)
+{
+    m_activeFrame = frame;
+}
+QObject *CLSGD_DISTINTA::ActiveFrame() const
+{
+    return m_activeFrame;
+}
 
 void CLSGD_DISTINTA::setActiveNavigator(fw::ActiveNavigator *navigator)
 {
@@ -63,60 +74,140 @@ void CLSGD_DISTINTA::setActiveNavigator(fw::ActiveNavigator *navigator)
     m_activeNavigator = navigator;
     if (!navigator)
         return;
-    m_navigatorSubscription
-        << connect(navigator, &fw::ActiveNavigator::BeforeExportToOffice, this,
-                   &CLSGD_DISTINTA::ActiveNavigator_BeforeExportToOffice)
-        << connect(navigator, &fw::ActiveNavigator::InitializeLayoutObjectModel, this,
-                   &CLSGD_DISTINTA::ActiveNavigator_InitializeLayoutObjectModel)
-        << connect(navigator, &fw::ActiveNavigator::InitializeScriptObjectModel, this,
-                   &CLSGD_DISTINTA::ActiveNavigator_InitializeScriptObjectModel);
+    m_navigatorSubscription << connect(navigator, &fw::ActiveNavigator::BeforeExportToOffice, this,
+                                       &CLSGD_DISTINTA::ActiveNavigator_BeforeExportToOffice)
+                            << connect(navigator, &fw::ActiveNavigator::InitializeLayoutObjectModel, this,
+                                       &CLSGD_DISTINTA::ActiveNavigator_InitializeLayoutObjectModel)
+                            << connect(navigator, &fw::ActiveNavigator::InitializeScriptObjectModel, this,
+                                       &CLSGD_DISTINTA::ActiveNavigator_InitializeScriptObjectModel);
 }
 
-fw::ActiveNavigator *CLSGD_DISTINTA::ActiveNavigator() const { return m_activeNavigator; }
-void CLSGD_DISTINTA::setActiveDll(fw::Cinterface *contract) { m_activeDll = contract; }
-fw::Cinterface *CLSGD_DISTINTA::ActiveDll() const { return m_activeDll.get(); }
-void CLSGD_DISTINTA::setStatusBar(QObject *statusBar) { m_statusBar = statusBar; }
-QObject *CLSGD_DISTINTA::StatusBar() const { return m_statusBar; }
-void CLSGD_DISTINTA::setCanInsert(bool value) { m_canInsert = value; }
-bool CLSGD_DISTINTA::CanInsert() const { return m_canInsert; }
-void CLSGD_DISTINTA::setCanDelete(bool value) { m_canDelete = value; }
-bool CLSGD_DISTINTA::CanDelete() const { return m_canDelete; }
-void CLSGD_DISTINTA::setCanUpdate(bool value) { m_canUpdate = value; }
-bool CLSGD_DISTINTA::CanUpdate() const { return m_canUpdate; }
-void CLSGD_DISTINTA::setCanQbe(bool value) { m_canQbe = value; }
-bool CLSGD_DISTINTA::CanQbe() const { return m_canQbe; }
+fw::ActiveNavigator *CLSGD_DISTINTA::ActiveNavigator() const
+{
+    return m_activeNavigator;
+}
+void CLSGD_DISTINTA::setActiveDll(fw::Cinterface *contract)
+{
+    m_activeDll = contract;
+}
+fw::Cinterface *CLSGD_DISTINTA::ActiveDll() const
+{
+    return m_activeDll.get();
+}
+void CLSGD_DISTINTA::setStatusBar(QObject *statusBar)
+{
+    m_statusBar = statusBar;
+}
+QObject *CLSGD_DISTINTA::StatusBar() const
+{
+    return m_statusBar;
+}
+void CLSGD_DISTINTA::setCanInsert(bool value)
+{
+    m_canInsert = value;
+}
+bool CLSGD_DISTINTA::CanInsert() const
+{
+    return m_canInsert;
+}
+void CLSGD_DISTINTA::setCanDelete(bool value)
+{
+    m_canDelete = value;
+}
+bool CLSGD_DISTINTA::CanDelete() const
+{
+    return m_canDelete;
+}
+void CLSGD_DISTINTA::setCanUpdate(bool value)
+{
+    m_canUpdate = value;
+}
+bool CLSGD_DISTINTA::CanUpdate() const
+{
+    return m_canUpdate;
+}
+void CLSGD_DISTINTA::setCanQbe(bool value)
+{
+    m_canQbe = value;
+}
+bool CLSGD_DISTINTA::CanQbe() const
+{
+    return m_canQbe;
+}
 
 void CLSGD_DISTINTA::setWindowState(qint32 value)
 {
     trapped([&] { m_windowState = toInteger16(value); });
 }
 
-qint32 CLSGD_DISTINTA::WindowState() const { return m_windowState; }
-void CLSGD_DISTINTA::setWindowModal(bool value) { m_windowModal = value; }
-bool CLSGD_DISTINTA::WindowModal() const { return m_windowModal; }
+qint32 CLSGD_DISTINTA::WindowState() const
+{
+    return m_windowState;
+}
+void CLSGD_DISTINTA::setWindowModal(bool value)
+{
+    m_windowModal = value;
+}
+bool CLSGD_DISTINTA::WindowModal() const
+{
+    return m_windowModal;
+}
 
 void CLSGD_DISTINTA::setProgramMode(qint32 value)
 {
     trapped([&] { m_programMode = toInteger16(value); });
 }
 
-qint32 CLSGD_DISTINTA::ProgramMode() const { return m_programMode; }
-void CLSGD_DISTINTA::setMenuModulo(const QString &value) { m_menuModulo = value; }
-QString CLSGD_DISTINTA::MenuModulo() const { return m_menuModulo; }
-void CLSGD_DISTINTA::setMenuPadre(const QString &value) { m_menuPadre = value; }
-QString CLSGD_DISTINTA::MenuPadre() const { return m_menuPadre; }
-void CLSGD_DISTINTA::setMenuProg(const QString &value) { m_menuProg = value; }
-QString CLSGD_DISTINTA::MenuProg() const { return m_menuProg; }
-void CLSGD_DISTINTA::setCaption(const QString &value) { m_caption = value; }
-QString CLSGD_DISTINTA::Caption() const { return m_caption; }
-void CLSGD_DISTINTA::sethwndParent(qint32 value) { m_hwndParent = value; }
-qint32 CLSGD_DISTINTA::hwndParent() const { return m_hwndParent; }
+qint32 CLSGD_DISTINTA::ProgramMode() const
+{
+    return m_programMode;
+}
+void CLSGD_DISTINTA::setMenuModulo(const QString &value)
+{
+    m_menuModulo = value;
+}
+QString CLSGD_DISTINTA::MenuModulo() const
+{
+    return m_menuModulo;
+}
+void CLSGD_DISTINTA::setMenuPadre(const QString &value)
+{
+    m_menuPadre = value;
+}
+QString CLSGD_DISTINTA::MenuPadre() const
+{
+    return m_menuPadre;
+}
+void CLSGD_DISTINTA::setMenuProg(const QString &value)
+{
+    m_menuProg = value;
+}
+QString CLSGD_DISTINTA::MenuProg() const
+{
+    return m_menuProg;
+}
+void CLSGD_DISTINTA::setCaption(const QString &value)
+{
+    m_caption = value;
+}
+QString CLSGD_DISTINTA::Caption() const
+{
+    return m_caption;
+}
+void CLSGD_DISTINTA::sethwndParent(qint32 value)
+{
+    m_hwndParent = value;
+}
+qint32 CLSGD_DISTINTA::hwndParent() const
+{
+    return m_hwndParent;
+}
 
 QVariant CLSGD_DISTINTA::ShowForm()
 {
     trapped([&] {
         auto *form = new FRMGD_DISTINTA;
-        m_form = form;                 // an earlier editor stays open, no longer referenced
+        m_form = form; // an earlier editor stays open, no longer referenced
         form->setActiveDll(ActiveDll());
         form->setEntryClass(this);
         form->setWindowTitle(m_caption);
@@ -136,7 +227,8 @@ bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level)
 bool CLSGD_DISTINTA::exportList(const QString &code, std::optional<int> level, std::optional<QDate> date,
                                 const QString &path, fw::ExportFile::Format format)
 {
-    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.EsportaSenzaFinestra(code, level, date, path, format); });
+    return senzaFinestra(
+        [&](FRMGD_DISTINTA &form) { return form.EsportaSenzaFinestra(code, level, date, path, format); });
 }
 
 // The editor prepared as ShowForm prepares it and started as its first showing would start
@@ -171,9 +263,18 @@ QVariant CLSGD_DISTINTA::CloseForm()
     return closed;
 }
 
-void CLSGD_DISTINTA::setConnection(const db::ConnectionPtr &connection) { m_connection = connection; }
-db::ConnectionPtr CLSGD_DISTINTA::Connection() const { return m_connection; }
-QObject *CLSGD_DISTINTA::Cwindow() const { return m_gobjWindow; }
+void CLSGD_DISTINTA::setConnection(const db::ConnectionPtr &connection)
+{
+    m_connection = connection;
+}
+db::ConnectionPtr CLSGD_DISTINTA::Connection() const
+{
+    return m_connection;
+}
+QObject *CLSGD_DISTINTA::Cwindow() const
+{
+    return m_gobjWindow;
+}
 
 QVariant CLSGD_DISTINTA::TransferData(const QVariant &data)
 {
@@ -181,20 +282,53 @@ QVariant CLSGD_DISTINTA::TransferData(const QVariant &data)
     return {};
 }
 
-void CLSGD_DISTINTA::setTop(float value) { m_top = value; }
-float CLSGD_DISTINTA::Top() const { return m_top; }
-void CLSGD_DISTINTA::setLeft(float value) { m_left = value; }
-float CLSGD_DISTINTA::Left() const { return m_left; }
-void CLSGD_DISTINTA::setClsVoceMenu(QObject *menuEntry) { m_clsVoceMenu = menuEntry; }
-QObject *CLSGD_DISTINTA::ClsVoceMenu() const { return m_clsVoceMenu; }
-void CLSGD_DISTINTA::setIsActive(bool value) { m_isActive = value; }
-bool CLSGD_DISTINTA::IsActive() const { return m_isActive; }
-void CLSGD_DISTINTA::setIsCalled(bool value) { m_isCalled = value; }
-bool CLSGD_DISTINTA::IsCalled() const { return m_isCalled; }
+void CLSGD_DISTINTA::setTop(float value)
+{
+    m_top = value;
+}
+float CLSGD_DISTINTA::Top() const
+{
+    return m_top;
+}
+void CLSGD_DISTINTA::setLeft(float value)
+{
+    m_left = value;
+}
+float CLSGD_DISTINTA::Left() const
+{
+    return m_left;
+}
+void CLSGD_DISTINTA::setClsVoceMenu(QObject *menuEntry)
+{
+    m_clsVoceMenu = menuEntry;
+}
+QObject *CLSGD_DISTINTA::ClsVoceMenu() const
+{
+    return m_clsVoceMenu;
+}
+void CLSGD_DISTINTA::setIsActive(bool value)
+{
+    m_isActive = value;
+}
+bool CLSGD_DISTINTA::IsActive() const
+{
+    return m_isActive;
+}
+void CLSGD_DISTINTA::setIsCalled(bool value)
+{
+    m_isCalled = value;
+}
+bool CLSGD_DISTINTA::IsCalled() const
+{
+    return m_isCalled;
+}
 
 // The module takes no filter from the host.
-void CLSGD_DISTINTA::setFiltro(const QVariant &) {}
-QVariant CLSGD_DISTINTA::Filtro() const { return {}; }
+void CLSGD_DISTINTA::setFiltro(const QVariant &) { }
+QVariant CLSGD_DISTINTA::Filtro() const
+{
+    return {};
+}
 
 FRMGD_DISTINTA *CLSGD_DISTINTA::form() const
 {

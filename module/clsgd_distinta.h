@@ -14,7 +14,7 @@ class FRMGD_DISTINTA;
 namespace fw {
 class LayoutObjectModel;
 class ScriptObjectModel;
-}
+} // namespace fw
 
 // The module's entry class: the shell fills in the host contract and calls ShowForm, which
 // opens the classification tree editor. It keeps what the host gives, as given, and never

@@ -13,8 +13,8 @@ namespace {
 QStringList declaredProgramIds(const QPluginLoader &loader)
 {
     QStringList ids;
-    const QJsonArray declared = loader.metaData().value(QStringLiteral("MetaData")).toObject()
-                                    .value(QStringLiteral("programIds")).toArray();
+    const QJsonArray declared =
+        loader.metaData().value(QStringLiteral("MetaData")).toObject().value(QStringLiteral("programIds")).toArray();
     for (const QJsonValue &id : declared)
         ids << id.toString();
     return ids;
@@ -35,8 +35,7 @@ QStringList pluginFiles(const QString &folder)
 
 ComponentCatalog::ComponentCatalog(const QString &folder)
     : m_folder(folder)
-{
-}
+{ }
 
 void ComponentCatalog::registerBuiltIn(const QString &programId, Factory factory)
 {

@@ -29,10 +29,9 @@ bool displayAvailable(int argc, char **argv)
 
 void explainMissingDisplay()
 {
-    QTextStream(stderr)
-        << "distinta: nessun display disponibile (DISPLAY e WAYLAND_DISPLAY non sono impostate).\n"
-           "Il programma ha bisogno di uno schermo grafico. Su una macchina senza schermo lo si avvia\n"
-           "sotto un server X virtuale:\n"
-           "    xvfb-run -a build/bin/distinta\n"
-           "oppure, senza finestre visibili, con QT_QPA_PLATFORM=offscreen.\n";
+    QTextStream(stderr) << "distinta: nessun display disponibile (DISPLAY e WAYLAND_DISPLAY non sono impostate).\n"
+                           "Il programma ha bisogno di uno schermo grafico. Su una macchina senza schermo lo si avvia\n"
+                           "sotto un server X virtuale:\n"
+                           "    xvfb-run -a build/bin/distinta\n"
+                           "oppure, senza finestre visibili, con QT_QPA_PLATFORM=offscreen.\n";
 }

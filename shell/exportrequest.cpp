@@ -18,9 +18,11 @@ const QString dateOption = QStringLiteral("date");
 QList<QCommandLineOption> ExportRequest::options()
 {
     return {
-        {exportOption, QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
+        {exportOption,
+         QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
          QStringLiteral("codice")},
-        {xlsxOption, QStringLiteral("Con --export: la cartella di lavoro Excel da scrivere."), QStringLiteral("file.xlsx")},
+        {xlsxOption, QStringLiteral("Con --export: la cartella di lavoro Excel da scrivere."),
+         QStringLiteral("file.xlsx")},
         {csvOption, QStringLiteral("Con --export: il file CSV (separato da punto e virgola) da scrivere."),
          QStringLiteral("file.csv")},
         {dateOption, QStringLiteral("Con --export: la distinta com'era in quel giorno (gg/mm/aaaa)."),
@@ -62,7 +64,8 @@ bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
     if (parser.isSet(dateOption)) {
         const QDate day = sqltext::parseDayMonthYear(parser.value(dateOption).trimmed());
         if (!day.isValid() || day.year() < 1753 || day.year() > 9999) {
-            err << QStringLiteral("Data non valida: %1 (scrivere gg/mm/aaaa).").arg(parser.value(dateOption)) << Qt::endl;
+            err << QStringLiteral("Data non valida: %1 (scrivere gg/mm/aaaa).").arg(parser.value(dateOption))
+                << Qt::endl;
             return false;
         }
         date = day;

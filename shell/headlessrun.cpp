@@ -36,12 +36,12 @@ bool commandLineHas(int argc, char **argv, const char *option)
 // tell how it went.
 struct Job
 {
-    QString path;                  // absolute
-    QString problem;               // why the file cannot be written; empty when it can
+    QString path;    // absolute
+    QString problem; // why the file cannot be written; empty when it can
     QString typeCode;
-    QString notOffered;            // %1: the component
-    QString notWritten;            // %1: the list's code
-    QString written;               // %1: the file
+    QString notOffered; // %1: the component
+    QString notWritten; // %1: the list's code
+    QString written;    // %1: the file
     // The work done by the module; nothing when the module does not offer it.
     std::function<std::optional<bool>(QObject *module)> work;
 };
@@ -105,36 +105,38 @@ Job printJob(const ShellOptions &options, fw::HostGlobalServices &globals)
                                print.notes);
         return engine;
     });
-    return {.path = pdf,
-            .problem = fw::DefaultReportEngine::pdfPathProblem(pdf),
-            .typeCode = request.typeCode,
-            .notOffered = QStringLiteral("distinta: il componente \"%1\" non è installato o non stampa senza finestre."),
-            .notWritten = QStringLiteral("distinta: la distinta \"%1\" non è stata stampata."),
-            .written = QStringLiteral("PDF scritto: %1"),
-            .work = [&request](QObject *module) -> std::optional<bool> {
-                auto *printer = qobject_cast<fw::ListPrinter *>(module);
-                if (!printer)
-                    return std::nullopt;
-                return printer->printList(request.typeCode, request.level);
-            }};
+    return {
+        .path = pdf,
+        .problem = fw::DefaultReportEngine::pdfPathProblem(pdf),
+        .typeCode = request.typeCode,
+        .notOffered = QStringLiteral("distinta: il componente \"%1\" non è installato o non stampa senza finestre."),
+        .notWritten = QStringLiteral("distinta: la distinta \"%1\" non è stata stampata."),
+        .written = QStringLiteral("PDF scritto: %1"),
+        .work = [&request](QObject *module) -> std::optional<bool> {
+            auto *printer = qobject_cast<fw::ListPrinter *>(module);
+            if (!printer)
+                return std::nullopt;
+            return printer->printList(request.typeCode, request.level);
+        }};
 }
 
 Job exportJob(const ShellOptions &options)
 {
     const ExportRequest &request = options.exportList;
     const QString path = QFileInfo(request.path).absoluteFilePath();
-    return {.path = path,
-            .problem = fw::ExportFile::problem(path),
-            .typeCode = request.typeCode,
-            .notOffered = QStringLiteral("distinta: il componente \"%1\" non è installato o non esporta senza finestre."),
-            .notWritten = QStringLiteral("distinta: la distinta \"%1\" non è stata esportata."),
-            .written = QStringLiteral("File scritto: %1"),
-            .work = [&request, path](QObject *module) -> std::optional<bool> {
-                auto *exporter = qobject_cast<fw::ListExporter *>(module);
-                if (!exporter)
-                    return std::nullopt;
-                return exporter->exportList(request.typeCode, request.level, request.date, path, request.format);
-            }};
+    return {
+        .path = path,
+        .problem = fw::ExportFile::problem(path),
+        .typeCode = request.typeCode,
+        .notOffered = QStringLiteral("distinta: il componente \"%1\" non è installato o non esporta senza finestre."),
+        .notWritten = QStringLiteral("distinta: la distinta \"%1\" non è stata esportata."),
+        .written = QStringLiteral("File scritto: %1"),
+        .work = [&request, path](QObject *module) -> std::optional<bool> {
+            auto *exporter = qobject_cast<fw::ListExporter *>(module);
+            if (!exporter)
+                return std::nullopt;
+            return exporter->exportList(request.typeCode, request.level, request.date, path, request.format);
+        }};
 }
 
 } // namespace

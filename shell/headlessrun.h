@@ -11,7 +11,7 @@ struct ShellOptions;
 namespace fw {
 class HostGlobalServices;
 class UnattendedRun;
-}
+} // namespace fw
 
 // True when the command line asks for a print (--print) or an export (--export) without a
 // window: such a run needs no display.

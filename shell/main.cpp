@@ -91,7 +91,7 @@ int main(int argc, char *argv[])
             explainMissingDisplay();
             return 2;
         }
-        qputenv("QT_QPA_PLATFORM", "offscreen");   // --help, --print and --export need no window
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // --help, --print and --export need no window
     }
 
     QApplication app(argc, argv);
@@ -153,8 +153,10 @@ int main(int argc, char *argv[])
 
     ComponentCatalog catalog(pluginFolder());
     // The suite's subject cards, as this program offers them.
-    catalog.registerBuiltIn(SubjectCardComponent::CustomerCard, [] { return std::make_unique<SubjectCardComponent>(0); });
-    catalog.registerBuiltIn(SubjectCardComponent::SupplierCard, [] { return std::make_unique<SubjectCardComponent>(1); });
+    catalog.registerBuiltIn(SubjectCardComponent::CustomerCard,
+                            [] { return std::make_unique<SubjectCardComponent>(0); });
+    catalog.registerBuiltIn(SubjectCardComponent::SupplierCard,
+                            [] { return std::make_unique<SubjectCardComponent>(1); });
     ShellModuleManager modules(catalog, shell);
     globals.setModuleManager(&modules);
     QObject::connect(&window, &MainWindow::openEditorRequested, &window,
@@ -183,24 +185,27 @@ int main(int argc, char *argv[])
 
     // Notices about what was opened, after the editor's start-up (which the editor queues when it
     // is first shown); without a user they go to stderr.
-    QStringList notices{database.notice, window.companyNotice()};
+    QStringList notices {database.notice, window.companyNotice()};
     notices.removeAll(QString());
     if (!notices.isEmpty()) {
-        QMetaObject::invokeMethod(&app, [&globals, notices] {
-            if (const auto log = globals.createLogService()) {
-                for (const QString &notice : notices)
-                    log->showMessage(notice, globals.applicationTitle(), fw::MessageStyle::Notice);
-            }
-        }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &app,
+            [&globals, notices] {
+                if (const auto log = globals.createLogService()) {
+                    for (const QString &notice : notices)
+                        log->showMessage(notice, globals.applicationTitle(), fw::MessageStyle::Notice);
+                }
+            },
+            Qt::QueuedConnection);
     }
 
     if (unattended) {
-        if (unattended->failed()) {   // failed before the event loop could be left
+        if (unattended->failed()) { // failed before the event loop could be left
             globals.setModuleManager(nullptr);
             return fw::UnattendedRun::FailureExitCode;
         }
-        QMetaObject::invokeMethod(&app, [&] { app.exit(opened ? reportOpenForms(window, options) : 1); },
-                                  Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &app, [&] { app.exit(opened ? reportOpenForms(window, options) : 1); }, Qt::QueuedConnection);
     }
     int result = app.exec();
     if (unattended && unattended->failed())

@@ -100,7 +100,7 @@ void MainWindow::updateStatus()
 {
     m_companyWithoutData = m_companyHasData && !m_companyHasData(m_globals.workingCompany());
     const QString company = QString::number(m_globals.workingCompany())
-                            + (m_companyWithoutData ? QStringLiteral(" (senza dati)") : QString());
+        + (m_companyWithoutData ? QStringLiteral(" (senza dati)") : QString());
     m_status->setText(QStringLiteral("Ditta %1   Utente %2   Gruppo %3   %4")
                           .arg(company, m_globals.user(), m_globals.userGroup(), m_databaseDescription));
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QStringList passwordKeys{QStringLiteral("PWD"), QStringLiteral("Password")};
+const QStringList passwordKeys {QStringLiteral("PWD"), QStringLiteral("Password")};
 
 // The first line of the file, without its line break; problem set when it cannot be used.
 QString passwordFromFile(const QString &path, QString *problem)
@@ -21,7 +21,8 @@ QString passwordFromFile(const QString &path, QString *problem)
     }
     if (!os::isPrivateToUser(path)) {
         *problem = QStringLiteral("Il file della password %1 deve appartenere all'utente ed essere leggibile solo da "
-                                  "lui (chmod 600): non viene usato.").arg(shown);
+                                  "lui (chmod 600): non viene usato.")
+                       .arg(shown);
         return {};
     }
     QByteArray line = file.readLine();
@@ -50,16 +51,19 @@ OdbcLogin odbcLogin(const QString &odbcString, const QString &passwordFile)
 
     const bool written = db::connectionstring::contains(odbcString, passwordKeys);
     if (written && !password.isEmpty()) {
-        login.problem = QStringLiteral("La password è indicata sia nella stringa --odbc sia in %1: indicarla una volta sola.")
+        login.problem = QStringLiteral(
+                            "La password è indicata sia nella stringa --odbc sia in %1: indicarla una volta sola.")
                             .arg(passwordFile.isEmpty() ? QString::fromLatin1(kOdbcPasswordVariable)
                                                         : QStringLiteral("--odbc-password-file"));
         return login;
     }
     if (written)
-        login.warning = QStringLiteral("Attenzione: la password scritta in --odbc è visibile agli altri utenti di questo "
-                                       "computer; passarla con la variabile %1 o con --odbc-password-file.")
+        login.warning = QStringLiteral(
+                            "Attenzione: la password scritta in --odbc è visibile agli altri utenti di questo "
+                            "computer; passarla con la variabile %1 o con --odbc-password-file.")
                             .arg(QString::fromLatin1(kOdbcPasswordVariable));
-    login.connectionString = password.isEmpty() ? odbcString
-                                                : db::connectionstring::with(odbcString, QStringLiteral("PWD"), password);
+    login.connectionString = password.isEmpty()
+        ? odbcString
+        : db::connectionstring::with(odbcString, QStringLiteral("PWD"), password);
     return login;
 }

@@ -12,9 +12,9 @@ inline constexpr const char *kOdbcPasswordVariable = "DISTINTA_ODBC_PASSWORD";
 // program, so it earns a warning. The variable is removed from the environment once read.
 struct OdbcLogin
 {
-    QString connectionString;  // empty when problem is set
-    QString warning;           // to show, and go on
-    QString problem;           // to show, and stop
+    QString connectionString; // empty when problem is set
+    QString warning;          // to show, and go on
+    QString problem;          // to show, and stop
 };
 
 OdbcLogin odbcLogin(const QString &odbcString, const QString &passwordFile);

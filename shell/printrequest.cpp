@@ -19,10 +19,12 @@ QList<QCommandLineOption> PrintRequest::options()
     return {
         {printOption, QStringLiteral("Stampa senza finestre la distinta del tipo indicato nel file PDF di --pdf."),
          QStringLiteral("codice")},
-        {levelOption, QStringLiteral("Con --print: fino a quale livello (0: solo i capostipiti; senza: tutta la distinta)."),
+        {levelOption,
+         QStringLiteral("Con --print: fino a quale livello (0: solo i capostipiti; senza: tutta la distinta)."),
          QStringLiteral("N")},
         {pdfOption, QStringLiteral("Con --print: il file PDF da scrivere."), QStringLiteral("file.pdf")},
-        {printedByOption, QStringLiteral("Con --print: \"Eseguito da\" (predefinito: l'utente)."), QStringLiteral("testo")},
+        {printedByOption, QStringLiteral("Con --print: \"Eseguito da\" (predefinito: l'utente)."),
+         QStringLiteral("testo")},
         {printedForOption, QStringLiteral("Con --print: \"Destinato a\"."), QStringLiteral("testo")},
         {notesOption, QStringLiteral("Con --print: le note."), QStringLiteral("testo")},
     };
@@ -67,7 +69,8 @@ bool PrintRequest::readLevel(const QCommandLineParser &parser, QTextStream &err,
     bool numeric = false;
     const int value = parser.value(levelOption).trimmed().toInt(&numeric);
     if (!numeric || value < 0 || value > 32766) {
-        err << QStringLiteral("Livello non valido: %1 (un numero da 0 in su).").arg(parser.value(levelOption)) << Qt::endl;
+        err << QStringLiteral("Livello non valido: %1 (un numero da 0 in su).").arg(parser.value(levelOption))
+            << Qt::endl;
         return false;
     }
     level = value;

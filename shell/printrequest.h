@@ -14,9 +14,9 @@ class QTextStream;
 struct PrintRequest
 {
     QString typeCode;
-    std::optional<int> level;      // none: the editor's own choice after loading (the whole tree)
+    std::optional<int> level; // none: the editor's own choice after loading (the whole tree)
     QString pdfPath;
-    QString printedBy;             // empty: the user of the run
+    QString printedBy; // empty: the user of the run
     QString printedFor;
     QString notes;
 

@@ -44,12 +44,10 @@ ShellDatabase openSqlite(const ShellOptions &options)
             dbsetup::prepareDatabaseAt(path);
         out << "Database: " << shown << (database.readOnly ? " (sola lettura)" : "") << Qt::endl;
         break;
-    default:
-        database.problem = check.problem;
-        return database;
+    default: database.problem = check.problem; return database;
     }
-    database.description = QStringLiteral("Database %1%2").arg(shown, database.readOnly ? QStringLiteral(" (sola lettura)")
-                                                                                        : QString());
+    database.description = QStringLiteral("Database %1%2")
+                               .arg(shown, database.readOnly ? QStringLiteral(" (sola lettura)") : QString());
     if (database.readOnly)
         database.notice = QStringLiteral("Il database %1 è aperto in sola lettura, perché l'utente non può scrivere "
                                          "nel file o nella sua cartella: le modifiche non potranno essere salvate.")

@@ -12,12 +12,12 @@ struct ShellOptions;
 // folder they may not write) opens read-only, and one of ours is brought up to date.
 struct ShellDatabase
 {
-    db::ConnectionPtr connection;   // null when problem is set
-    QString description;            // for the status bar
+    db::ConnectionPtr connection; // null when problem is set
+    QString description;          // for the status bar
     bool readOnly = false;
-    QString warning;                // to print, and go on
-    QString notice;                 // to show once the window is up (read-only)
-    QString problem;                // to show, and stop
+    QString warning; // to print, and go on
+    QString notice;  // to show once the window is up (read-only)
+    QString problem; // to show, and stop
 
     static ShellDatabase open(const ShellOptions &options);
 };

@@ -27,8 +27,7 @@ QString managementName(const QString &programId)
 ShellModuleManager::ShellModuleManager(const ComponentCatalog &catalog, const fw::HostContext &shell)
     : m_catalog(catalog)
     , m_shell(shell)
-{
-}
+{ }
 
 ShellModuleManager::~ShellModuleManager() = default;
 
@@ -64,13 +63,15 @@ bool ShellModuleManager::openCreatedComponent(fw::Cinterface &component, const f
 
 bool ShellModuleManager::openPromotions(const QString &filter)
 {
-    return notInstalled(QStringLiteral("La gestione delle promozioni non è installata.\nFiltro richiesto:%1").arg(filter));
+    return notInstalled(
+        QStringLiteral("La gestione delle promozioni non è installata.\nFiltro richiesto:%1").arg(filter));
 }
 
 bool ShellModuleManager::openContract(const fw::ContractReference &contract)
 {
-    return notInstalled(QStringLiteral("La gestione dei contratti non è installata.\nContratto richiesto: %1 versione %2")
-                            .arg(contract.ContrattoCod.toString().trimmed(), contract.ContrattoVer.toString()));
+    return notInstalled(
+        QStringLiteral("La gestione dei contratti non è installata.\nContratto richiesto: %1 versione %2")
+            .arg(contract.ContrattoCod.toString().trimmed(), contract.ContrattoVer.toString()));
 }
 
 bool ShellModuleManager::openSubjectMasterData(int subjectKind, qint64 subjectCode)
@@ -86,7 +87,7 @@ bool ShellModuleManager::openSubjectCard(const QString &programId, int company, 
     if (!card)
         return false;
     // The card learns its subject the way the host pushes values into a component.
-    card->TransferData(QVariantMap{{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), subjectCode}});
+    card->TransferData(QVariantMap {{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), subjectCode}});
     return true;
 }
 

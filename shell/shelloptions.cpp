@@ -46,11 +46,12 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                   QStringLiteral("Utente (predefinito: l'utente del sistema, %1).").arg(options.user),
                                   QStringLiteral("utente"), options.user);
     const QCommandLineOption group({QStringLiteral("g"), QStringLiteral("group")},
-                                   QStringLiteral("Gruppo dell'utente (predefinito: ADMIN)."),
-                                   QStringLiteral("gruppo"), options.userGroup);
-    const QCommandLineOption database(QStringLiteral("database"),
-                                      QStringLiteral("File SQLite da usare; se non esiste viene creato con i dati dimostrativi."),
-                                      QStringLiteral("file"));
+                                   QStringLiteral("Gruppo dell'utente (predefinito: ADMIN)."), QStringLiteral("gruppo"),
+                                   options.userGroup);
+    const QCommandLineOption database(
+        QStringLiteral("database"),
+        QStringLiteral("File SQLite da usare; se non esiste viene creato con i dati dimostrativi."),
+        QStringLiteral("file"));
     const QCommandLineOption odbc(QStringLiteral("odbc"),
                                   QStringLiteral("Stringa di connessione ODBC al database Microsoft SQL Server "
                                                  "della suite, al posto del database SQLite. La password non va "
@@ -58,21 +59,24 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                                  "con la variabile d'ambiente %1 oppure con --odbc-password-file.")
                                       .arg(QString::fromLatin1(kOdbcPasswordVariable)),
                                   QStringLiteral("stringa"));
-    const QCommandLineOption odbcPasswordFile(QStringLiteral("odbc-password-file"),
-                                              QStringLiteral("File con la password della connessione ODBC (la prima "
-                                                             "riga); deve essere leggibile solo dall'utente (chmod 600)."),
-                                              QStringLiteral("file"));
-    const QCommandLineOption exitAfterShow(QStringLiteral("exit-after-show"),
-                                           QStringLiteral("Apre l'editor, elenca le finestre aperte ed esce (verifica automatica)."));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
-                                        QStringLiteral("file.png"));
+    const QCommandLineOption odbcPasswordFile(
+        QStringLiteral("odbc-password-file"),
+        QStringLiteral("File con la password della connessione ODBC (la prima "
+                       "riga); deve essere leggibile solo dall'utente (chmod 600)."),
+        QStringLiteral("file"));
+    const QCommandLineOption exitAfterShow(
+        QStringLiteral("exit-after-show"),
+        QStringLiteral("Apre l'editor, elenca le finestre aperte ed esce (verifica automatica)."));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Apre l'editor, salva l'immagine della finestra nel file PNG indicato ed esce."),
+        QStringLiteral("file.png"));
     const QCommandLineOption size(QStringLiteral("size"),
                                   QStringLiteral("Dimensioni della finestra in pixel, per esempio 1920x1080 "
                                                  "(con --screenshot e --exit-after-show, predefinite 1280x800)."),
                                   QStringLiteral("LARGHEZZAxALTEZZA"));
-    parser.addOptions({help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot,
-                       size});
+    parser.addOptions(
+        {help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot, size});
     parser.addOptions(PrintRequest::options());
     parser.addOptions(ExportRequest::options());
 
@@ -85,9 +89,10 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     }
     if (parser.isSet(help)) {
         // The parser's own headings are English.
-        out << parser.helpText().replace(QStringLiteral("Usage:"), QStringLiteral("Uso:"))
-                                .replace(QStringLiteral("[options]"), QStringLiteral("[opzioni]"))
-                                .replace(QStringLiteral("Options:"), QStringLiteral("Opzioni:"));
+        out << parser.helpText()
+                   .replace(QStringLiteral("Usage:"), QStringLiteral("Uso:"))
+                   .replace(QStringLiteral("[options]"), QStringLiteral("[opzioni]"))
+                   .replace(QStringLiteral("Options:"), QStringLiteral("Opzioni:"));
         *exitCode = 0;
         return options;
     }
@@ -130,7 +135,9 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         options.windowSize = parseWindowSize(parser.value(size));
         if (!options.windowSize.isValid()) {
             err << QStringLiteral("Dimensioni non valide: %1 (scrivere LARGHEZZAxALTEZZA in pixel, per esempio "
-                                  "1920x1080, tra 320x200 e 10000x10000).").arg(parser.value(size)) << Qt::endl;
+                                  "1920x1080, tra 320x200 e 10000x10000).")
+                       .arg(parser.value(size))
+                << Qt::endl;
             *exitCode = 1;
             return options;
         }

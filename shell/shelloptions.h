@@ -11,7 +11,7 @@
 struct ShellOptions
 {
     int company = 1;
-    QString user;                 // default: the user logged into the system
+    QString user; // default: the user logged into the system
     QString userGroup = QStringLiteral("ADMIN");
     QString databasePath;         // SQLite file; created with the demo data when missing
     QString odbcConnectionString; // instead of a SQLite file
@@ -24,7 +24,10 @@ struct ShellOptions
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
-    bool unattended() const { return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested(); }
+    bool unattended() const
+    {
+        return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested();
+    }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets
     // exitCode to 0; on a wrong argument it prints the error and sets exitCode to 1.

@@ -85,9 +85,13 @@ void FRMGD_ANAGDISTINTA::ImpostaFME_DISTINTE()
             {.key = QStringLiteral("GD01_ID"), .caption = QStringLiteral("ID"), .width = 700},
             {.key = QStringLiteral("GD01_CODICE"), .caption = QStringLiteral("Codice"), .width = 1500},
             {.key = QStringLiteral("GD01_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 4000},
-            {.key = QStringLiteral("GD01_IDDIV_CO1A"), .caption = QStringLiteral("Divisione"), .width = 3000,
+            {.key = QStringLiteral("GD01_IDDIV_CO1A"),
+             .caption = QStringLiteral("Divisione"),
+             .width = 3000,
              .displayText = [this](const QVariant &value) { return testoDivisione(value); }},
-            {.key = QStringLiteral("GD01_ID_LP09"), .caption = QStringLiteral("Priorità"), .width = 3500,
+            {.key = QStringLiteral("GD01_ID_LP09"),
+             .caption = QStringLiteral("Priorità"),
+             .width = 3500,
              .displayText = [this](const QVariant &value) { return testoPriorita(value); }},
         });
         CaricaDecodificheGriglia();
@@ -160,8 +164,7 @@ void FRMGD_ANAGDISTINTA::release(Release what)
         m_testiDivisione.clear();
         m_testiPriorita.clear();
         break;
-    case Release::FrameworkObjects:
-        break;
+    case Release::FrameworkObjects: break;
     }
 }
 

@@ -16,7 +16,7 @@ class GridNavigator;
 class LookupEdit;
 class RecordsetGrid;
 class WorkflowStateControl;
-}
+} // namespace fw
 
 // The maintenance of the company's classification types (GD01_TIPODISTINTA), opened from the
 // tree editor. Its procedures live in one source file per concern: the frame's part and the
@@ -43,9 +43,9 @@ public:
     void DIVISIONI_Decode();
     void PRIORITA_Lookup();
     void PRIORITA_Decode();
-    QVariant DecodeCodiceDivisione(const QString &codice);   // CO1A_IDDIV; null when none
+    QVariant DecodeCodiceDivisione(const QString &codice); // CO1A_IDDIV; null when none
     QString Get_CodiceDivisione(const QVariant &idDivisione);
-    QVariant Get_MG3G_ID_LP09(const QString &codice);          // LP09_ID; null when none
+    QVariant Get_MG3G_ID_LP09(const QString &codice); // LP09_ID; null when none
     QString Get_LP09_CODICE(const QVariant &idPriorita);
     // The division and priority texts of the grid, read once for every value of the rows.
     void CaricaDecodificheGriglia();
@@ -103,6 +103,6 @@ private:
     fw::RecordsetGrid *GRID_TIPODISTINTA = nullptr;
 
     std::optional<qint64> m_idDistinta;
-    QHash<qint64, QString> m_testiDivisione;     // grid texts by CO1A_IDDIV
-    QHash<qint64, QString> m_testiPriorita;      // grid texts by LP09_ID
+    QHash<qint64, QString> m_testiDivisione; // grid texts by CO1A_IDDIV
+    QHash<qint64, QString> m_testiPriorita;  // grid texts by LP09_ID
 };

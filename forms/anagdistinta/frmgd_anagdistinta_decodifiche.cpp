@@ -32,11 +32,13 @@ bool haValore(const QVariant &value)
 void FRMGD_ANAGDISTINTA::DIVISIONI_Lookup()
 {
     step(QStringLiteral("DIVISIONI_Lookup"), [this] {
-        const db::RecordsetPtr rows = connection()->openRecordset(anagdistintastatements::divisionLookupQuery(companyCode()));
-        TXT_GD01_IDDIV_CO1A->showLookup(QStringLiteral("lkp_Divisioni"), QStringLiteral("Divisioni"), rows,
-                                        {{.key = QStringLiteral("CO1A_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
-                                         {.key = QStringLiteral("CO1A_DESCR"), .caption = QStringLiteral("Descrizioni"), .width = 3600}},
-                                        QStringLiteral("CO1A_CODICE"));
+        const db::RecordsetPtr rows = connection()->openRecordset(
+            anagdistintastatements::divisionLookupQuery(companyCode()));
+        TXT_GD01_IDDIV_CO1A->showLookup(
+            QStringLiteral("lkp_Divisioni"), QStringLiteral("Divisioni"), rows,
+            {{.key = QStringLiteral("CO1A_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
+             {.key = QStringLiteral("CO1A_DESCR"), .caption = QStringLiteral("Descrizioni"), .width = 3600}},
+            QStringLiteral("CO1A_CODICE"));
     });
 }
 
@@ -50,20 +52,23 @@ void FRMGD_ANAGDISTINTA::DIVISIONI_Decode()
 void FRMGD_ANAGDISTINTA::PRIORITA_Lookup()
 {
     step(QStringLiteral("PRIORITA_Lookup"), [this] {
-        const db::RecordsetPtr rows = connection()->openRecordset(anagdistintastatements::priorityLookupQuery(companyCode()));
-        TXT_GD01_ID_LP09->showLookup(QStringLiteral("lkp_Priorita"), QStringLiteral("Priorità listini"), rows,
-                                     {{.key = QStringLiteral("LP09_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
-                                      {.key = QStringLiteral("LP09_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 3600}},
-                                     QStringLiteral("LP09_CODICE"));
+        const db::RecordsetPtr rows = connection()->openRecordset(
+            anagdistintastatements::priorityLookupQuery(companyCode()));
+        TXT_GD01_ID_LP09->showLookup(
+            QStringLiteral("lkp_Priorita"), QStringLiteral("Priorità listini"), rows,
+            {{.key = QStringLiteral("LP09_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
+             {.key = QStringLiteral("LP09_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 3600}},
+            QStringLiteral("LP09_CODICE"));
     });
 }
 
 void FRMGD_ANAGDISTINTA::PRIORITA_Decode()
 {
     const int company = companyCode();
-    decodifica(QStringLiteral("PRIORITA_Decode"), TXT_GD01_ID_LP09, TXT_DESCRLISTINO,
-               [company](const QString &code) { return anagdistintastatements::priorityDecodeQuery(company, code); },
-               QStringLiteral("LP09_DESCR"), QStringLiteral("La priorità listini %1 non esiste."));
+    decodifica(
+        QStringLiteral("PRIORITA_Decode"), TXT_GD01_ID_LP09, TXT_DESCRLISTINO,
+        [company](const QString &code) { return anagdistintastatements::priorityDecodeQuery(company, code); },
+        QStringLiteral("LP09_DESCR"), QStringLiteral("La priorità listini %1 non esiste."));
 }
 
 // The description the statement finds for the code typed in the field goes to the label; a code
@@ -95,8 +100,8 @@ QString FRMGD_ANAGDISTINTA::Get_CodiceDivisione(const QVariant &idDivisione)
 {
     if (!haValore(idDivisione))
         return {};
-    return MODGD_DISTINTA::NvlStringa(primoValore(
-        connection()->openRecordset(anagdistintastatements::divisionCodeQuery(idDivisione.toLongLong()))));
+    return MODGD_DISTINTA::NvlStringa(
+        primoValore(connection()->openRecordset(anagdistintastatements::divisionCodeQuery(idDivisione.toLongLong()))));
 }
 
 QVariant FRMGD_ANAGDISTINTA::Get_MG3G_ID_LP09(const QString &codice)
@@ -108,8 +113,8 @@ QString FRMGD_ANAGDISTINTA::Get_LP09_CODICE(const QVariant &idPriorita)
 {
     if (!haValore(idPriorita))
         return {};
-    return MODGD_DISTINTA::NvlStringa(primoValore(
-        connection()->openRecordset(anagdistintastatements::priorityCodeQuery(idPriorita.toLongLong()))));
+    return MODGD_DISTINTA::NvlStringa(
+        primoValore(connection()->openRecordset(anagdistintastatements::priorityCodeQuery(idPriorita.toLongLong()))));
 }
 
 // The row the frame shows: the codes of its division and priority, their descriptions and its
@@ -128,7 +133,8 @@ void FRMGD_ANAGDISTINTA::mostraRiga()
     TXT_DESCRLISTINO->clear();
     cmdAssegnaStato->setEnabled(false);
     step(QStringLiteral("FME_DISTINTE_ChangeRecord"), [&] {
-        TXT_GD01_STATO->setGuid(onRow ? MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_GUID"))) : QString());
+        TXT_GD01_STATO->setGuid(onRow ? MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_GUID")))
+                                      : QString());
         if (!onRow)
             return;
         cmdAssegnaStato->setEnabled(TXT_GD01_STATO->state().has_value() && frame->state() == fw::RecordFrame::Browse);
@@ -136,7 +142,8 @@ void FRMGD_ANAGDISTINTA::mostraRiga()
         const QString divisione = Get_CodiceDivisione(rows->value(QStringLiteral("GD01_IDDIV_CO1A")));
         TXT_GD01_IDDIV_CO1A->setText(divisione);
         if (!divisione.isEmpty()) {
-            const db::RecordsetPtr decode = connection()->openRecordset(anagdistintastatements::divisionDecodeQuery(divisione));
+            const db::RecordsetPtr decode = connection()->openRecordset(
+                anagdistintastatements::divisionDecodeQuery(divisione));
             if (!decode->isEmpty())
                 TXT_DESCRDIV->setText(MODGD_DISTINTA::NvlStringa(decode->value(QStringLiteral("CO1A_DESCR"))));
         }
@@ -176,15 +183,17 @@ void FRMGD_ANAGDISTINTA::CaricaDecodificheGriglia()
     const QString procedure = QStringLiteral("GRID_TIPODISTINTA_CellDecode");
     for (qint64 division : std::as_const(divisions)) {
         if (!step(procedure, [&] {
-                m_testiDivisione.insert(division, MODGD_DISTINTA::NvlStringa(primoValore(connection()->openRecordset(
-                                                      anagdistintastatements::gridDivisionQuery(companyCode(), division)))));
+                m_testiDivisione.insert(division,
+                                        MODGD_DISTINTA::NvlStringa(primoValore(connection()->openRecordset(
+                                            anagdistintastatements::gridDivisionQuery(companyCode(), division)))));
             }))
             return;
     }
     for (qint64 priority : std::as_const(priorities)) {
         if (!step(procedure, [&] {
-                m_testiPriorita.insert(priority, MODGD_DISTINTA::NvlStringa(primoValore(
-                                                     connection()->openRecordset(anagdistintastatements::gridPriorityQuery(priority)))));
+                m_testiPriorita.insert(priority,
+                                       MODGD_DISTINTA::NvlStringa(primoValore(connection()->openRecordset(
+                                           anagdistintastatements::gridPriorityQuery(priority)))));
             }))
             return;
     }

@@ -19,8 +19,8 @@
 
 namespace {
 
-const QString nonCancellabile =
-    QStringLiteral("Non è possibile cancellare l'anagrafica distinta perchè legata a dei nodi.");
+const QString nonCancellabile = QStringLiteral(
+    "Non è possibile cancellare l'anagrafica distinta perchè legata a dei nodi.");
 
 // Stamps are kept to the second, as the database keeps them.
 QDateTime adesso()
@@ -80,10 +80,13 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_ValidateRecord(bool &cancel)
         }
         if (!id.isNull()) {
             // The nodes of a type are customers or suppliers as the type is.
-            const db::RecordsetPtr nodes = connection()->openRecordset(anagdistintastatements::typeNodesQuery(id.toLongLong()));
+            const db::RecordsetPtr nodes = connection()->openRecordset(
+                anagdistintastatements::typeNodesQuery(id.toLongLong()));
             if (!nodes->isEmpty() && nodes->value(QStringLiteral("GD01_INDTIPOSOGG")).toInt() != tipo.toInt()) {
-                valid = rifiuta(QStringLiteral("Non è possibile cambiare il tipo dell'anagrafica distinta perchè legata a dei nodi."),
-                                CMB_GD01_INDTIPOSOGG);
+                valid = rifiuta(
+                    QStringLiteral(
+                        "Non è possibile cambiare il tipo dell'anagrafica distinta perchè legata a dei nodi."),
+                    CMB_GD01_INDTIPOSOGG);
                 return;
             }
         }
@@ -153,11 +156,11 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeDelete(bool &cancel)
             avviso(nonCancellabile);
             return;
         }
-        const QString tipo = MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_CODICE"))) + QStringLiteral(" - ")
-                             + MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_DESCR")));
+        const QString tipo = MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_CODICE")))
+            + QStringLiteral(" - ") + MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_DESCR")));
         cancel = message(QStringLiteral("Cancellare l'anagrafica distinta %1?").arg(tipo),
                          fw::MessageStyle::YesNoQuestion)
-                 != fw::Answer::Yes;
+            != fw::Answer::Yes;
     });
 }
 
@@ -200,7 +203,8 @@ void FRMGD_ANAGDISTINTA::TXT_GD01_STATO_AfterItem(bool changedByUser)
     if (changedByUser)
         step(QStringLiteral("TXT_GD01_STATO_AfterItem"), [this] { TXT_GD01_STATO->ConfermaStato(); });
     fw::RecordFrame *frame = recordFrame();
-    cmdAssegnaStato->setEnabled(TXT_GD01_STATO->state().has_value() && frame && frame->state() == fw::RecordFrame::Browse);
+    cmdAssegnaStato->setEnabled(TXT_GD01_STATO->state().has_value() && frame
+                                && frame->state() == fw::RecordFrame::Browse);
 }
 
 // Hands the type's state on to every node of the type.

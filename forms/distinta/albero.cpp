@@ -25,12 +25,12 @@ namespace distinta {
 namespace {
 
 // The designed colours of the tree's header, footer and header text; the theme replaces them.
-const QColor coloreIntestazione{204, 225, 255};
-const QColor colorePiede{226, 250, 254};
-const QColor coloreTestoIntestazione{0, 0, 128};
+const QColor coloreIntestazione {204, 225, 255};
+const QColor colorePiede {226, 250, 254};
+const QColor coloreTestoIntestazione {0, 0, 128};
 
-const QString nodoEliminatoAltrove =
-    QStringLiteral("Il nodo è stato eliminato da un altro utente dopo la lettura: la distinta viene ricaricata.");
+const QString nodoEliminatoAltrove = QStringLiteral(
+    "Il nodo è stato eliminato da un altro utente dopo la lettura: la distinta viene ricaricata.");
 
 struct CampiTesti
 {
@@ -39,10 +39,9 @@ struct CampiTesti
 
     explicit CampiTesti(const db::Recordset &nodi)
         : billing(nodi.fieldIndex(QStringLiteral("GD02_CLIFORFATT_CG44")))
-        , priorities{nodi.fieldIndex(QStringLiteral("GD02_IDSTRUTTURA_LP09")),
-                     nodi.fieldIndex(QStringLiteral("GD02_IDLOCALIZZATA_LP09"))}
-    {
-    }
+        , priorities {nodi.fieldIndex(QStringLiteral("GD02_IDSTRUTTURA_LP09")),
+                      nodi.fieldIndex(QStringLiteral("GD02_IDLOCALIZZATA_LP09"))}
+    { }
 };
 
 void raccogli(QSet<qint64> &into, const db::Recordset &nodi, int row, int field)
@@ -77,13 +76,15 @@ Albero::Albero(FormFrame &form, Selettore &selettore)
     });
     // A refused write is handled once the tree has finished the edit that caused it.
     connect(TVW_DISTINTA, &fw::TreeList::writeFailed, this, [this](const db::DatabaseError &error) {
-        QMetaObject::invokeMethod(this, [this, error] { rileggiNodoInConflitto(error); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, error] { rileggiNodoInConflitto(error); }, Qt::QueuedConnection);
     });
 
     m_vuoto = new fw::EmptyViewHint(TVW_DISTINTA->view(), [this]() -> QString {
         if (!m_selettore.distintaScelta())
             return QStringLiteral("Scegliere una distinta nella pagina «Distinte».");
-        return QStringLiteral("La distinta è vuota: spuntare i soggetti nella pagina «Anagrafiche» e premere «Aggiungi capostipite».");
+        return QStringLiteral(
+            "La distinta è vuota: spuntare i soggetti nella pagina «Anagrafiche» e premere «Aggiungi capostipite».");
     });
     // The text follows the chosen type.
     connect(m_selettore.widget(), &QTreeWidget::itemSelectionChanged, m_vuoto, &fw::EmptyViewHint::refresh,
@@ -101,51 +102,79 @@ void Albero::creaColonne()
     using fw::TreeListColumnKind;
     const Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
     const QList<fw::TreeListComboItem> billingRules = {
-        {0, QStringLiteral("Codice anagrafico"), {}},
-        {1, QStringLiteral("Cli per fatt."), {}},
-        {2, QStringLiteral("Nodo padre"), {}},
-        {3, QStringLiteral("Cli per fatt. del nodo padre"), {}},
+        {0, QStringLiteral("Codice anagrafico"), {}}, {1, QStringLiteral("Cli per fatt."), {}},
+        {2, QStringLiteral("Nodo padre"), {}},        {3, QStringLiteral("Cli per fatt. del nodo padre"), {}},
         {4, QStringLiteral("Manuale"), {}},
     };
 
     TVW_DISTINTA->setBandCaption(QStringLiteral("Dettaglio distinta"));
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_CLIFOR_CG44"), .caption = QStringLiteral("Codice"),
-                             .fieldName = QStringLiteral("GD02_CLIFOR_CG44"), .alignment = right,
-                             .readOnly = true, .inPlaceEditor = false, .designWidth = 1200});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("RagioneSociale"), .caption = QStringLiteral("Ragione Sociale"),
-                             .fieldName = QStringLiteral("RagioneSociale"), .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DATAINIZIOVAL"), .caption = QStringLiteral("Data inizio"),
-                             .fieldName = QStringLiteral("GD02_DATAINIZIOVAL"), .kind = TreeListColumnKind::Date,
-                             .alignment = right, .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DATAFINEVAL"), .caption = QStringLiteral("Data fine"),
-                             .fieldName = QStringLiteral("GD02_DATAFINEVAL"), .kind = TreeListColumnKind::Date,
-                             .alignment = right, .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_TIPOANAGFATT"), .caption = QStringLiteral("Tipo fatturazione"),
-                             .fieldName = QStringLiteral("GD02_TIPOANAGFATT"), .kind = TreeListColumnKind::ImageCombo,
-                             .designWidth = 300, .comboItems = billingRules});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_CLIFORFATT_CG44"), .caption = QStringLiteral("Codice anagrafica"),
-                             .fieldName = QStringLiteral("GD02_CLIFORFATT_CG44"), .inPlaceEditor = false,
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_CLIFOR_CG44"),
+                             .caption = QStringLiteral("Codice"),
+                             .fieldName = QStringLiteral("GD02_CLIFOR_CG44"),
+                             .alignment = right,
+                             .readOnly = true,
+                             .inPlaceEditor = false,
+                             .designWidth = 1200});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("RagioneSociale"),
+                             .caption = QStringLiteral("Ragione Sociale"),
+                             .fieldName = QStringLiteral("RagioneSociale"),
                              .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("RagioneSocialeFatt"), .caption = QStringLiteral("Rag. Sociale fatturazione"),
-                             .kind = TreeListColumnKind::Unbound, .inPlaceEditor = false, .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DESCR"), .caption = QStringLiteral("Descrizione"),
-                             .fieldName = QStringLiteral("GD02_DESCR"), .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_IDSTRUTTURA_LP09"), .caption = QStringLiteral("Priorità struttura"),
-                             .fieldName = QStringLiteral("GD02_IDSTRUTTURA_LP09"), .kind = TreeListColumnKind::ButtonEdit,
-                             .readOnly = true, .designWidth = 300});
-    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_IDLOCALIZZATA_LP09"), .caption = QStringLiteral("Priorità localizzata"),
-                             .fieldName = QStringLiteral("GD02_IDLOCALIZZATA_LP09"), .kind = TreeListColumnKind::ButtonEdit,
-                             .readOnly = true, .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DATAINIZIOVAL"),
+                             .caption = QStringLiteral("Data inizio"),
+                             .fieldName = QStringLiteral("GD02_DATAINIZIOVAL"),
+                             .kind = TreeListColumnKind::Date,
+                             .alignment = right,
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DATAFINEVAL"),
+                             .caption = QStringLiteral("Data fine"),
+                             .fieldName = QStringLiteral("GD02_DATAFINEVAL"),
+                             .kind = TreeListColumnKind::Date,
+                             .alignment = right,
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_TIPOANAGFATT"),
+                             .caption = QStringLiteral("Tipo fatturazione"),
+                             .fieldName = QStringLiteral("GD02_TIPOANAGFATT"),
+                             .kind = TreeListColumnKind::ImageCombo,
+                             .designWidth = 300,
+                             .comboItems = billingRules});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_CLIFORFATT_CG44"),
+                             .caption = QStringLiteral("Codice anagrafica"),
+                             .fieldName = QStringLiteral("GD02_CLIFORFATT_CG44"),
+                             .inPlaceEditor = false,
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("RagioneSocialeFatt"),
+                             .caption = QStringLiteral("Rag. Sociale fatturazione"),
+                             .kind = TreeListColumnKind::Unbound,
+                             .inPlaceEditor = false,
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_DESCR"),
+                             .caption = QStringLiteral("Descrizione"),
+                             .fieldName = QStringLiteral("GD02_DESCR"),
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_IDSTRUTTURA_LP09"),
+                             .caption = QStringLiteral("Priorità struttura"),
+                             .fieldName = QStringLiteral("GD02_IDSTRUTTURA_LP09"),
+                             .kind = TreeListColumnKind::ButtonEdit,
+                             .readOnly = true,
+                             .designWidth = 300});
+    TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_IDLOCALIZZATA_LP09"),
+                             .caption = QStringLiteral("Priorità localizzata"),
+                             .fieldName = QStringLiteral("GD02_IDLOCALIZZATA_LP09"),
+                             .kind = TreeListColumnKind::ButtonEdit,
+                             .readOnly = true,
+                             .designWidth = 300});
     TVW_DISTINTA->setFillWidth(true);
 
     const QFont tahoma(QStringLiteral("Tahoma"));
     TVW_DISTINTA->setFont(tahoma);
     TVW_DISTINTA->setHeaderFont(tahoma);
-    TVW_DISTINTA->setColors({.header = coloreIntestazione, .headerText = coloreTestoIntestazione, .footer = colorePiede});
+    TVW_DISTINTA->setColors(
+        {.header = coloreIntestazione, .headerText = coloreTestoIntestazione, .footer = colorePiede});
 
     // Whole values of the columns whose kind does not say how wide they are.
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_CLIFOR_CG44"), QStringLiteral("9999999"));
-    TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSociale"), QStringLiteral("Salumeria Rossi & Bianchi S.n.c."));
+    TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSociale"),
+                                       QStringLiteral("Salumeria Rossi & Bianchi S.n.c."));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_CLIFORFATT_CG44"), QStringLiteral("9999999"));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("RagioneSocialeFatt"), QStringLiteral("Commerciale Rossi Srl"));
     TVW_DISTINTA->setColumnWidthSample(QStringLiteral("trGD02_DESCR"), QStringLiteral("Descrizione breve"));
@@ -274,8 +303,8 @@ QString Albero::AssegnaRagioneSociale(qint64 codice)
 
 QString Albero::DescrizionePriorita(qint64 idPriorita)
 {
-    const db::RecordsetPtr description =
-        m_form.connection()->openRecordset(distintastatements::priorityDescriptionQuery(idPriorita));
+    const db::RecordsetPtr description = m_form.connection()->openRecordset(
+        distintastatements::priorityDescriptionQuery(idPriorita));
     return description->isEmpty() ? QString() : MODGD_DISTINTA::NvlStringa(description->valueAt(0, 0));
 }
 
@@ -293,13 +322,14 @@ void Albero::legaAlbero(const db::RecordsetPtr &nodi, const QString &sql)
 
     // In-tree edits and propagations stamp who changed the node and when.
     const fw::GlobalServices *services = m_form.globals();
-    const QString group =
-        columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), services ? services->userGroup() : QString());
-    const QString user = columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), services ? services->user() : QString());
+    const QString group = columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"),
+                                                    services ? services->userGroup() : QString());
+    const QString user = columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"),
+                                                   services ? services->user() : QString());
     nodi->setUpdateStamp([group, user] {
-        return QList<std::pair<QString, QVariant>>{{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
-                                                   {QStringLiteral("GD02_GRUPPOVAR"), group},
-                                                   {QStringLiteral("GD02_UTENTEVAR"), user}};
+        return QList<std::pair<QString, QVariant>> {{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
+                                                    {QStringLiteral("GD02_GRUPPOVAR"), group},
+                                                    {QStringLiteral("GD02_UTENTEVAR"), user}};
     });
 
     TVW_DISTINTA->setKeyField(QStringLiteral("GD02_ID"));
@@ -331,8 +361,8 @@ void Albero::CaricaIntestazioneDistinta()
         m_divisione.reset();
         m_guidDistinta.clear();
         QString descrizioneDivisione;
-        const db::RecordsetPtr header =
-            m_form.connection()->openRecordset(distintastatements::headerQuery(key.mid(1).toLongLong()));
+        const db::RecordsetPtr header = m_form.connection()->openRecordset(
+            distintastatements::headerQuery(key.mid(1).toLongLong()));
         if (!header->isEmpty()) {
             header->moveFirst();
             const QVariant division = header->value(QStringLiteral("GD01_IDDIV_CO1A"));
@@ -342,17 +372,17 @@ void Albero::CaricaIntestazioneDistinta()
             descrizioneDivisione = MODGD_DISTINTA::NvlStringa(header->value(QStringLiteral("CO1A_DESCR")));
         }
 
-        const QString kindWord =
-            m_form.translated(m_tipoSoggetto == 0 ? QStringLiteral("CLIENTI") : QStringLiteral("FORNITORI"));
-        QString title = kindWord + QStringLiteral("      ") + QLatin1Char(' ') + m_form.translated(QStringLiteral("DISTINTA"))
-                        + QLatin1Char(' ') + m_selettore.testoSelezionato();
+        const QString kindWord = m_form.translated(m_tipoSoggetto == 0 ? QStringLiteral("CLIENTI")
+                                                                       : QStringLiteral("FORNITORI"));
+        QString title = kindWord + QStringLiteral("      ") + QLatin1Char(' ')
+            + m_form.translated(QStringLiteral("DISTINTA")) + QLatin1Char(' ') + m_selettore.testoSelezionato();
         // The date of a list seen as of a day comes before the division, where a narrow window
         // still shows it.
         title += m_allaData->intestazioneData();
         title += QStringLiteral("      (");
         if (m_divisione)
             title += QStringLiteral("Divisione:") + QLatin1Char(' ') + QString::number(*m_divisione)
-                     + QStringLiteral(" - ") + descrizioneDivisione;
+                + QStringLiteral(" - ") + descrizioneDivisione;
         else
             title += QStringLiteral("Divisioni: tutte");
         title += QLatin1Char(')');
@@ -369,7 +399,8 @@ void Albero::TVW_DISTINTA_OnCustomDrawCell(const fw::TreeListNode &node, const Q
     if (column == QLatin1String("RagioneSocialeFatt")) {
         texts = &m_ragioniSocialiFatt;
         value = node.value(QStringLiteral("trGD02_CLIFORFATT_CG44"));
-    } else if (column == QLatin1String("trGD02_IDSTRUTTURA_LP09") || column == QLatin1String("trGD02_IDLOCALIZZATA_LP09")) {
+    } else if (column == QLatin1String("trGD02_IDSTRUTTURA_LP09")
+               || column == QLatin1String("trGD02_IDLOCALIZZATA_LP09")) {
         texts = &m_descrizioniPriorita;
         value = node.value(column);
     } else {
@@ -410,8 +441,7 @@ bool Albero::rigaModificataAltrove(const QString &procedure, bool soloSeEliminat
     if (!m_form.step(procedure, [&] { stato = m_nodi->resync(); }))
         return true;
     switch (stato) {
-    case db::Recordset::RowState::Unchanged:
-        return false;
+    case db::Recordset::RowState::Unchanged: return false;
     case db::Recordset::RowState::Changed:
         TVW_DISTINTA->refresh();
         if (soloSeEliminato)

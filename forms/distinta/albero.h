@@ -21,7 +21,7 @@ namespace fw {
 class RecordFrame;
 class TreeList;
 class TreeListNode;
-}
+} // namespace fw
 
 namespace distinta {
 
@@ -46,11 +46,11 @@ public:
     AllaData &allaData() const { return *m_allaData; }
 
     // --- the classification loaded
-    int tipoSoggetto() const { return m_tipoSoggetto; }   // 0 customers, 1 suppliers
+    int tipoSoggetto() const { return m_tipoSoggetto; } // 0 customers, 1 suppliers
     void setTipoSoggetto(int tipo) { m_tipoSoggetto = tipo; }
-    QString idDistinta() const { return m_idDistinta; }   // GD01_ID of the chosen type
+    QString idDistinta() const { return m_idDistinta; } // GD01_ID of the chosen type
     qint64 idTipo() const { return m_idDistinta.toLongLong(); }
-    db::RecordsetPtr nodi() const { return m_nodi; }      // the rows the tree shows
+    db::RecordsetPtr nodi() const { return m_nodi; } // the rows the tree shows
     fw::RecordFrame *frameDistinta() const;
     std::optional<qint64> divisione() const { return m_divisione; }
     QString guidDistinta() const { return m_guidDistinta; }
@@ -83,9 +83,9 @@ public:
     void ricordaDescrizionePriorita(const QString &procedure, qint64 idPriorita);
 
     // --- nodes
-    qint64 idDelNodo(const fw::TreeListNode &node) const;   // 0 for no node
-    int rigaDelNodo(qint64 idNodo) const;                   // -1 when not loaded
-    qint64 idNodoCorrente() const;                          // of the rows' current row
+    qint64 idDelNodo(const fw::TreeListNode &node) const; // 0 for no node
+    int rigaDelNodo(qint64 idNodo) const;                 // -1 when not loaded
+    qint64 idNodoCorrente() const;                        // of the rows' current row
 
     // --- another clerk's changes: the editor keeps no lock
     // Reads the current row again. True (and the user told) when another clerk changed it
@@ -101,7 +101,11 @@ public:
     class Lavoro
     {
     public:
-        explicit Lavoro(Albero &albero) : m_albero(albero) { ++m_albero.m_lavori; }
+        explicit Lavoro(Albero &albero)
+            : m_albero(albero)
+        {
+            ++m_albero.m_lavori;
+        }
         ~Lavoro() { --m_albero.m_lavori; }
         Lavoro(const Lavoro &) = delete;
         Lavoro &operator=(const Lavoro &) = delete;
@@ -129,10 +133,10 @@ private:
     QList<std::pair<QWidget *, QString>> m_controlliLegati;
     std::optional<qint64> m_divisione;
     QString m_guidDistinta;
-    QHash<qint64, QString> m_ragioniSocialiFatt;     // by GD02_CLIFORFATT_CG44
-    QHash<qint64, QString> m_descrizioniPriorita;    // by LP09_ID
+    QHash<qint64, QString> m_ragioniSocialiFatt;  // by GD02_CLIFORFATT_CG44
+    QHash<qint64, QString> m_descrizioniPriorita; // by LP09_ID
     int m_lavori = 0;
-    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
+    QPointer<fw::EmptyViewHint> m_vuoto; // asks this part for its text: goes with it
 };
 
 } // namespace distinta

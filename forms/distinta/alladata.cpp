@@ -20,7 +20,8 @@ AllaData::AllaData(FormFrame &form, fw::TreeList *albero)
     TXT_DATAVALIDITA->setObjectName(QStringLiteral("TXT_DATAVALIDITA"));
     TXT_DATAVALIDITA->setPlaceholderText(QStringLiteral("gg/mm/aaaa"));
     TXT_DATAVALIDITA->setClearButtonEnabled(true);
-    TXT_DATAVALIDITA->setFixedWidth(TXT_DATAVALIDITA->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 40);
+    TXT_DATAVALIDITA->setFixedWidth(TXT_DATAVALIDITA->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000"))
+                                    + 40);
     TXT_DATAVALIDITA->setToolTip(QStringLiteral("La distinta com'era in quel giorno: solo i legami validi alla data "
                                                 "(vuoto: tutta la distinta). Alt+D, Invio per applicare"));
     connect(TXT_DATAVALIDITA, &QLineEdit::editingFinished, this,
@@ -76,8 +77,9 @@ bool AllaData::ImpostaDataValidita(const QString &testo)
         // The field shows the date in force again before the message takes the focus away.
         m_dataInVerifica = true;
         TXT_DATAVALIDITA->setText(mostrata);
-        m_form.avviso(QStringLiteral("Data non valida: \"%1\". Scrivere la data come gg/mm/aaaa, per esempio 01/01/2024.")
-                          .arg(testo.trimmed()));
+        m_form.avviso(
+            QStringLiteral("Data non valida: \"%1\". Scrivere la data come gg/mm/aaaa, per esempio 01/01/2024.")
+                .arg(testo.trimmed()));
         m_dataInVerifica = false;
         return false;
     }

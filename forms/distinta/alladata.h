@@ -16,7 +16,7 @@ class StrutturaNodi;
 namespace fw {
 class TreeList;
 class TreeListNode;
-}
+} // namespace fw
 
 namespace distinta {
 

@@ -36,8 +36,7 @@ Aspetto::Aspetto(FormFrame &form, Albero &albero)
     , m_albero(albero)
     , SPLITTERVerticale(splitter(Qt::Horizontal, QStringLiteral("SPLITTERVerticale")))
     , SPLITTERorizzontale(splitter(Qt::Vertical, QStringLiteral("SPLITTERorizzontale")))
-{
-}
+{ }
 
 QString Aspetto::fileAspetto()
 {
@@ -74,7 +73,7 @@ void Aspetto::SplitterReposition()
 {
     const auto place = [](QSplitter *splitter, double share) {
         const int total = (splitter->orientation() == Qt::Horizontal ? splitter->width() : splitter->height())
-                          - splitter->handleWidth();
+            - splitter->handleWidth();
         if (total <= 0)
             return;
         const int first = int(total * share);

@@ -28,7 +28,7 @@ public:
     void ripristinaAspetto();
     void registraAspetto();
 
-    static QString fileAspetto();                 // where each user's layout is kept
+    static QString fileAspetto(); // where each user's layout is kept
     // Tests and tools keep their layouts apart from the user's; an empty name keeps nothing.
     static void impostaFileAspetto(const QString &file);
 
@@ -39,8 +39,8 @@ private:
     Albero &m_albero;
     QSplitter *SPLITTERVerticale;
     QSplitter *SPLITTERorizzontale;
-    double m_quotaGestione = 0.30;    // share of the width taken by the management panel
-    double m_quotaDistinta = 0.70;    // share of the right side's height taken by the tree
+    double m_quotaGestione = 0.30; // share of the width taken by the management panel
+    double m_quotaDistinta = 0.70; // share of the right side's height taken by the tree
 };
 
 } // namespace distinta

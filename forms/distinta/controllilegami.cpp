@@ -10,8 +10,7 @@ namespace distinta {
 ControlliLegami::ControlliLegami(FormFrame &form, Albero &albero)
     : m_form(form)
     , m_albero(albero)
-{
-}
+{ }
 
 // The current row of a node recordset as the condition statement reads it. An empty date
 // fails the statement, as it does on the server.
@@ -31,8 +30,8 @@ bool ControlliLegami::ContaFigli(qint64 idNodo)
 {
     bool haFigli = false;
     m_form.step(QStringLiteral("PremioDefinitivo"), [&] {
-        const db::RecordsetPtr conta =
-            m_form.connection()->openRecordset(legamistatements::childCountQuery(m_form.companyCode(), idNodo));
+        const db::RecordsetPtr conta = m_form.connection()->openRecordset(
+            legamistatements::childCountQuery(m_form.companyCode(), idNodo));
         haFigli = !conta->isEmpty() && conta->value(QStringLiteral("NFIGLI")).toLongLong() > 0;
     });
     m_form.connection()->clearErrors();
@@ -52,8 +51,9 @@ bool ControlliLegami::PremioDefinitivo(qint64 idNodo, const std::optional<QDate>
 
 QString ControlliLegami::messaggioPremioDefinitivo(bool conDataFine)
 {
-    return conDataFine ? QStringLiteral("La data fine è inferiore alla data scadenza di un premio definitivo")
-                       : QStringLiteral("La data inizio non può essere modificata perchè è presente un premio definitivo");
+    return conDataFine
+        ? QStringLiteral("La data fine è inferiore alla data scadenza di un premio definitivo")
+        : QStringLiteral("La data inizio non può essere modificata perchè è presente un premio definitivo");
 }
 
 // A code that is not a number (a node without subject) has no contract to look for.
@@ -79,7 +79,7 @@ bool ControlliLegami::LegamiPremiPromoAtt()
                      ->openRecordset(legamistatements::conditionsQuery(m_form.companyCode(),
                                                                        nodoCondizioni(*m_albero.nodi()), divisione))
                      ->recordCount()
-                 >= 1;
+            >= 1;
     });
     return legato;
 }
@@ -91,8 +91,8 @@ bool ControlliLegami::LegamiPremiPromoAttFigli(const db::RecordsetPtr &figli)
         const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
         for (figli->moveFirst(); !figli->eof(); figli->moveNext()) {
             if (m_form.connection()
-                    ->openRecordset(legamistatements::conditionsQuery(m_form.companyCode(), nodoCondizioni(*figli),
-                                                                      divisione))
+                    ->openRecordset(
+                        legamistatements::conditionsQuery(m_form.companyCode(), nodoCondizioni(*figli), divisione))
                     ->recordCount()
                 >= 1) {
                 legato = true;

@@ -55,8 +55,9 @@ void Eliminazione::EliminaCliforDaStruttura()
 
     db::RecordsetPtr figli;
     if (m_legami.ContaFigli(idNodo)) {
-        if (m_form.domanda(QStringLiteral("L'anagrafica selezionata ha altre anagrafiche figlie che verranno cancellate.\n"
-                                          "Si vuole proseguire?"))
+        if (m_form.domanda(
+                QStringLiteral("L'anagrafica selezionata ha altre anagrafiche figlie che verranno cancellate.\n"
+                               "Si vuole proseguire?"))
             != fw::Answer::Yes)
             return;
         if (!m_form.step(procedureEliminazione, [&] {
@@ -68,22 +69,23 @@ void Eliminazione::EliminaCliforDaStruttura()
 
     // The only hard refusal; it looks at the node itself, whatever the text says of the children.
     if (m_legami.PremioDefinitivo(idNodo, std::nullopt)) {
-        m_form.avviso(
-            QStringLiteral("La cancellazione del nodo e dei figli non è permessa perchè usati in un premio definitivo."));
+        m_form.avviso(QStringLiteral(
+            "La cancellazione del nodo e dei figli non è permessa perchè usati in un premio definitivo."));
         return;
     }
 
     if (m_legami.LegamiContratto(codice)
         && m_form.domanda(QStringLiteral("Il nodo risulta legato a un contratto.\n"
                                          "Si vuole proseguire con la cancellazione?"))
-               != fw::Answer::Yes)
+            != fw::Answer::Yes)
         return;
 
     if (figli) {
         bool figlioLegato = false;
         m_form.step(procedureEliminazione, [&] {
             for (figli->moveFirst(); !figli->eof(); figli->moveNext()) {
-                if (m_legami.LegamiContratto(MODGD_DISTINTA::NvlStringa(figli->value(QStringLiteral("GD02_CLIFOR_CG44"))))) {
+                if (m_legami.LegamiContratto(
+                        MODGD_DISTINTA::NvlStringa(figli->value(QStringLiteral("GD02_CLIFOR_CG44"))))) {
                     figlioLegato = true;
                     break;
                 }
@@ -97,16 +99,17 @@ void Eliminazione::EliminaCliforDaStruttura()
     }
 
     if (m_legami.LegamiPremiPromoAtt()
-        && m_form.domanda(QStringLiteral("Il nodo o i figli risultano legati ad un'attività promozionale o a un premio.\n"
-                                         "Si vuole proseguire con la cancellazione?"))
-               != fw::Answer::Yes)
+        && m_form.domanda(
+               QStringLiteral("Il nodo o i figli risultano legati ad un'attività promozionale o a un premio.\n"
+                              "Si vuole proseguire con la cancellazione?"))
+            != fw::Answer::Yes)
         return;
 
     if (figli && m_legami.LegamiPremiPromoAttFigli(figli)
         && m_form.domanda(
                QStringLiteral("Uno o più figli del nodo risultano legati ad un'attività promozionale o a un premio.\n"
                               "Si vuole proseguire con la cancellazione?"))
-               != fw::Answer::Yes)
+            != fw::Answer::Yes)
         return;
 
     // The editor holds no lock: what the user was asked about must still be what the database holds.
@@ -121,23 +124,24 @@ void Eliminazione::EliminaCliforDaStruttura()
                          eliminato = true;
                      })
         || !eliminato) {
-        m_albero.CaricaDistinta();   // the tree shows what the database holds, whatever went wrong
+        m_albero.CaricaDistinta(); // the tree shows what the database holds, whatever went wrong
         return;
     }
 
     // The node and its subtree leave the tree as they left the database.
     QList<int> righe;
     for (fw::TreeListNode node = albero->nodeAt(rigaFocalizzata);
-         node.isValid() && (node.absoluteIndex() == rigaFocalizzata || node.level() > focused.level()); node = node.next())
+         node.isValid() && (node.absoluteIndex() == rigaFocalizzata || node.level() > focused.level());
+         node = node.next())
         righe << node.row();
     m_form.step(procedureEliminazione, [&] { nodi->forgetRows(righe); });
-    nodi.reset();   // a reload below lets go of the rows read before
+    nodi.reset(); // a reload below lets go of the rows read before
 
     if (m_anagrafiche.mostrata()) {
         m_anagrafiche.CaricaAnagraficheDistinta();
         m_albero.CaricaDistinta();
     } else if (albero->count() == 0) {
-        m_albero.CaricaDistinta();   // the last node went: the empty classification's state
+        m_albero.CaricaDistinta(); // the last node went: the empty classification's state
     }
     if (albero->count() > 0)
         albero->setFocusedAbsoluteIndex(qMin(rigaFocalizzata, albero->count() - 1));

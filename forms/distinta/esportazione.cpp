@@ -47,7 +47,8 @@ Esportazione::Esportazione(FormFrame &form, Albero &albero, Selettore &selettore
 {
     CMD_ESPORTA->setObjectName(QStringLiteral("CMD_ESPORTA"));
     CMD_ESPORTA->setText(QStringLiteral("Esp&orta"));
-    CMD_ESPORTA->setToolTip(QStringLiteral("Esporta la distinta come è mostrata (livelli e data) in Excel o in CSV (Alt+O)"));
+    CMD_ESPORTA->setToolTip(
+        QStringLiteral("Esporta la distinta come è mostrata (livelli e data) in Excel o in CSV (Alt+O)"));
     CMD_ESPORTA->setPopupMode(QToolButton::InstantPopup);
     CMD_ESPORTA->setToolButtonStyle(Qt::ToolButtonTextOnly);
     auto *menu = new QMenu(CMD_ESPORTA);
@@ -100,7 +101,7 @@ QList<fw::ExportColumn> Esportazione::colonneEsportazione(QStringList &nomi) con
             kind = fw::ExportCellKind::Number;
         else if (column.kind == fw::TreeListColumnKind::Date)
             kind = fw::ExportCellKind::Date;
-        colonne << fw::ExportColumn{column.caption, kind};
+        colonne << fw::ExportColumn {column.caption, kind};
         nomi << column.name;
     }
     return colonne;

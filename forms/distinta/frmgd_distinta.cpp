@@ -25,7 +25,11 @@ namespace {
 class WaitCursor
 {
 public:
-    explicit WaitCursor(QWidget *widget) : m_widget(widget) { m_widget->setCursor(Qt::WaitCursor); }
+    explicit WaitCursor(QWidget *widget)
+        : m_widget(widget)
+    {
+        m_widget->setCursor(Qt::WaitCursor);
+    }
     ~WaitCursor() { m_widget->unsetCursor(); }
     WaitCursor(const WaitCursor &) = delete;
     WaitCursor &operator=(const WaitCursor &) = delete;
@@ -50,9 +54,7 @@ FRMGD_DISTINTA::FRMGD_DISTINTA(QWidget *parent)
 FRMGD_DISTINTA::~FRMGD_DISTINTA() = default;
 
 // Runs once, when the form object is created, before any host object is known.
-void FRMGD_DISTINTA::Form_Initialize()
-{
-}
+void FRMGD_DISTINTA::Form_Initialize() { }
 
 // The editor's main frame holds no rows of its own: an empty node set with the name column.
 void FRMGD_DISTINTA::ImpostaFME_DISTINTE()
@@ -103,12 +105,8 @@ void FRMGD_DISTINTA::release(Release what)
         p.anagrafiche.rilascia();
         p.ricerca.rilascia();
         break;
-    case Release::HelperObjects:
-        p.albero.scaricaDistinta();
-        break;
-    case Release::FrameworkObjects:
-        p.stampa.rilascia();
-        break;
+    case Release::HelperObjects: p.albero.scaricaDistinta(); break;
+    case Release::FrameworkObjects: p.stampa.rilascia(); break;
     }
 }
 
@@ -214,7 +212,7 @@ void FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode(const fw::TreeListNode &, const f
         p.dettagli.nodoFocalizzato(current);
         return;
     }
-    const db::ReadSnapshot burst(connection());   // a focus change reads a dozen small things
+    const db::ReadSnapshot burst(connection()); // a focus change reads a dozen small things
     p.parametri.CaricaParametri();
     p.dettagli.nodoFocalizzato(current);
     step(QStringLiteral("TVW_DISTINTA_OnChangeNode"), [&] { p.stato.mostraNodo(p.albero.idDelNodo(current)); });
@@ -298,9 +296,8 @@ bool FRMGD_DISTINTA::EsportaSenzaFinestra(const QString &codiceTipo, std::option
                                      : QStringLiteral("La distinta \"%1\" non ha nodi da esportare.").arg(codice);
     if (!scegliSenzaFinestra(codice, QStringLiteral("Esporta"), senzaNodi))
         return false;
-    return m_parti->esportazione.EsportaDistinta(percorso, formato,
-                                                 livello ? QString::number(*livello)
-                                                         : m_parti->albero.livelli().testoLivello());
+    return m_parti->esportazione.EsportaDistinta(
+        percorso, formato, livello ? QString::number(*livello) : m_parti->albero.livelli().testoLivello());
 }
 
 db::RecordsetPtr FRMGD_DISTINTA::nodi() const

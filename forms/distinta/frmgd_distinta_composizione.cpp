@@ -107,7 +107,8 @@ void FRMGD_DISTINTA::collegaEventi()
     connect(&p.selettore, &distinta::Selettore::sceltaDallUtente, this, &FRMGD_DISTINTA::TVW_SELDISTINTE_Click);
     // The pages under the tree follow the focus first, then the priority fields.
     connect(p.albero.widget(), &fw::TreeList::focusedNodeChanged, this, &FRMGD_DISTINTA::TVW_DISTINTA_OnChangeNode);
-    connect(p.albero.widget(), &fw::TreeList::focusedNodeChanged, &p.priorita, &distinta::Priorita::mostraCodiciPriorita);
+    connect(p.albero.widget(), &fw::TreeList::focusedNodeChanged, &p.priorita,
+            &distinta::Priorita::mostraCodiciPriorita);
     connect(TAB_VISUALIZZAGESTIONE, &QTabWidget::currentChanged, this, &FRMGD_DISTINTA::TAB_VISUALIZZAGESTIONE_Click);
     connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::selezioneCambiata, this, &FRMGD_DISTINTA::aggiornaComandi);
     connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::listaCaricata, &p.aspetto,
@@ -117,7 +118,8 @@ void FRMGD_DISTINTA::collegaEventi()
             [this] { InizializzaDistinte(m_parti->selettore.chiaveSelezionata()); });
     connect(&p.parametri, &distinta::ParametriModulo::parametriChiusi, &p.dettagli,
             &distinta::PagineDettaglio::parametriCambiati);
-    connect(&p.dettagli, &distinta::PagineDettaglio::nodoMostrato, &p.parametri, &distinta::ParametriModulo::nodoCambiato);
+    connect(&p.dettagli, &distinta::PagineDettaglio::nodoMostrato, &p.parametri,
+            &distinta::ParametriModulo::nodoCambiato);
     impostaTastiera();
 }
 
@@ -129,8 +131,9 @@ void FRMGD_DISTINTA::impostaTastiera()
             &QShortcut::activated, p.albero.livelli().pulsante(), &QPushButton::click);
     connect(scorciatoia(this, QKeySequence(Qt::Key_Insert), QStringLiteral("scorciatoiaAggiungiAlNodo")),
             &QShortcut::activated, p.anagrafiche.aggiungiAlNodo(), &QPushButton::click);
-    connect(scorciatoia(this, QKeySequence(Qt::SHIFT | Qt::Key_Insert), QStringLiteral("scorciatoiaAggiungiCapostipite")),
-            &QShortcut::activated, p.anagrafiche.aggiungiCapostipite(), &QPushButton::click);
+    connect(
+        scorciatoia(this, QKeySequence(Qt::SHIFT | Qt::Key_Insert), QStringLiteral("scorciatoiaAggiungiCapostipite")),
+        &QShortcut::activated, p.anagrafiche.aggiungiCapostipite(), &QPushButton::click);
     connect(scorciatoia(p.albero.widget(), QKeySequence(Qt::Key_Delete), QStringLiteral("scorciatoiaRimuovi")),
             &QShortcut::activated, p.anagrafiche.rimuovi(), &QPushButton::click);
     connect(scorciatoia(this, QKeySequence(Qt::CTRL | Qt::Key_P), QStringLiteral("scorciatoiaStampa")),
@@ -148,10 +151,10 @@ void FRMGD_DISTINTA::impostaTastiera()
                 filtro->setFocus(Qt::ShortcutFocusReason);
                 filtro->selectAll();
             });
-    connect(scorciatoia(this, QKeySequence(Qt::Key_F3), QStringLiteral("scorciatoiaSuccessivo")),
-            &QShortcut::activated, &p.ricercaAlbero, &distinta::RicercaAlbero::cercaSuccessivo);
-    connect(scorciatoia(this, QKeySequence(Qt::Key_F5), QStringLiteral("scorciatoiaRicarica")),
-            &QShortcut::activated, this, &FRMGD_DISTINTA::ricarica);
+    connect(scorciatoia(this, QKeySequence(Qt::Key_F3), QStringLiteral("scorciatoiaSuccessivo")), &QShortcut::activated,
+            &p.ricercaAlbero, &distinta::RicercaAlbero::cercaSuccessivo);
+    connect(scorciatoia(this, QKeySequence(Qt::Key_F5), QStringLiteral("scorciatoiaRicarica")), &QShortcut::activated,
+            this, &FRMGD_DISTINTA::ricarica);
     impostaOrdineTab();
 }
 
@@ -159,13 +162,12 @@ void FRMGD_DISTINTA::impostaTastiera()
 void FRMGD_DISTINTA::impostaOrdineTab()
 {
     distinta::Parti &p = *m_parti;
-    const QList<QWidget *> order = QList<QWidget *>{p.selettore.widget(), p.albero.widget()->view(),
-                                                    p.ricercaAlbero.casella(), p.ricercaAlbero.pulsante(),
-                                                    TAB_VISUALIZZAGESTIONE->tabBar()}
-                                   + p.anagrafiche.ordineTab() + p.ricerca.ordineTab() + p.dettagli.ordineTab()
-                                   + QList<QWidget *>{p.albero.livelli().combo(), p.albero.livelli().pulsante(),
-                                                      p.stato.controllo(), p.stampa.pulsante(), p.parametri.pulsante(),
-                                                      p.gestioni.pulsante()};
+    const QList<QWidget *> order = QList<QWidget *> {p.selettore.widget(), p.albero.widget()->view(),
+                                                     p.ricercaAlbero.casella(), p.ricercaAlbero.pulsante(),
+                                                     TAB_VISUALIZZAGESTIONE->tabBar()}
+        + p.anagrafiche.ordineTab() + p.ricerca.ordineTab() + p.dettagli.ordineTab()
+        + QList<QWidget *> {p.albero.livelli().combo(), p.albero.livelli().pulsante(), p.stato.controllo(),
+                            p.stampa.pulsante(),        p.parametri.pulsante(),        p.gestioni.pulsante()};
     for (qsizetype i = 1; i < order.size(); ++i)
         QWidget::setTabOrder(order.at(i - 1), order.at(i));
 }

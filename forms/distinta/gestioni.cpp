@@ -50,9 +50,8 @@ Gestioni::Gestioni(FormFrame &form, Selettore &selettore)
     CMD_GESTIONICOLLEGATE->setPopupMode(QToolButton::InstantPopup);
     CMD_GESTIONICOLLEGATE->setToolButtonStyle(Qt::ToolButtonTextOnly);
     CMD_GESTIONICOLLEGATE->setMenu(new QMenu(CMD_GESTIONICOLLEGATE));
-    connect(CMD_GESTIONICOLLEGATE->menu(), &QMenu::triggered, this, [this](QAction *action) {
-        CMD_GESTIONICOLLEGATE_Click(action->data().toString(), action->text());
-    });
+    connect(CMD_GESTIONICOLLEGATE->menu(), &QMenu::triggered, this,
+            [this](QAction *action) { CMD_GESTIONICOLLEGATE_Click(action->data().toString(), action->text()); });
 }
 
 FRMGD_ANAGDISTINTA *Gestioni::anagraficaDistinta() const
@@ -114,7 +113,8 @@ void Gestioni::anagraficaDistintaChiusa()
 
 void Gestioni::apriAnagraficaSoggetto(int tipoSoggetto, qint64 codice)
 {
-    const QString archive = tipoSoggetto == 0 ? QStringLiteral("Anagrafica clienti") : QStringLiteral("Anagrafica fornitori");
+    const QString archive = tipoSoggetto == 0 ? QStringLiteral("Anagrafica clienti")
+                                              : QStringLiteral("Anagrafica fornitori");
     if (fw::ModuleManager *modules = m_form.moduleManager(archive))
         modules->openSubjectMasterData(tipoSoggetto, codice);
 }

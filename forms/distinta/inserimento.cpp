@@ -66,7 +66,7 @@ void Inserimento::InserisciNodo(bool &capostipite)
     db::RecordsetPtr nodi = m_albero.nodi();
     const Parametri &parametri = m_parametri.valori();
     fw::TreeList *albero = m_albero.widget();
-    QString nonImportate;   // refusal lines, each ending with a line feed
+    QString nonImportate; // refusal lines, each ending with a line feed
 
     const fw::TreeListNode focalizzato = albero->focusedNode();
     const int posizione = focalizzato.isValid() ? focalizzato.absoluteIndex() : -1;
@@ -123,7 +123,8 @@ void Inserimento::InserisciNodo(bool &capostipite)
         nuovo.root = !haPadre;
 
         const int totale = selezionati->recordCount();
-        fw::WorkProgress avanzamento(&m_form, QStringLiteral("Inserimento delle anagrafiche nella distinta"), totale, true);
+        fw::WorkProgress avanzamento(&m_form, QStringLiteral("Inserimento delle anagrafiche nella distinta"), totale,
+                                     true);
         avanzamento.showCounts();
         avanzamento.setObjectName(QStringLiteral("dlgAvanzamento"));
         int fatti = 0;
@@ -131,8 +132,8 @@ void Inserimento::InserisciNodo(bool &capostipite)
             Verifica::Nodo candidato;
             bool continua = m_form.step(procedure, [&] {
                 candidato.idPadre = haPadre ? idPadre : 0;
-                candidato.codice =
-                    qint64(MODGD_DISTINTA::NvlNumero(selezionati->value(QStringLiteral("Codice"))).toDouble());
+                candidato.codice = qint64(
+                    MODGD_DISTINTA::NvlNumero(selezionati->value(QStringLiteral("Codice"))).toDouble());
                 candidato.dataInizio = inizio;
                 candidato.dataFine = fine;
             });
@@ -164,7 +165,7 @@ void Inserimento::InserisciNodo(bool &capostipite)
     if (!nonImportate.trimmed().isEmpty())
         m_form.notifica(QStringLiteral("Anagrafiche non importate:\n") + nonImportate);
 
-    nodi.reset();   // the reload lets go of the rows read before
+    nodi.reset(); // the reload lets go of the rows read before
     m_albero.CaricaDistinta();
     if (posizione >= 0 && albero->count() > 0)
         albero->setFocusedAbsoluteIndex(qMin(posizione, albero->count() - 1));

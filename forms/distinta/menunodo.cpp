@@ -33,7 +33,8 @@ MenuNodo::MenuNodo(FormFrame &form, Albero &albero, StatoLegame &stato, Gestioni
 {
     mnuCollegamento->setObjectName(QStringLiteral("mnuCollegamento"));
     mnuAnagCF = voce(mnuCollegamento, QStringLiteral("mnuAnagCF"), QStringLiteral("Collegamento ad anagrafica"));
-    mnuSchedaCF = voce(mnuCollegamento, QStringLiteral("mnuSchedaCF"), QStringLiteral("Collegamento scheda anagrafica"));
+    mnuSchedaCF = voce(mnuCollegamento, QStringLiteral("mnuSchedaCF"),
+                       QStringLiteral("Collegamento scheda anagrafica"));
     mnuPropagaFigli = voce(mnuCollegamento, QStringLiteral("mnuPropagaFigli"),
                            QStringLiteral("Imposta valori fatturazione sui figli"));
     // A heading with no action of its own: the command on the branch's state sits under it.
@@ -59,13 +60,15 @@ void MenuNodo::TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, const QStr
         return;
     FormFrame::quietly([&] {
         const int row = node.row();
-        const auto campo = [&](const char *field) { return nodi->valueAt(row, nodi->fieldIndex(QLatin1String(field))); };
+        const auto campo = [&](const char *field) {
+            return nodi->valueAt(row, nodi->fieldIndex(QLatin1String(field)));
+        };
         m_cliccato.idNodo = campo("GD02_ID").toLongLong();
         m_cliccato.livello = node.level();
         m_cliccato.indice = node.absoluteIndex();
         m_cliccato.tipoAnagFatt = short(campo("GD02_TIPOANAGFATT").toInt());
-        m_cliccato.codiceFatt =
-            MODGD_DISTINTA::NvlNumero(MODGD_DISTINTA::NvlTrim(campo("GD02_CLIFORFATT_CG44"), 0)).toDouble();
+        m_cliccato.codiceFatt = MODGD_DISTINTA::NvlNumero(MODGD_DISTINTA::NvlTrim(campo("GD02_CLIFORFATT_CG44"), 0))
+                                    .toDouble();
         bool ok = false;
         const qint64 soggetto = campo("GD02_CLIFOR_CG44").toLongLong(&ok);
         m_cliccato.soggetto = ok ? std::optional<qint64>(soggetto) : std::nullopt;
@@ -78,7 +81,7 @@ void MenuNodo::apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &
 {
     if (!node.isValid())
         return;
-    TVW_DISTINTA_OnMouseDown(node, QString(), Qt::NoButton, QPoint());   // the node as it is now
+    TVW_DISTINTA_OnMouseDown(node, QString(), Qt::NoButton, QPoint()); // the node as it is now
     mnuAnagCF->setEnabled(m_cliccato.soggetto.has_value());
     mnuSchedaCF->setEnabled(m_cliccato.soggetto.has_value());
     mnuPropagaFigli->setEnabled(node.hasChildren());

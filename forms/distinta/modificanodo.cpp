@@ -64,7 +64,8 @@ ModificaNodo::ModificaNodo(FormFrame &form, Albero &albero, Verifica &verifica)
 bool ModificaNodo::TVW_DISTINTA_OnEdited(const fw::TreeListNode &node, const QString &column, const QVariant &value,
                                          bool valid)
 {
-    if (vuoto(valoreDopo(node, column, value, colonnaRegola)) && vuoto(valoreDopo(node, column, value, colonnaCodiceFatt))) {
+    if (vuoto(valoreDopo(node, column, value, colonnaRegola))
+        && vuoto(valoreDopo(node, column, value, colonnaCodiceFatt))) {
         TXT_ALFA->hide();
         return true;
     }
@@ -156,7 +157,8 @@ void ModificaNodo::TVW_DISTINTA_OnEditing(const fw::TreeListNode &node, const QS
         azzeraCodiceFatturazione(node);
 }
 
-void ModificaNodo::TVW_DISTINTA_OnEditCloseUp(const fw::TreeListNode &node, const QString &column, const QVariant &value)
+void ModificaNodo::TVW_DISTINTA_OnEditCloseUp(const fw::TreeListNode &node, const QString &column,
+                                              const QVariant &value)
 {
     if (column != colonnaRegola && column != colonnaCodiceFatt)
         return;
@@ -177,7 +179,8 @@ QString ModificaNodo::DescrizionePrioritaDigitata(const QString &codice)
 {
     QString descrizione;
     m_form.step(QStringLiteral("TVW_DISTINTA_OnEdited"), [&] {
-        const db::RecordsetPtr priorita = m_form.connection()->openRecordset(nodistatements::priorityLookupQuery(codice));
+        const db::RecordsetPtr priorita = m_form.connection()->openRecordset(
+            nodistatements::priorityLookupQuery(codice));
         if (!priorita->isEmpty())
             descrizione = MODGD_DISTINTA::NvlStringa(priorita->valueAt(0, 0));
     });
@@ -216,21 +219,24 @@ void ModificaNodo::GestioneTXTAnagrafica(Apertura)
     if (!node.isValid() || !m_albero.nodi())
         return;
     m_idNodoTXT_ALFA = m_albero.idDelNodo(node);
-    QMetaObject::invokeMethod(this, [this] {
-        fw::TreeList *albero = m_albero.widget();
-        const fw::TreeListNode focused = albero->focusedNode();
-        if (!focused.isValid() || !m_albero.nodi() || m_albero.idDelNodo(focused) != m_idNodoTXT_ALFA)
-            return;
-        const QRect cell = albero->cellRect(focused, colonnaCodiceFatt);
-        if (!cell.isValid())
-            return;
-        TXT_ALFA->setGeometry(cell);
-        TXT_ALFA->setText(MODGD_DISTINTA::NvlTrim(focused.value(colonnaCodiceFatt), QString()).toString());
-        TXT_ALFA->show();
-        TXT_ALFA->raise();
-        TXT_ALFA->setFocus();
-        TXT_ALFA->selectAll();
-    }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            fw::TreeList *albero = m_albero.widget();
+            const fw::TreeListNode focused = albero->focusedNode();
+            if (!focused.isValid() || !m_albero.nodi() || m_albero.idDelNodo(focused) != m_idNodoTXT_ALFA)
+                return;
+            const QRect cell = albero->cellRect(focused, colonnaCodiceFatt);
+            if (!cell.isValid())
+                return;
+            TXT_ALFA->setGeometry(cell);
+            TXT_ALFA->setText(MODGD_DISTINTA::NvlTrim(focused.value(colonnaCodiceFatt), QString()).toString());
+            TXT_ALFA->show();
+            TXT_ALFA->raise();
+            TXT_ALFA->setFocus();
+            TXT_ALFA->selectAll();
+        },
+        Qt::QueuedConnection);
 }
 
 // The code must be a subject of the company and kind.
@@ -257,8 +263,8 @@ void ModificaNodo::TXT_ALFA_Invio()
         if (!m_form.step(QStringLiteral("TXT_ALFA_KeyDown"), [&] { nome = m_albero.AssegnaRagioneSociale(numero); }))
             return;
         if (nome.isEmpty()) {
-            m_form.avviso((m_albero.tipoSoggetto() != 0 ? QStringLiteral("Fornitore ") : QStringLiteral("Cliente ")) + testo
-                          + QStringLiteral(" non trovato tra le anagrafiche della ditta."));
+            m_form.avviso((m_albero.tipoSoggetto() != 0 ? QStringLiteral("Fornitore ") : QStringLiteral("Cliente "))
+                          + testo + QStringLiteral(" non trovato tra le anagrafiche della ditta."));
             TXT_ALFA->setFocus();
             return;
         }

@@ -50,8 +50,8 @@ private:
     Albero &m_albero;
     Verifica &m_verifica;
     QLineEdit *TXT_ALFA = nullptr;
-    qint64 m_idNodoTXT_ALFA = 0;        // the node the billing-code editor opened on
-    bool m_messaggioTXT_ALFA = false;   // a message of its own takes the focus from it
+    qint64 m_idNodoTXT_ALFA = 0;      // the node the billing-code editor opened on
+    bool m_messaggioTXT_ALFA = false; // a message of its own takes the focus from it
 };
 
 } // namespace distinta

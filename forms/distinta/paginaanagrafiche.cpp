@@ -56,8 +56,8 @@ PaginaAnagrafiche::PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albe
     TXT_FILTROANAGRAFICHE->setObjectName(QStringLiteral("TXT_FILTROANAGRAFICHE"));
     TXT_FILTROANAGRAFICHE->setPlaceholderText(QStringLiteral("Filtra per codice, ragione sociale o città"));
     TXT_FILTROANAGRAFICHE->setClearButtonEnabled(true);
-    TXT_FILTROANAGRAFICHE->setToolTip(QStringLiteral(
-        "Mostra solo i soggetti il cui codice, ragione sociale o città contiene il testo; le spunte restano (Ctrl+Maiusc+F)"));
+    TXT_FILTROANAGRAFICHE->setToolTip(QStringLiteral("Mostra solo i soggetti il cui codice, ragione sociale o città "
+                                                     "contiene il testo; le spunte restano (Ctrl+Maiusc+F)"));
     LBL_SELEZIONATI->setObjectName(QStringLiteral("LBL_SELEZIONATI"));
     GRD_ANAGRAFICHEDISTINTA->setObjectName(QStringLiteral("GRD_ANAGRAFICHEDISTINTA"));
 
@@ -103,9 +103,11 @@ void PaginaAnagrafiche::collegaFiltro()
             [this](const QString &testo) { GRD_ANAGRAFICHEDISTINTA->rowFilter()->setFilterText(testo); });
     GRD_ANAGRAFICHEDISTINTA->gridModel()->setHeadingToolTips({
         {QStringLiteral("Seleziona"),
-         QStringLiteral("Soggetti scelti per l'aggiunta alla distinta; un clic sull'intestazione li sceglie o li toglie tutti")},
+         QStringLiteral(
+             "Soggetti scelti per l'aggiunta alla distinta; un clic sull'intestazione li sceglie o li toglie tutti")},
         {QStringLiteral("AssociatoInDistinta"),
-         QStringLiteral("Il soggetto è già in una distinta (di qualunque tipo) dello stesso genere, clienti o fornitori")},
+         QStringLiteral(
+             "Il soggetto è già in una distinta (di qualunque tipo) dello stesso genere, clienti o fornitori")},
         {QStringLiteral("Codice"), QStringLiteral("Codice del cliente o del fornitore")},
         {QStringLiteral("Ragione sociale"), QStringLiteral("Ragione sociale del soggetto")},
         {QStringLiteral("CodPagamento"), QStringLiteral("Codice della condizione di pagamento")},
@@ -157,8 +159,8 @@ void PaginaAnagrafiche::CaricaAnagraficheDistinta()
     const db::ConnectionPtr connection = m_form.connection();
     EliminaTabellaTemp(anagrafichestatements::subjectListTable(), connection);
     if (!m_form.step(procedure, [&] {
-            connection->execute(
-                anagrafichestatements::buildSubjectListStatement(m_form.companyCode(), subjectKind, m_albero.divisione()));
+            connection->execute(anagrafichestatements::buildSubjectListStatement(m_form.companyCode(), subjectKind,
+                                                                                 m_albero.divisione()));
         }))
         return;
     db::RecordsetPtr list;
@@ -190,9 +192,16 @@ void PaginaAnagrafiche::InizializzaQgrid()
     m_form.step(QStringLiteral("InizializzaQgrid"), [this] {
         using Kind = fw::RecordsetGridColumn::Kind;
         QList<fw::RecordsetGridColumn> subjects = {
-            {.key = QStringLiteral("Seleziona"), .caption = QStringLiteral("Sel."), .width = 750,
-             .kind = Kind::Check, .readOnly = false, .background = QColor(255, 255, 153)},
-            {.key = QStringLiteral("AssociatoInDistinta"), .caption = QStringLiteral("Pres."), .width = 750, .kind = Kind::Mark},
+            {.key = QStringLiteral("Seleziona"),
+             .caption = QStringLiteral("Sel."),
+             .width = 750,
+             .kind = Kind::Check,
+             .readOnly = false,
+             .background = QColor(255, 255, 153)},
+            {.key = QStringLiteral("AssociatoInDistinta"),
+             .caption = QStringLiteral("Pres."),
+             .width = 750,
+             .kind = Kind::Mark},
             {.key = QStringLiteral("Codice"), .width = 900},
             {.key = QStringLiteral("Ragione sociale"), .width = 4500},
             {.key = QStringLiteral("CodPagamento"), .width = 600},
@@ -202,8 +211,8 @@ void PaginaAnagrafiche::InizializzaQgrid()
             {.key = QStringLiteral("Citta"), .width = 3000},
             {.key = QStringLiteral("Provincia"), .width = 1000},
         };
-        for (const char *classification : {"Macroarea", "Area", "Zona", "MacroCategoria", "Categoria",
-                                           "SottoCategoria", "RaggrCF1", "RaggrCF2", "RaggrCF3"})
+        for (const char *classification : {"Macroarea", "Area", "Zona", "MacroCategoria", "Categoria", "SottoCategoria",
+                                           "RaggrCF1", "RaggrCF2", "RaggrCF3"})
             subjects.append({.key = QString::fromLatin1(classification), .width = 3000});
         GRD_ANAGRAFICHEDISTINTA->setColumns(subjects);
         m_qgridConfigurata = true;
@@ -234,17 +243,20 @@ void PaginaAnagrafiche::contaSelezionatiPiuTardi()
     if (m_conteggioInAttesa)
         return;
     m_conteggioInAttesa = true;
-    QMetaObject::invokeMethod(this, [this] {
-        m_conteggioInAttesa = false;
-        m_selezionati = 0;
-        if (m_anagrafiche) {
-            const int field = m_anagrafiche->fieldIndex(QStringLiteral("Seleziona"));
-            for (int row = 0; field >= 0 && row < m_anagrafiche->recordCount(); ++row)
-                m_selezionati += m_anagrafiche->valueAt(row, field).toInt() == 1 ? 1 : 0;
-        }
-        aggiornaConteggio();
-        emit selezioneCambiata();
-    }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_conteggioInAttesa = false;
+            m_selezionati = 0;
+            if (m_anagrafiche) {
+                const int field = m_anagrafiche->fieldIndex(QStringLiteral("Seleziona"));
+                for (int row = 0; field >= 0 && row < m_anagrafiche->recordCount(); ++row)
+                    m_selezionati += m_anagrafiche->valueAt(row, field).toInt() == 1 ? 1 : 0;
+            }
+            aggiornaConteggio();
+            emit selezioneCambiata();
+        },
+        Qt::QueuedConnection);
 }
 
 void PaginaAnagrafiche::aggiornaConteggio()

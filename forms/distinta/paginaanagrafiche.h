@@ -16,7 +16,7 @@ class QWidget;
 namespace fw {
 class EmptyViewHint;
 class RecordsetGrid;
-}
+} // namespace fw
 
 namespace distinta {
 
@@ -82,7 +82,7 @@ private:
     bool m_selezionaTutti = false;
     bool m_conteggioInAttesa = false;
     int m_selezionati = 0;
-    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
+    QPointer<fw::EmptyViewHint> m_vuoto; // asks this part for its text: goes with it
 };
 
 } // namespace distinta

@@ -57,9 +57,13 @@ void PaginaCondizioni::ConfiguraGRD_PREMI()
             {.key = QStringLiteral("ContrattoVer"), .caption = QStringLiteral("Versione"), .width = 800},
             {.key = QStringLiteral("TipoPremioAtt"), .caption = QStringLiteral("Premio"), .width = 800},
             {.key = QStringLiteral("CondizioneDes"), .caption = QStringLiteral("Descr. premio"), .width = 2000},
-            {.key = QStringLiteral("CondizioneIni"), .caption = QStringLiteral("Data inizio"), .width = 1000,
+            {.key = QStringLiteral("CondizioneIni"),
+             .caption = QStringLiteral("Data inizio"),
+             .width = 1000,
              .displayText = testoData},
-            {.key = QStringLiteral("CondizioneFin"), .caption = QStringLiteral("Data fine"), .width = 1000,
+            {.key = QStringLiteral("CondizioneFin"),
+             .caption = QStringLiteral("Data fine"),
+             .width = 1000,
              .displayText = testoData},
             {.key = QStringLiteral("CondizioneCodIntest"), .caption = QStringLiteral("Intestatario"), .width = 800},
             {.key = QStringLiteral("CondizioneRagIntest"), .caption = QStringLiteral("Rag. Sociale"), .width = 2000},
@@ -105,7 +109,8 @@ void PaginaCondizioni::InvocaContratti()
         contratto.ContrattoVer = riga.value(QStringLiteral("ContrattoVer"));
         contratto.ContrattoDes = riga.value(QStringLiteral("ContrattoDes"));
         contratto.IDCondizione = riga.value(QStringLiteral("IDCondizione"));
-        contratto.premio = MODGD_DISTINTA::NvlStringa(riga.value(QStringLiteral("TipoCondizione"))) == QLatin1String("Premio");
+        contratto.premio = MODGD_DISTINTA::NvlStringa(riga.value(QStringLiteral("TipoCondizione")))
+            == QLatin1String("Premio");
         contratto.CondizioneCod = riga.value(QStringLiteral("CondizioneCod"));
         if (fw::ModuleManager *modules = m_form.moduleManager(QStringLiteral("Contratti")))
             modules->openContract(contratto);

@@ -18,7 +18,7 @@ namespace distinta {
 
 namespace {
 
-constexpr int larghezzaNome = 2000;     // twips
+constexpr int larghezzaNome = 2000; // twips
 constexpr int larghezzaValore = 9000;
 
 } // namespace
@@ -52,12 +52,9 @@ QString PaginaDatiAnagrafici::CaricaDatiAnagrafici(const db::FieldInfo &field, c
             return {};
         return QLocale(QLocale::Italian, QLocale::Italy).toString(number, 'f', field.numericScale > 0 ? 2 : 0);
     }
-    case db::FieldType::DateTime:
-        return sqltext::dayMonthYear(value.toDate());
-    case db::FieldType::Text:
-        return value.toString();
-    default:
-        return {};
+    case db::FieldType::DateTime: return sqltext::dayMonthYear(value.toDate());
+    case db::FieldType::Text: return value.toString();
+    default: return {};
     }
 }
 
@@ -81,10 +78,10 @@ void PaginaDatiAnagrafici::CaricaCondizioniCliente(double codice)
             const fw::GlobalServices *services = m_form.globals();
             const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
             const QString visibilita = services && !divisione.isEmpty()
-                                           ? services->divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A"))
-                                           : QString();
+                ? services->divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A"))
+                : QString();
             const Parametri &parametri = m_parametri.valori();
-            const dettaglistatements::GruppiAnagrafica gruppi{.condVendita = parametri.flgCondVendita,
+            const dettaglistatements::GruppiAnagrafica gruppi {.condVendita = parametri.flgCondVendita,
                                                                .provvigioni = parametri.flgProvvigioni,
                                                                .classificazioni = parametri.flgClassificazioni};
             dati = m_form.connection()->openRecordset(dettaglistatements::masterDataQuery(

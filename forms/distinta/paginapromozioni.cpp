@@ -142,14 +142,24 @@ void PaginaPromozioni::ConfiguraQRID_PROMO()
             {.key = QStringLiteral("ANNO"), .caption = QStringLiteral("Anno"), .width = 800},
             {.key = QStringLiteral("MG94_CODCAMP"), .caption = QStringLiteral("Codice"), .width = 1000},
             {.key = QStringLiteral("MG94_DESCAMP"), .caption = QStringLiteral("Descrizione"), .width = 2500},
-            {.key = QStringLiteral("MG94_DATAINIZIO"), .caption = QStringLiteral("Data inizio"), .width = 1000,
+            {.key = QStringLiteral("MG94_DATAINIZIO"),
+             .caption = QStringLiteral("Data inizio"),
+             .width = 1000,
              .displayText = testoData},
-            {.key = QStringLiteral("MG94_DATAFINE"), .caption = QStringLiteral("Data fine"), .width = 1000,
+            {.key = QStringLiteral("MG94_DATAFINE"),
+             .caption = QStringLiteral("Data fine"),
+             .width = 1000,
              .displayText = testoData},
-            {.key = QStringLiteral("MG94_FLGATTIVA"), .caption = QStringLiteral("Attiva in campagne promozionali"),
-             .width = 2085, .kind = Kind::Check, .readOnly = true},
-            {.key = colonnaSelez, .caption = QStringLiteral("Attiva per cli/for distinta"), .width = 2220,
-             .kind = Kind::Check, .readOnly = false},
+            {.key = QStringLiteral("MG94_FLGATTIVA"),
+             .caption = QStringLiteral("Attiva in campagne promozionali"),
+             .width = 2085,
+             .kind = Kind::Check,
+             .readOnly = true},
+            {.key = colonnaSelez,
+             .caption = QStringLiteral("Attiva per cli/for distinta"),
+             .width = 2220,
+             .kind = Kind::Check,
+             .readOnly = false},
         });
     });
 }
@@ -197,14 +207,15 @@ void PaginaPromozioni::CaricaCondizioniInFattura(qint64 idNodo, short regola)
     QString struttura;
     QString localizzata;
     if (!m_form.step(procedure, [&] {
-            const db::RecordsetPtr priorita =
-                connection->openRecordset(dettaglistatements::nodePrioritiesQuery(m_albero.idTipo(), idNodo));
+            const db::RecordsetPtr priorita = connection->openRecordset(
+                dettaglistatements::nodePrioritiesQuery(m_albero.idTipo(), idNodo));
             if (priorita->isEmpty())
                 return;
             priorita->moveFirst();
-            struttura = m_priorita.Get_LP09_CODICE(connection, priorita->value(QStringLiteral("GD02_IDSTRUTTURA_LP09")));
-            localizzata =
-                m_priorita.Get_LP09_CODICE(connection, priorita->value(QStringLiteral("GD02_IDLOCALIZZATA_LP09")));
+            struttura = m_priorita.Get_LP09_CODICE(connection,
+                                                   priorita->value(QStringLiteral("GD02_IDSTRUTTURA_LP09")));
+            localizzata = m_priorita.Get_LP09_CODICE(connection,
+                                                     priorita->value(QStringLiteral("GD02_IDLOCALIZZATA_LP09")));
         }))
         return;
     m_priorita.campoStruttura()->setText(struttura);

@@ -69,7 +69,7 @@ private:
     QLineEdit *TXT_GD02_ID;
     fw::RecordsetGrid *GRD_PROMO;
     db::RecordsetPtr m_promozioni;
-    qint64 m_idNodoPromo = 0;   // node and rule of the list shown
+    qint64 m_idNodoPromo = 0; // node and rule of the list shown
     short m_regolaPromo = 0;
 };
 

@@ -48,8 +48,10 @@ PaginaRicerca::PaginaRicerca(FormFrame &form)
     layout->addWidget(GRD_CERCADISTINTA);
 
     connect(GRD_CERCADISTINTA, &fw::RecordsetGrid::buttonClicked, this, &PaginaRicerca::GRD_CERCADISTINTA_ButtonClick);
-    connect(CMD_RICERCA, &QPushButton::clicked, this, [this] { cercaDaCaselle(QStringLiteral("CMD_RICERCA_ButtonClick")); });
-    connect(TXT_CODICE, &QLineEdit::returnPressed, this, [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
+    connect(CMD_RICERCA, &QPushButton::clicked, this,
+            [this] { cercaDaCaselle(QStringLiteral("CMD_RICERCA_ButtonClick")); });
+    connect(TXT_CODICE, &QLineEdit::returnPressed, this,
+            [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     connect(TXT_RAGIONESOC, &QLineEdit::returnPressed, this,
             [this] { cercaDaCaselle(QStringLiteral("TXT_RAGIONESOC_KeyDown")); });
     m_vuoto = new fw::EmptyViewHint(GRD_CERCADISTINTA, [this]() -> QString {

@@ -13,7 +13,7 @@ class QWidget;
 namespace fw {
 class EmptyViewHint;
 class RecordsetGrid;
-}
+} // namespace fw
 
 namespace distinta {
 
@@ -51,7 +51,7 @@ private:
     QPushButton *CMD_RICERCA;
     fw::RecordsetGrid *GRD_CERCADISTINTA;
     db::RecordsetPtr m_risultatiRicerca;
-    QPointer<fw::EmptyViewHint> m_vuoto;   // asks this part for its text: goes with it
+    QPointer<fw::EmptyViewHint> m_vuoto; // asks this part for its text: goes with it
 };
 
 } // namespace distinta

@@ -43,8 +43,8 @@ PagineDettaglio::PagineDettaglio(FormFrame &form, Albero &albero, Selettore &sel
 
 QList<QWidget *> PagineDettaglio::ordineTab() const
 {
-    return QList<QWidget *>{TAB_DETTAGLIOSOGGETTO->tabBar(), m_datiAnagrafici.griglia()} + m_promozioni.ordineTab()
-           + QList<QWidget *>{m_condizioni.griglia()};
+    return QList<QWidget *> {TAB_DETTAGLIOSOGGETTO->tabBar(), m_datiAnagrafici.griglia()} + m_promozioni.ordineTab()
+        + QList<QWidget *> {m_condizioni.griglia()};
 }
 
 void PagineDettaglio::preparaPagine()
@@ -68,25 +68,28 @@ void PagineDettaglio::nodoFocalizzato(const fw::TreeListNode &current)
     if (m_datiAnagrafici.soggettoCaricato() != codice)
         m_datiAnagrafici.SvuotaFlex();
     caricaPaginaPiuTardi();
-    m_promozioni.mostraNodo(
-        MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_IDPARENT_GD02"))).toLongLong() == 0);
+    m_promozioni.mostraNodo(MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_IDPARENT_GD02"))).toLongLong()
+                            == 0);
     emit nodoMostrato();
     bloccaDateNodo(current);
 }
 
 void PagineDettaglio::dopoIlLavoro()
 {
-    QMetaObject::invokeMethod(this, [this] {
-        if (m_albero.lavoroInCorso() || !m_form.isLoaded())
-            return;
-        nodoFocalizzato(m_albero.widget()->focusedNode());
-    }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_albero.lavoroInCorso() || !m_form.isLoaded())
+                return;
+            nodoFocalizzato(m_albero.widget()->focusedNode());
+        },
+        Qt::QueuedConnection);
 }
 
 void PagineDettaglio::bloccaDateNodo(const fw::TreeListNode &current)
 {
     const bool bloccate = m_legami.PremioDefinitivo(m_albero.idNodoCorrente(), std::nullopt);
-    m_albero.widget()->setLockedCells(current, bloccate ? QStringList{colonnaInizio} : QStringList{});
+    m_albero.widget()->setLockedCells(current, bloccate ? QStringList {colonnaInizio} : QStringList {});
 }
 
 // The first focus change of a turn of the event loop fills the page at once; the ones that
@@ -98,15 +101,19 @@ void PagineDettaglio::caricaPaginaPiuTardi()
         return;
     if (!m_paginaCaricataNelGiro) {
         m_paginaCaricataNelGiro = true;
-        QMetaObject::invokeMethod(this, [this] { m_paginaCaricataNelGiro = false; }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { m_paginaCaricataNelGiro = false; }, Qt::QueuedConnection);
         caricaPaginaDettaglio();
         return;
     }
     m_paginaInAttesa = true;
-    QMetaObject::invokeMethod(this, [this] {
-        m_paginaInAttesa = false;
-        caricaPaginaDettaglio();
-    }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_paginaInAttesa = false;
+            caricaPaginaDettaglio();
+        },
+        Qt::QueuedConnection);
 }
 
 void PagineDettaglio::caricaPaginaDettaglio()
@@ -125,11 +132,8 @@ void PagineDettaglio::caricaPaginaDettaglio()
             nodi->value(QStringLiteral("GD02_ID")).toLongLong(),
             short(MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_INDEREPROMO"))).toInt()));
         break;
-    case paginaCondizioni:
-        m_condizioni.CaricaCondizioniFuoriFattura();
-        break;
-    default:
-        break;
+    case paginaCondizioni: m_condizioni.CaricaCondizioniFuoriFattura(); break;
+    default: break;
     }
 }
 

@@ -70,8 +70,8 @@ private:
     PaginaDatiAnagrafici m_datiAnagrafici;
     PaginaPromozioni m_promozioni;
     PaginaCondizioni m_condizioni;
-    bool m_paginaInAttesa = false;          // a page load waits for the focus to settle
-    bool m_paginaCaricataNelGiro = false;   // a page was filled in this turn of the loop
+    bool m_paginaInAttesa = false;        // a page load waits for the focus to settle
+    bool m_paginaCaricataNelGiro = false; // a page was filled in this turn of the loop
 };
 
 } // namespace distinta

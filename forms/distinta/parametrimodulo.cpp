@@ -49,8 +49,8 @@ ParametriModulo::ParametriModulo(FRMGD_DISTINTA &editor)
 void ParametriModulo::CaricaParametri()
 {
     m_editor.step(QStringLiteral("CaricaParametri"), [this] {
-        const db::RecordsetPtr rows =
-            m_editor.connection()->openRecordset(parametristatements::snapshotQuery(m_editor.companyCode()));
+        const db::RecordsetPtr rows = m_editor.connection()->openRecordset(
+            parametristatements::snapshotQuery(m_editor.companyCode()));
         Parametri read;
         if (!rows->isEmpty()) {
             const db::Recordset &row = *rows;

@@ -18,15 +18,15 @@ namespace {
 
 struct CampoPriorita
 {
-    const char *field;        // the node's column
-    const char *column;       // the tree's column
-    const char *invalid;      // the refusal of an unknown code
+    const char *field;   // the node's column
+    const char *column;  // the tree's column
+    const char *invalid; // the refusal of an unknown code
 };
 
-const CampoPriorita struttura{"GD02_IDSTRUTTURA_LP09", "trGD02_IDSTRUTTURA_LP09",
-                              "Attenzione il codice della priorità listini per struttura non è valido"};
-const CampoPriorita localizzata{"GD02_IDLOCALIZZATA_LP09", "trGD02_IDLOCALIZZATA_LP09",
-                                "Attenzione il codice della priorità listini localizzata non è valido"};
+const CampoPriorita struttura {"GD02_IDSTRUTTURA_LP09", "trGD02_IDSTRUTTURA_LP09",
+                               "Attenzione il codice della priorità listini per struttura non è valido"};
+const CampoPriorita localizzata {"GD02_IDLOCALIZZATA_LP09", "trGD02_IDLOCALIZZATA_LP09",
+                                 "Attenzione il codice della priorità listini localizzata non è valido"};
 
 const CampoPriorita *campoDiColonna(const QString &column)
 {
@@ -80,8 +80,8 @@ void Priorita::segnalaErrorePriorita(const QString &lookup, const std::exception
 QVariant Priorita::Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, const QString &codice, bool *ok)
 {
     try {
-        const db::RecordsetPtr rows =
-            connection->openRecordset(prioritastatements::priorityIdQuery(m_form.companyCode(), codice));
+        const db::RecordsetPtr rows = connection->openRecordset(
+            prioritastatements::priorityIdQuery(m_form.companyCode(), codice));
         if (ok)
             *ok = true;
         return rows->isEmpty() ? QVariant() : rows->valueAt(0, 0);
@@ -98,8 +98,8 @@ QString Priorita::Get_LP09_CODICE(const db::ConnectionPtr &connection, const QVa
     if (MODGD_DISTINTA::NvlStringa(idPriorita).isEmpty())
         return {};
     try {
-        const db::RecordsetPtr rows =
-            connection->openRecordset(prioritastatements::priorityCodeQuery(idPriorita.toLongLong()));
+        const db::RecordsetPtr rows = connection->openRecordset(
+            prioritastatements::priorityCodeQuery(idPriorita.toLongLong()));
         return rows->isEmpty() ? QString() : MODGD_DISTINTA::NvlStringa(rows->valueAt(0, 0));
     } catch (const std::exception &error) {
         segnalaErrorePriorita(QStringLiteral("Get_LP09_CODICE:"), error, ok);
@@ -126,7 +126,7 @@ void Priorita::TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node, cons
         return;
     node.focus();
     if (m_albero.widget()->focusedNode() != node)
-        return;   // the row it left could not be written
+        return; // the row it left could not be written
     if (const std::optional<PrioritaScelta> scelta = ScegliPriorita())
         assegnaPriorita(QStringLiteral("TVW_DISTINTA_OnEditButtonClick"), QLatin1String(priorita->field),
                         qint64(*scelta->IDPriorita));

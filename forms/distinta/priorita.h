@@ -53,8 +53,8 @@ private:
     Albero &m_albero;
     QLineEdit *TXT_PRIORITA_STRUTTURA;
     QLineEdit *TXT_PRIORITA_LOCALIZZATA;
-    QHash<qint64, QString> m_codiciPriorita;             // LP09_CODICE by LP09_ID, for the rows below
-    std::weak_ptr<db::Recordset> m_codiciPrioritaDi;     // the rows the codes were read for
+    QHash<qint64, QString> m_codiciPriorita;         // LP09_CODICE by LP09_ID, for the rows below
+    std::weak_ptr<db::Recordset> m_codiciPrioritaDi; // the rows the codes were read for
 };
 
 } // namespace distinta

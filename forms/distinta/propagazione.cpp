@@ -33,8 +33,7 @@ Propagazione::Propagazione(FormFrame &form, Albero &albero, StatoLegame &stato)
     : m_form(form)
     , m_albero(albero)
     , m_stato(stato)
-{
-}
+{ }
 
 fw::TreeListNode Propagazione::nodo(const NodoCliccato &cliccato) const
 {
@@ -78,7 +77,7 @@ void Propagazione::PropagaFigli(const NodoCliccato &cliccato)
                     righe->setValue(campoCodice, codice);
                     righe->update();
                 } catch (const db::DatabaseError &) {
-                    righe->cancelUpdate();   // a retry starts again from the stored row
+                    righe->cancelUpdate(); // a retry starts again from the stored row
                     throw;
                 }
             },
@@ -87,8 +86,8 @@ void Propagazione::PropagaFigli(const NodoCliccato &cliccato)
                 altrove = m_form.step(procedurePropaga, [&] {
                     righe->resync();
                     modificatiAltrove << MODGD_DISTINTA::NvlStringa(righe->value(QStringLiteral("GD02_CLIFOR_CG44")))
-                                             + QStringLiteral(" - ")
-                                             + MODGD_DISTINTA::NvlStringa(righe->value(QStringLiteral("RAGIONESOCIALE")));
+                            + QStringLiteral(" - ")
+                            + MODGD_DISTINTA::NvlStringa(righe->value(QStringLiteral("RAGIONESOCIALE")));
                 });
             });
         if (!(scritto || altrove) || !avanzamento.advance(++fatti))
@@ -147,8 +146,8 @@ void Propagazione::RilasciaFigli(const NodoCliccato &cliccato)
 
 QHash<qint64, QString> Propagazione::guidNodiDistinta()
 {
-    const db::RecordsetPtr rows =
-        m_form.connection()->openRecordset(nodistatements::typeGuidsQuery(m_form.companyCode(), m_albero.idTipo()));
+    const db::RecordsetPtr rows = m_form.connection()->openRecordset(
+        nodistatements::typeGuidsQuery(m_form.companyCode(), m_albero.idTipo()));
     QHash<qint64, QString> guids;
     guids.reserve(rows->recordCount());
     for (int row = 0; row < rows->recordCount(); ++row)

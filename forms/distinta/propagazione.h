@@ -20,10 +20,10 @@ struct NodoCliccato
 {
     qint64 idNodo = 0;
     int livello = 0;
-    int indice = -1;                        // absolute position in the tree
+    int indice = -1; // absolute position in the tree
     short tipoAnagFatt = 0;
     double codiceFatt = 0;
-    std::optional<qint64> soggetto;         // none for a node without subject
+    std::optional<qint64> soggetto; // none for a node without subject
 };
 
 // What the context menu pushes down a branch: the billing rule and code of the node the menu

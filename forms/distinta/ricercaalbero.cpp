@@ -61,8 +61,8 @@ void RicercaAlbero::CercaNellaDistinta(Campo campo)
     if (!m_albero.widget()->focusedNode().isValid() || !nodi || (nodi->bof() && nodi->eof()))
         return;
     const std::optional<QString> criterion = campo == Campo::RagioneSociale
-                                                 ? ricercastatements::inTreeNameCriterion(TXTCERCA->text())
-                                                 : ricercastatements::inTreeCodeCriterion(TXTCERCA->text());
+        ? ricercastatements::inTreeNameCriterion(TXTCERCA->text())
+        : ricercastatements::inTreeCodeCriterion(TXTCERCA->text());
     if (!criterion)
         return;
     nodi->moveFirst();
@@ -104,8 +104,8 @@ void RicercaAlbero::cercaSuccessivo()
     if (!focused.isValid() || !nodi || nodi->isEmpty())
         return;
     const std::optional<QString> criterion = m_campoRicerca == Campo::Codice
-                                                 ? ricercastatements::inTreeCodeCriterion(TXTCERCA->text())
-                                                 : std::optional<QString>(ricercastatements::inTreeNameCriterion(TXTCERCA->text()));
+        ? ricercastatements::inTreeCodeCriterion(TXTCERCA->text())
+        : std::optional<QString>(ricercastatements::inTreeNameCriterion(TXTCERCA->text()));
     if (!criterion)
         return;
     m_form.step(QStringLiteral("TXTCERCA_KeyDown"), [&] {

@@ -43,7 +43,7 @@ private:
     Albero &m_albero;
     QLineEdit *TXTCERCA;
     QToolButton *CMD_CERCA;
-    Campo m_campoRicerca = Campo::RagioneSociale;   // the field of the last search
+    Campo m_campoRicerca = Campo::RagioneSociale; // the field of the last search
 };
 
 } // namespace distinta

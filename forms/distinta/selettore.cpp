@@ -40,7 +40,8 @@ Selettore::Selettore(FormFrame &form)
     TVW_SELDISTINTE->setObjectName(QStringLiteral("TVW_SELDISTINTE"));
     TVW_SELDISTINTE->setHeaderHidden(true);
     TVW_SELDISTINTE->setColumnCount(1);
-    TVW_SELDISTINTE->setToolTip(QStringLiteral("Distinte della ditta: Invio o un clic apre la distinta, F5 la ricarica"));
+    TVW_SELDISTINTE->setToolTip(
+        QStringLiteral("Distinte della ditta: Invio o un clic apre la distinta, F5 la ricarica"));
     // The selector reacts to the user's clicks only, never to a selection made by the code.
     connect(TVW_SELDISTINTE, &QTreeWidget::itemClicked, this, &Selettore::sceltaDallUtente);
     if (!TVW_SELDISTINTE->style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, TVW_SELDISTINTE))
@@ -74,12 +75,12 @@ QTreeWidgetItem *Selettore::aggiungiRadice(const QString &key, const QString &te
 
 void Selettore::aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind)
 {
-    const db::RecordsetPtr types =
-        m_form.connection()->openRecordset(distintastatements::typesQuery(m_form.companyCode(), subjectKind));
+    const db::RecordsetPtr types = m_form.connection()->openRecordset(
+        distintastatements::typesQuery(m_form.companyCode(), subjectKind));
     const QIcon icon = typeIcon();
     for (types->moveFirst(); !types->eof(); types->moveNext()) {
         const QString text = types->value(QStringLiteral("GD01_CODICE")).toString() + QLatin1Char('-')
-                             + types->value(QStringLiteral("GD01_DESCR")).toString();
+            + types->value(QStringLiteral("GD01_DESCR")).toString();
         auto *item = new QTreeWidgetItem(root, {text});
         item->setData(0, Qt::UserRole, keyPrefix + types->value(QStringLiteral("GD01_ID")).toString());
         item->setIcon(0, icon);
@@ -150,13 +151,13 @@ int Selettore::tipoDellaRadice() const
 
 QString Selettore::chiaveDelCodice(const QString &codice) const
 {
-    const db::RecordsetPtr tipo =
-        m_form.connection()->openRecordset(stampastatements::typeByCodeQuery(m_form.companyCode(), codice));
+    const db::RecordsetPtr tipo = m_form.connection()->openRecordset(
+        stampastatements::typeByCodeQuery(m_form.companyCode(), codice));
     if (tipo->isEmpty())
         return {};
     const QString prefisso = tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_INDTIPOSOGG"))).toInt() == 0
-                                 ? QStringLiteral("C")
-                                 : QStringLiteral("F");
+        ? QStringLiteral("C")
+        : QStringLiteral("F");
     return prefisso + tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_ID"))).toString();
 }
 

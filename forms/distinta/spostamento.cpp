@@ -30,7 +30,8 @@ Spostamento::Spostamento(FormFrame &form, Albero &albero)
     , CMD_INCOLLANODO(new QPushButton(QStringLiteral("I&ncolla")))
 {
     CMD_TAGLIANODO->setObjectName(QStringLiteral("CMD_TAGLIANODO"));
-    CMD_TAGLIANODO->setToolTip(QStringLiteral("Taglia il nodo selezionato, con i suoi figli, per spostarlo (Alt+T, Ctrl+X)"));
+    CMD_TAGLIANODO->setToolTip(
+        QStringLiteral("Taglia il nodo selezionato, con i suoi figli, per spostarlo (Alt+T, Ctrl+X)"));
     CMD_INCOLLANODO->setObjectName(QStringLiteral("CMD_INCOLLANODO"));
 
     auto *trascina = new fw::TreeListNodeMover(albero.widget());
@@ -43,8 +44,8 @@ Spostamento::Spostamento(FormFrame &form, Albero &albero)
                 QTimer::singleShot(0, this, [this, id, destinazione] { SpostaNodo(id, destinazione); });
             });
     connect(trascina, &fw::TreeListNodeMover::foreignNodeDropped, this, [this] {
-        m_form.avviso(
-            QStringLiteral("Il nodo appartiene a un'altra distinta: un nodo si sposta solo all'interno della sua distinta."));
+        m_form.avviso(QStringLiteral(
+            "Il nodo appartiene a un'altra distinta: un nodo si sposta solo all'interno della sua distinta."));
     });
     connect(trascina, &fw::TreeListNodeMover::cutRequested, this, &Spostamento::CMD_TAGLIANODO_Click);
     connect(trascina, &fw::TreeListNodeMover::pasteRequested, this, [this](bool capostipite) {
@@ -79,10 +80,12 @@ void Spostamento::aggiornaComandi()
     if (riga >= 0) {
         const db::RecordsetPtr nodi = m_albero.nodi();
         nodo = nodi->valueAt(riga, nodi->fieldIndex(QStringLiteral("GD02_CLIFOR_CG44"))).toString()
-               + QStringLiteral(" - ") + nodi->valueAt(riga, nodi->fieldIndex(QStringLiteral("RAGIONESOCIALE"))).toString();
+            + QStringLiteral(" - ")
+            + nodi->valueAt(riga, nodi->fieldIndex(QStringLiteral("RAGIONESOCIALE"))).toString();
     }
     CMD_INCOLLANODO->setToolTip(
-        QStringLiteral("Sposta %1 sotto il nodo selezionato (Alt+N, Ctrl+V); come capostipite: Ctrl+Maiusc+V").arg(nodo));
+        QStringLiteral("Sposta %1 sotto il nodo selezionato (Alt+N, Ctrl+V); come capostipite: Ctrl+Maiusc+V")
+            .arg(nodo));
 }
 
 void Spostamento::impostaTagliato(qint64 idNodo)
@@ -152,8 +155,9 @@ bool Spostamento::SpostaNodo(qint64 idNodo, qint64 idDestinazione)
     }
     const QList<int> ramo = struttura->ramo(nodo);
     if (destinazione >= 0 && ramo.contains(destinazione)) {
-        m_form.avviso(QStringLiteral("Il nodo %1 è nel ramo di %2: un ramo non può essere spostato sotto uno dei suoi nodi.")
-                          .arg(nomeDestinazione, nome));
+        m_form.avviso(
+            QStringLiteral("Il nodo %1 è nel ramo di %2: un ramo non può essere spostato sotto uno dei suoi nodi.")
+                .arg(nomeDestinazione, nome));
         return false;
     }
     if (struttura->padre(nodo) == destinazione) {
@@ -214,7 +218,7 @@ bool Spostamento::SpostaNodo(qint64 idNodo, qint64 idDestinazione)
         }
     }
 
-    nodi.reset();   // the reloads below let go of the rows read before
+    nodi.reset(); // the reloads below let go of the rows read before
 
     spostamentostatements::Spostamento spostamento;
     spostamento.company = m_form.companyCode();
@@ -267,9 +271,10 @@ bool Spostamento::confermaPremiDefinitivi(const StrutturaNodi &struttura, const 
     QString elenco = nomi.mid(0, Elencati).join(QStringLiteral("\n"));
     if (nomi.size() > Elencati)
         elenco += QStringLiteral("\ne altri %1").arg(nomi.size() - Elencati);
-    const QString testo = (nomi.size() == 1 ? QStringLiteral("Il nodo del ramo è usato in un premio definitivo:\n")
-                                            : QStringLiteral("Questi nodi del ramo sono usati in un premio definitivo:\n"))
-                          + elenco + QStringLiteral("\nSi vuole proseguire con lo spostamento?");
+    const QString testo = (nomi.size() == 1
+                               ? QStringLiteral("Il nodo del ramo è usato in un premio definitivo:\n")
+                               : QStringLiteral("Questi nodi del ramo sono usati in un premio definitivo:\n"))
+        + elenco + QStringLiteral("\nSi vuole proseguire con lo spostamento?");
     return m_form.domanda(testo) == fw::Answer::Yes;
 }
 

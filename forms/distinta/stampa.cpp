@@ -132,7 +132,8 @@ bool Stampa::InvocaStampa()
             PclsReport = services ? services->createReportEngine() : nullptr;
             if (!PclsReport)
                 throw std::runtime_error("Il programma non ha un motore di stampa.");
-            connect(PclsReport.get(), &fw::ReportEngine::BeforePrintReport, this, &Stampa::PclsReport_BeforePrintReport);
+            connect(PclsReport.get(), &fw::ReportEngine::BeforePrintReport, this,
+                    &Stampa::PclsReport_BeforePrintReport);
             PclsReport->setTitle(titoloStampa);
             PclsReport->setReportFile(fileStampa);
             PclsReport->setConnection(m_form.connection());
@@ -153,7 +154,8 @@ void Stampa::PclsReport_BeforePrintReport()
 void Stampa::PreparaLimiti()
 {
     m_form.step(QStringLiteral("PreparaLimiti"), [&] {
-        PclsReport->setParameter(QStringLiteral("FINOALIVELLO"), QString::number(Livelli::numeroIniziale(m_livelloStampa)));
+        PclsReport->setParameter(QStringLiteral("FINOALIVELLO"),
+                                 QString::number(Livelli::numeroIniziale(m_livelloStampa)));
     });
 }
 

@@ -29,8 +29,8 @@ public:
     QPushButton *pulsante() const { return CMD_STAMPA; }
 
     void CMD_STAMPA_Click();
-    bool StampaDistinta(const QString &testoLivello);   // true when the report ran
-    bool preparaStampa(const QString &testoLivello);    // its first part: the work rows
+    bool StampaDistinta(const QString &testoLivello); // true when the report ran
+    bool preparaStampa(const QString &testoLivello);  // its first part: the work rows
     bool PulisciStampa();
     bool InvocaStampa();
     QString chiaveStampa() const { return m_chiaveStampa; }

@@ -45,8 +45,8 @@ void StatoLegame::TXT_GD02_STATO_AfterItem(bool cambiatoDallUtente)
 
 QString StatoLegame::guidNodo(qint64 idNodo)
 {
-    const db::RecordsetPtr guid =
-        m_form.connection()->openRecordset(nodistatements::nodeGuidQuery(m_form.companyCode(), idNodo));
+    const db::RecordsetPtr guid = m_form.connection()->openRecordset(
+        nodistatements::nodeGuidQuery(m_form.companyCode(), idNodo));
     return guid->isEmpty() ? QString() : MODGD_DISTINTA::NvlStringa(guid->valueAt(0, 0));
 }
 

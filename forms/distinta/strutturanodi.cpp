@@ -57,7 +57,7 @@ QList<int> StrutturaNodi::ramo(int i) const
             }
         }
     }
-    QList<int> nodi{i};
+    QList<int> nodi {i};
     std::vector<bool> visto(m_ids.size(), false);
     visto[size_t(i)] = true;
     for (qsizetype k = 0; k < nodi.size(); ++k) {

@@ -18,9 +18,9 @@ public:
     explicit StrutturaNodi(const db::Recordset &nodi);
 
     int size() const { return int(m_ids.size()); }
-    int indice(qint64 id) const { return m_indici.value(id, -1); }   // -1 when not loaded
+    int indice(qint64 id) const { return m_indici.value(id, -1); } // -1 when not loaded
     qint64 id(int i) const { return m_ids[size_t(i)]; }
-    int padre(int i) const { return m_padri[size_t(i)]; }            // -1 for a root
+    int padre(int i) const { return m_padri[size_t(i)]; } // -1 for a root
     qint64 codice(int i) const { return m_codici[size_t(i)]; }
     QDate inizio(int i) const { return m_inizi[size_t(i)]; }
     QDate fine(int i) const { return m_fini[size_t(i)]; }
@@ -40,6 +40,6 @@ private:
     std::vector<QDate> m_inizi;
     std::vector<QDate> m_fini;
     QHash<qint64, int> m_indici;
-    mutable std::vector<int> m_primoFiglio;     // children lists, built at the first ramo()
+    mutable std::vector<int> m_primoFiglio; // children lists, built at the first ramo()
     mutable std::vector<int> m_fratello;
 };

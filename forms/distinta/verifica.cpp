@@ -21,7 +21,8 @@ QString testoData(const QVariant &value)
 QString distinta(const QVariant &codice, const QVariant &descrizione)
 {
     const QString description = MODGD_DISTINTA::NvlStringa(descrizione);
-    return MODGD_DISTINTA::NvlStringa(codice) + (description.isEmpty() ? QString() : QStringLiteral(" - ") + description);
+    return MODGD_DISTINTA::NvlStringa(codice)
+        + (description.isEmpty() ? QString() : QStringLiteral(" - ") + description);
 }
 
 } // namespace
@@ -30,13 +31,12 @@ Verifica::Verifica(FormFrame &form, Albero &albero, ControlliLegami &legami)
     : m_form(form)
     , m_albero(albero)
     , m_legami(legami)
-{
-}
+{ }
 
 QString Verifica::soggetto(qint64 codice) const
 {
     return (m_albero.tipoSoggetto() != 0 ? QStringLiteral("Fornitore ") : QStringLiteral("Cliente "))
-           + QString::number(codice);
+        + QString::number(codice);
 }
 
 // A statement that fails is skipped: the link is then refused with what the database said, so
@@ -49,10 +49,11 @@ Verifica::Esito Verifica::VerificaNodo(Modo modo, const Nodo &nodo)
     qint64 codicePadre = 0;
 
     FormFrame::quietly([&] {
-        const db::RecordsetPtr padre =
-            connection->openRecordset(nodistatements::parentQuery(m_form.companyCode(), nodo.idPadre));
+        const db::RecordsetPtr padre = connection->openRecordset(
+            nodistatements::parentQuery(m_form.companyCode(), nodo.idPadre));
         if (!padre->isEmpty())
-            codicePadre = qint64(MODGD_DISTINTA::NvlNumero(padre->value(QStringLiteral("GD02_CLIFOR_CG44"))).toDouble());
+            codicePadre = qint64(
+                MODGD_DISTINTA::NvlNumero(padre->value(QStringLiteral("GD02_CLIFOR_CG44"))).toDouble());
     });
 
     nodistatements::Collegamento link;
@@ -81,7 +82,7 @@ Verifica::Esito Verifica::VerificaNodo(Modo modo, const Nodo &nodo)
     if (sovrapposti->isEmpty()) {
         if (inserimento && nodo.codice == codicePadre) {
             esito.righe = soggetto(nodo.codice)
-                          + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.\n");
+                + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.\n");
             return esito;
         }
         if (inserimento && !VerificaRicorsivi(nodo.codice, esito.righe))
@@ -99,15 +100,17 @@ Verifica::Esito Verifica::VerificaNodo(Modo modo, const Nodo &nodo)
         sovrapposti->moveFirst();
         const db::Recordset &primo = *sovrapposti;
         const QString periodo = QStringLiteral(" nel periodo dal ") + testoData(primo.value(QStringLiteral("DataI")))
-                                + QStringLiteral(" al ") + testoData(primo.value(QStringLiteral("DataF")));
+            + QStringLiteral(" al ") + testoData(primo.value(QStringLiteral("DataF")));
         if (MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica"))).isEmpty()) {
             // A root's parent is nobody: the parent's type is empty too, and so is the code shown.
-            riga += distinta(primo.value(QStringLiteral("CodDistintaCapo")), primo.value(QStringLiteral("DescDistintaCapo")))
-                    + QStringLiteral(": Nodo capostipite") + periodo;
+            riga += distinta(primo.value(QStringLiteral("CodDistintaCapo")),
+                             primo.value(QStringLiteral("DescDistintaCapo")))
+                + QStringLiteral(": Nodo capostipite") + periodo;
         } else {
             riga += distinta(primo.value(QStringLiteral("CodDistinta")), primo.value(QStringLiteral("DescDistinta")))
-                    + QStringLiteral(": Nodo padre ") + MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica")))
-                    + QStringLiteral(" - ") + primo.value(QStringLiteral("RagSoc")).toString() + periodo;
+                + QStringLiteral(": Nodo padre ")
+                + MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica"))) + QStringLiteral(" - ")
+                + primo.value(QStringLiteral("RagSoc")).toString() + periodo;
         }
     });
     esito.righe = riga + QLatin1Char('\n');
@@ -141,7 +144,8 @@ bool Verifica::VerificaRicorsivi(qint64 codice, QString &righe)
         }
         if (livello < 2)
             return;
-        for (fw::TreeListNode node = focalizzato.parent(); node.isValid() && node.level() < livello; node = node.parent()) {
+        for (fw::TreeListNode node = focalizzato.parent(); node.isValid() && node.level() < livello;
+             node = node.parent()) {
             if (stesso(node)) {
                 righe += soggetto(codice) + QStringLiteral(" nodo è già un nodo padre nella struttura.\n");
                 valido = false;

@@ -21,9 +21,9 @@ public:
     // The link as it would be saved.
     struct Nodo
     {
-        qint64 idNodo = 0;        // 0 while inserting
-        qint64 idPadre = 0;       // 0 for a root
-        qint64 codice = 0;        // the subject's code
+        qint64 idNodo = 0;  // 0 while inserting
+        qint64 idPadre = 0; // 0 for a root
+        qint64 codice = 0;  // the subject's code
         QDate dataInizio;
         QDate dataFine;
     };
@@ -31,8 +31,8 @@ public:
     struct Esito
     {
         bool valido = false;
-        QString righe;                          // why not, each line ending with a line feed
-        bool rifiutoPremioDefinitivo = false;   // refused only for a definitive bonus
+        QString righe;                        // why not, each line ending with a line feed
+        bool rifiutoPremioDefinitivo = false; // refused only for a definitive bonus
     };
 
     Verifica(FormFrame &form, Albero &albero, ControlliLegami &legami);

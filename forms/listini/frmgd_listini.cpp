@@ -41,9 +41,8 @@ void FRMGD_LISTINI::CaricaListini()
 {
     QGRID_LISTINI->setRecordset(nullptr);
     m_listini.reset();
-    step(QStringLiteral("CaricaListini"), [this] {
-        m_listini = connection()->openRecordset(prioritastatements::listiniQuery(companyCode()));
-    });
+    step(QStringLiteral("CaricaListini"),
+         [this] { m_listini = connection()->openRecordset(prioritastatements::listiniQuery(companyCode())); });
     InitQGrid();
 }
 

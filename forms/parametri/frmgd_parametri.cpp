@@ -84,12 +84,14 @@ bool FRMGD_PARAMETRI::activateForm()
 
 void FRMGD_PARAMETRI::CaricaCombo()
 {
-    riempi(CMB_GD03_TIPOCARICODATA, {QStringLiteral("Valorizza da nodo padre"), QStringLiteral("Valorizza da date fisse")});
-    riempi(CMB_GD03_TIPOANAGFATT, {QStringLiteral("Codice anagrafico"), QStringLiteral("Cli per fatt."),
-                                   QStringLiteral("Nodo padre"), QStringLiteral("Cli per fatt. del nodo padre"),
-                                   QStringLiteral("Manuale")});
-    riempi(CBO_EREPROMO, {QStringLiteral("Eredita da capostipite"), QStringLiteral("Eredita dal padre"),
-                          QStringLiteral("Specifiche per anagrafica")});
+    riempi(CMB_GD03_TIPOCARICODATA,
+           {QStringLiteral("Valorizza da nodo padre"), QStringLiteral("Valorizza da date fisse")});
+    riempi(CMB_GD03_TIPOANAGFATT,
+           {QStringLiteral("Codice anagrafico"), QStringLiteral("Cli per fatt."), QStringLiteral("Nodo padre"),
+            QStringLiteral("Cli per fatt. del nodo padre"), QStringLiteral("Manuale")});
+    riempi(CBO_EREPROMO,
+           {QStringLiteral("Eredita da capostipite"), QStringLiteral("Eredita dal padre"),
+            QStringLiteral("Specifiche per anagrafica")});
 }
 
 void FRMGD_PARAMETRI::AttivaFrameParametri()
@@ -126,26 +128,26 @@ void FRMGD_PARAMETRI::AttivaFrameParametri()
 
 void FRMGD_PARAMETRI::FME_PARAMETRI_AfterAddNew()
 {
-    step(QStringLiteral("FME_PARAMETRI_AfterAddNew"), [this] {
-        recordFrame()->recordset()->setValue(QStringLiteral("GD03_DITTA_CG18"), companyCode());
-    });
+    step(QStringLiteral("FME_PARAMETRI_AfterAddNew"),
+         [this] { recordFrame()->recordset()->setValue(QStringLiteral("GD03_DITTA_CG18"), companyCode()); });
 }
 
 // The company is written on every save; dates must read as dates and may not run backwards
 // (the same day at both ends is a period).
 void FRMGD_PARAMETRI::FME_PARAMETRI_BeforeUpdate(bool &cancel)
 {
-    step(QStringLiteral("FME_PARAMETRI_BeforeUpdate"), [this] {
-        recordFrame()->recordset()->setValue(QStringLiteral("GD03_DITTA_CG18"), companyCode());
-    });
+    step(QStringLiteral("FME_PARAMETRI_BeforeUpdate"),
+         [this] { recordFrame()->recordset()->setValue(QStringLiteral("GD03_DITTA_CG18"), companyCode()); });
     const QString inizio = TXT_GD03_DATAINIZIOVAL->text().trimmed();
     const QString fine = TXT_GD03_DATAFINEVAL->text().trimmed();
     if (!inizio.isEmpty() && !sqltext::isDayMonthYear(inizio)) {
-        cancel = rifiuta(QStringLiteral("La data di inizio validità non è una data valida (gg/mm/aaaa)"), TXT_GD03_DATAINIZIOVAL);
+        cancel = rifiuta(QStringLiteral("La data di inizio validità non è una data valida (gg/mm/aaaa)"),
+                         TXT_GD03_DATAINIZIOVAL);
         return;
     }
     if (!fine.isEmpty() && !sqltext::isDayMonthYear(fine)) {
-        cancel = rifiuta(QStringLiteral("La data di fine validità non è una data valida (gg/mm/aaaa)"), TXT_GD03_DATAFINEVAL);
+        cancel = rifiuta(QStringLiteral("La data di fine validità non è una data valida (gg/mm/aaaa)"),
+                         TXT_GD03_DATAFINEVAL);
         return;
     }
     if (!inizio.isEmpty() && !fine.isEmpty() && sqltext::parseDayMonthYear(inizio) > sqltext::parseDayMonthYear(fine))
@@ -179,7 +181,7 @@ void FRMGD_PARAMETRI::CMB_GD03_TIPOCARICODATA_Click()
 void FRMGD_PARAMETRI::abilitaDate()
 {
     const bool fisse = CMB_GD03_TIPOCARICODATA->currentIndex() >= 0
-                       && CMB_GD03_TIPOCARICODATA->currentData().toInt() == dateFisse;
+        && CMB_GD03_TIPOCARICODATA->currentData().toInt() == dateFisse;
     TXT_GD03_DATAINIZIOVAL->setEnabled(fisse);
     TXT_GD03_DATAFINEVAL->setEnabled(fisse);
 }
@@ -188,11 +190,12 @@ void FRMGD_PARAMETRI::STATO_Lookup()
 {
     step(QStringLiteral("STATO_Lookup"), [this] {
         const db::RecordsetPtr rows = connection()->openRecordset(dettaglistatements::linkStateLookupQuery());
-        TXT_GD03_ID_WF02->showLookup(QStringLiteral("lkp_Stati"), QStringLiteral("Stati del legame"), rows,
-                                     {{.key = QStringLiteral("WF01_ID"), .caption = QStringLiteral("Id"), .width = 700},
-                                      {.key = QStringLiteral("WF01_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
-                                      {.key = QStringLiteral("WF01_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 3000}},
-                                     QStringLiteral("WF01_ID"));
+        TXT_GD03_ID_WF02->showLookup(
+            QStringLiteral("lkp_Stati"), QStringLiteral("Stati del legame"), rows,
+            {{.key = QStringLiteral("WF01_ID"), .caption = QStringLiteral("Id"), .width = 700},
+             {.key = QStringLiteral("WF01_CODICE"), .caption = QStringLiteral("Codice"), .width = 1200},
+             {.key = QStringLiteral("WF01_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 3000}},
+            QStringLiteral("WF01_ID"));
     });
 }
 
@@ -221,7 +224,8 @@ void FRMGD_PARAMETRI::mostraEreditaPromo()
     }
     // A root has no parent to inherit from.
     const bool radice = MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_IDPARENT_GD02"))).toLongLong() == 0;
-    if (auto *regole = qobject_cast<QStandardItemModel *>(CBO_EREPROMO->model()); regole && regole->item(regolaDalPadre))
+    if (auto *regole = qobject_cast<QStandardItemModel *>(CBO_EREPROMO->model());
+        regole && regole->item(regolaDalPadre))
         regole->item(regolaDalPadre)->setEnabled(!radice);
     CBO_EREPROMO->setCurrentIndex(
         CBO_EREPROMO->findData(MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_INDEREPROMO"))).toInt()));

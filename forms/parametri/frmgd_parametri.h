@@ -14,7 +14,7 @@ class QLineEdit;
 namespace fw {
 class GridNavigator;
 class LookupEdit;
-}
+} // namespace fw
 
 // The module parameters of the working company (its one row of GD03_PARAMETRI): how a newly
 // linked subject's dates and billing counterpart are chosen, the state a new link takes, and
@@ -52,7 +52,7 @@ private:
     bool rifiuta(const QString &text, QLineEdit *focus);
 
     QPointer<FRMGD_DISTINTA> m_editor;
-    bool m_inCaricamento = true;           // until the first activation is over
+    bool m_inCaricamento = true; // until the first activation is over
 
     fw::GridNavigator *GRIDNAV_PARAMETRI = nullptr;
     fw::LookupEdit *TXT_GD03_ID_WF02 = nullptr;

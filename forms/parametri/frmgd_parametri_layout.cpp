@@ -61,8 +61,10 @@ void FRMGD_PARAMETRI::creaControlli()
     auto *fatturazione = new QFormLayout;
     fatturazione->addRow(QStringLiteral("Tipo fatturazione"), CMB_GD03_TIPOANAGFATT);
 
-    CHK_GD03_FLG_PROV = named(new QCheckBox(QStringLiteral("Provvigioni e listini")), QStringLiteral("CHK_GD03_FLG_PROV"));
-    CHK_GD03_FLG_CONDVEND = named(new QCheckBox(QStringLiteral("Condizioni di vendita")), QStringLiteral("CHK_GD03_FLG_CONDVEND"));
+    CHK_GD03_FLG_PROV = named(new QCheckBox(QStringLiteral("Provvigioni e listini")),
+                              QStringLiteral("CHK_GD03_FLG_PROV"));
+    CHK_GD03_FLG_CONDVEND = named(new QCheckBox(QStringLiteral("Condizioni di vendita")),
+                                  QStringLiteral("CHK_GD03_FLG_CONDVEND"));
     CHK_GD03_FLG_CLAS = named(new QCheckBox(QStringLiteral("Classificazioni")), QStringLiteral("CHK_GD03_FLG_CLAS"));
     CHK_GD03_FLG_ANAG = named(new QCheckBox(QStringLiteral("Anagrafica")), QStringLiteral("CHK_GD03_FLG_ANAG"));
     CHK_GD03_FLG_ANAG->hide();

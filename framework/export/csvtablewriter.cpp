@@ -68,8 +68,7 @@ QString CsvTableWriter::text(const QVariant &value, ExportCellKind kind) const
     if (value.isNull())
         return {};
     switch (kind) {
-    case ExportCellKind::Date:
-        return value.toDate().toString(db::dayFormat);
+    case ExportCellKind::Date: return value.toDate().toString(db::dayFormat);
     case ExportCellKind::Number: {
         bool whole = false;
         const qint64 number = value.toLongLong(&whole);
@@ -80,8 +79,7 @@ QString CsvTableWriter::text(const QVariant &value, ExportCellKind kind) const
         plain.setNumberOptions(QLocale::OmitGroupSeparator);
         return plain.toString(value.toDouble(), 'g', 15);
     }
-    case ExportCellKind::Text:
-        break;
+    case ExportCellKind::Text: break;
     }
     return value.toString();
 }

@@ -48,7 +48,7 @@ void XlsxTableWriter::open(const QString &path, const QString &title, const QLis
             fail(ExportFile::cannotWrite(path, temporary.errorString()));
         m_temporary = temporary.fileName();
     }
-    lxw_workbook_options options{};
+    lxw_workbook_options options {};
     options.constant_memory = LXW_TRUE;
     m_workbook = workbook_new_opt(QFile::encodeName(m_temporary).constData(), &options);
     if (!m_workbook)
@@ -69,7 +69,8 @@ void XlsxTableWriter::open(const QString &path, const QString &title, const QLis
     check(worksheet_write_string(m_sheet, 0, 0, levelCaption.toUtf8().constData(), m_header));
     widen(0, levelCaption.size());
     for (int i = 0; i < columns.size(); ++i) {
-        check(worksheet_write_string(m_sheet, 0, lxw_col_t(i + 1), columns.at(i).caption.toUtf8().constData(), m_header));
+        check(
+            worksheet_write_string(m_sheet, 0, lxw_col_t(i + 1), columns.at(i).caption.toUtf8().constData(), m_header));
         widen(i + 1, columns.at(i).caption.size());
     }
     m_row = 1;
@@ -78,8 +79,9 @@ void XlsxTableWriter::open(const QString &path, const QString &title, const QLis
 void XlsxTableWriter::writeRow(int level, const QList<QVariant> &values)
 {
     if (m_row >= MaxRows)
-        fail(QStringLiteral("Il foglio di Excel contiene al massimo %1 righe: esportare meno livelli.").arg(MaxRows - 1));
-    lxw_row_col_options outline{};
+        fail(QStringLiteral("Il foglio di Excel contiene al massimo %1 righe: esportare meno livelli.")
+                 .arg(MaxRows - 1));
+    lxw_row_col_options outline {};
     outline.level = uint8_t(std::clamp(level, 0, MaxOutlineLevel));
     check(worksheet_set_row_opt(m_sheet, lxw_row_t(m_row), LXW_DEF_ROW_HEIGHT, nullptr, &outline));
     check(worksheet_write_number(m_sheet, lxw_row_t(m_row), 0, level + 1, nullptr));
@@ -99,7 +101,7 @@ void XlsxTableWriter::writeRow(int level, const QList<QVariant> &values)
             const QDate date = value.toDate();
             if (!date.isValid())
                 break;
-            lxw_datetime when{date.year(), date.month(), date.day(), 0, 0, 0};
+            lxw_datetime when {date.year(), date.month(), date.day(), 0, 0, 0};
             check(worksheet_write_datetime(m_sheet, lxw_row_t(m_row), column, &when, m_date));
             widen(i + 1, 10);
             break;

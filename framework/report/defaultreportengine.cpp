@@ -38,25 +38,66 @@ DefaultReportEngine::DefaultReportEngine(const QString &user, QObject *parent)
     , m_user(user)
     , m_reportFolder(defaultReportFolder())
     , m_settingsFile(ReportDialogMemory::defaultSettingsFile())
-{
-}
+{ }
 
 DefaultReportEngine::~DefaultReportEngine() = default;
 
-void DefaultReportEngine::setTitle(const QString &title) { m_title = title; }
-void DefaultReportEngine::setReportFile(const QString &fileName) { m_reportFile = fileName; }
-void DefaultReportEngine::setConnection(const db::ConnectionPtr &connection) { m_connection = connection; }
-void DefaultReportEngine::setQuery(const QString &sql) { m_query = sql; }
-void DefaultReportEngine::setRunMode(RunMode mode) { m_mode = mode; }
-void DefaultReportEngine::setOutputFile(const QString &path) { m_outputFile = path; }
-QString DefaultReportEngine::printedBy() const { return m_printedBy; }
-QString DefaultReportEngine::printedFor() const { return m_printedFor; }
-QString DefaultReportEngine::notes() const { return m_notes; }
-void DefaultReportEngine::setInteractive(bool interactive) { m_interactive = interactive; }
-void DefaultReportEngine::setReportFolder(const QString &folder) { m_reportFolder = folder; }
-void DefaultReportEngine::setSettingsFile(const QString &path) { m_settingsFile = path; }
-void DefaultReportEngine::setPrinterName(const QString &name) { m_printerName = name; }
-void DefaultReportEngine::setProgressDelay(int milliseconds) { m_progressDelay = milliseconds; }
+void DefaultReportEngine::setTitle(const QString &title)
+{
+    m_title = title;
+}
+void DefaultReportEngine::setReportFile(const QString &fileName)
+{
+    m_reportFile = fileName;
+}
+void DefaultReportEngine::setConnection(const db::ConnectionPtr &connection)
+{
+    m_connection = connection;
+}
+void DefaultReportEngine::setQuery(const QString &sql)
+{
+    m_query = sql;
+}
+void DefaultReportEngine::setRunMode(RunMode mode)
+{
+    m_mode = mode;
+}
+void DefaultReportEngine::setOutputFile(const QString &path)
+{
+    m_outputFile = path;
+}
+QString DefaultReportEngine::printedBy() const
+{
+    return m_printedBy;
+}
+QString DefaultReportEngine::printedFor() const
+{
+    return m_printedFor;
+}
+QString DefaultReportEngine::notes() const
+{
+    return m_notes;
+}
+void DefaultReportEngine::setInteractive(bool interactive)
+{
+    m_interactive = interactive;
+}
+void DefaultReportEngine::setReportFolder(const QString &folder)
+{
+    m_reportFolder = folder;
+}
+void DefaultReportEngine::setSettingsFile(const QString &path)
+{
+    m_settingsFile = path;
+}
+void DefaultReportEngine::setPrinterName(const QString &name)
+{
+    m_printerName = name;
+}
+void DefaultReportEngine::setProgressDelay(int milliseconds)
+{
+    m_progressDelay = milliseconds;
+}
 
 void DefaultReportEngine::setPrintValues(const QString &printedBy, const QString &printedFor, const QString &notes)
 {
@@ -69,7 +110,8 @@ void DefaultReportEngine::setParameter(const QString &name, const QVariant &valu
 {
     if (m_layout && !m_layout->declaresParameter(name))
         throw std::invalid_argument(QStringLiteral("Il modello di stampa \"%1\" non ha il parametro %2.")
-                                        .arg(m_layout->fileName, name).toStdString());
+                                        .arg(m_layout->fileName, name)
+                                        .toStdString());
     m_parameters.insert(name.toUpper(), value.toString());
 }
 
@@ -132,7 +174,7 @@ void DefaultReportEngine::run()
     const db::RecordsetPtr rows = m_connection->openRecordset(m_query, shownFields);
     emit BeforePrintReport();
 
-    ReportValues values{m_title, m_parameters, QDateTime::currentDateTime()};
+    ReportValues values {m_title, m_parameters, QDateTime::currentDateTime()};
     ReportRenderer renderer(*m_layout, *rows, values);
     m_pageCount = renderer.pageCount();
     switch (m_mode) {
@@ -181,8 +223,7 @@ void DefaultReportEngine::toPdf(ReportRenderer &renderer)
         QPainter painter;
         if (!painter.begin(&writer))
             fail(QStringLiteral("Impossibile scrivere il file PDF \"%1\".").arg(m_outputFile));
-        WorkProgress progress(m_window,
-                              QStringLiteral("Stampa in corso: %1").arg(m_title), renderer.rowCount(), true,
+        WorkProgress progress(m_window, QStringLiteral("Stampa in corso: %1").arg(m_title), renderer.rowCount(), true,
                               m_progressDelay);
         complete = renderer.render(painter, writer, [&progress](int rows) { return progress.advance(rows); });
         painter.end();
@@ -221,12 +262,11 @@ void DefaultReportEngine::toPrinter(ReportRenderer &renderer)
     // The layout keeps its own page, whatever the printer proposed.
     ReportRenderer::preparePage(printer, *m_layout);
     const QString printerName = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName()
-                                                                             : printer.printerName();
+                                                                              : printer.printerName();
     QPainter painter;
     if (!printer.isValid() || !painter.begin(&printer))
         fail(QStringLiteral("Impossibile avviare la stampa su \"%1\".").arg(printerName));
-    WorkProgress progress(m_window,
-                          QStringLiteral("Stampa in corso: %1").arg(m_title), renderer.rowCount(), true,
+    WorkProgress progress(m_window, QStringLiteral("Stampa in corso: %1").arg(m_title), renderer.rowCount(), true,
                           m_progressDelay);
     const bool complete = renderer.render(painter, printer, [&progress](int rows) { return progress.advance(rows); });
     if (!complete) {
@@ -235,7 +275,8 @@ void DefaultReportEngine::toPrinter(ReportRenderer &renderer)
     }
     painter.end();
     if (complete && printer.printerState() == QPrinter::Error)
-        fail(QStringLiteral("La stampa su \"%1\" non è stata completata: la stampante ha segnalato un errore.").arg(printerName));
+        fail(QStringLiteral("La stampa su \"%1\" non è stata completata: la stampante ha segnalato un errore.")
+                 .arg(printerName));
 }
 
 void DefaultReportEngine::toPreview(ReportRenderer &renderer)
@@ -253,8 +294,8 @@ void DefaultReportEngine::toPreview(ReportRenderer &renderer)
     preview.setWindowState(Qt::WindowMaximized);
     connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *target) {
         QPainter painter(target);
-        WorkProgress progress(m_window, QStringLiteral("Anteprima in corso: %1").arg(m_title),
-                              renderer.rowCount(), true, m_progressDelay);
+        WorkProgress progress(m_window, QStringLiteral("Anteprima in corso: %1").arg(m_title), renderer.rowCount(),
+                              true, m_progressDelay);
         if (!renderer.render(painter, *target, [&progress](int rows) { return progress.advance(rows); })) {
             m_cancelled = true;
             QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection);

@@ -51,9 +51,9 @@ public:
     void setInteractive(bool interactive);
     void setPrintValues(const QString &printedBy, const QString &printedFor, const QString &notes);
     void setReportFolder(const QString &folder);
-    void setSettingsFile(const QString &path);       // where the dialog's answers are kept
-    void setPrinterName(const QString &name);        // the printer of an unattended print
-    void setProgressDelay(int milliseconds);         // how long a report runs before its progress shows
+    void setSettingsFile(const QString &path); // where the dialog's answers are kept
+    void setPrinterName(const QString &name);  // the printer of an unattended print
+    void setProgressDelay(int milliseconds);   // how long a report runs before its progress shows
 
     // --- after run()
     bool wasCancelled() const { return m_cancelled; }
@@ -89,7 +89,7 @@ private:
     QString m_settingsFile;
     QString m_printerName;
     int m_progressDelay = 1000;
-    QPointer<QWidget> m_window;                      // the window the dialogs stand over
+    QPointer<QWidget> m_window; // the window the dialogs stand over
     std::unique_ptr<ReportLayout> m_layout;
     bool m_cancelled = false;
     int m_pageCount = 0;

@@ -37,8 +37,7 @@ ReportEngine::RunMode modeOf(const QString &name)
 
 ReportDialogMemory::ReportDialogMemory(const QString &settingsFile)
     : m_settingsFile(settingsFile)
-{
-}
+{ }
 
 ReportPrintChoice ReportDialogMemory::recall(const QString &user) const
 {

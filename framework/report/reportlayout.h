@@ -22,7 +22,7 @@ struct ReportTextPart
     enum Kind { Literal, Field, Parameter, Title, Page, Pages, PrintDate, PrintTime };
 
     Kind kind = Literal;
-    QString text;       // the literal, or the field's or parameter's name
+    QString text; // the literal, or the field's or parameter's name
 };
 
 struct ReportCell
@@ -32,12 +32,12 @@ struct ReportCell
     QList<ReportTextPart> parts;
     bool bold = false;
     bool italic = false;
-    double pointSize = 0;                          // 0: the layout's font size
+    double pointSize = 0; // 0: the layout's font size
     Qt::Alignment alignment = Qt::AlignLeft;
     QString dateFormat = db::dayFormat.toString();
-    int decimals = -1;                             // numbers: -1 as they come, else fixed decimals
-    QString indentField;                           // empty: no indentation
-    double indentStep = 0;                         // mm per level past the first
+    int decimals = -1;     // numbers: -1 as they come, else fixed decimals
+    QString indentField;   // empty: no indentation
+    double indentStep = 0; // mm per level past the first
     int line = 0;
 };
 
@@ -55,7 +55,7 @@ struct ReportBand
     enum Kind { Title, PageHeader, GroupHeader, Detail, PageFooter };
 
     Kind kind = Detail;
-    QString groupField;                            // GroupHeader: printed when this field changes
+    QString groupField; // GroupHeader: printed when this field changes
     QList<ReportRow> rows;
     int line = 0;
 
@@ -81,19 +81,19 @@ struct ReportLayout
     QString fileName;
     QPageSize::PageSizeId pageSize = QPageSize::A4;
     QPageLayout::Orientation orientation = QPageLayout::Portrait;
-    QMarginsF margins{12, 12, 12, 12};             // left, top, right, bottom
+    QMarginsF margins {12, 12, 12, 12}; // left, top, right, bottom
     QString fontFamily = QStringLiteral("DejaVu Sans");
     double fontSize = 8;
     QList<ReportParameter> parameters;
 
-    ReportBand title{ReportBand::Title, {}, {}, 0};
-    ReportBand pageHeader{ReportBand::PageHeader, {}, {}, 0};
-    QList<ReportBand> groups;                      // outermost first
-    ReportBand detail{ReportBand::Detail, {}, {}, 0};
-    ReportBand pageFooter{ReportBand::PageFooter, {}, {}, 0};
+    ReportBand title {ReportBand::Title, {}, {}, 0};
+    ReportBand pageHeader {ReportBand::PageHeader, {}, {}, 0};
+    QList<ReportBand> groups; // outermost first
+    ReportBand detail {ReportBand::Detail, {}, {}, 0};
+    ReportBand pageFooter {ReportBand::PageFooter, {}, {}, 0};
 
-    QSizeF pageSizeMm() const;                     // in the layout's orientation
-    double contentWidth() const;                   // between the side margins
+    QSizeF pageSizeMm() const;   // in the layout's orientation
+    double contentWidth() const; // between the side margins
     bool declaresParameter(const QString &name) const;
     // Every field a cell shows, indents by or groups on, in the order of the file.
     QList<ReportFieldReference> fieldReferences() const;

@@ -35,7 +35,11 @@ const QHash<QString, QPageSize::PageSizeId> &pageSizes()
 class Parser
 {
 public:
-    Parser(const QString &fileName) : m_fileName(fileName) { m_layout.fileName = fileName; }
+    Parser(const QString &fileName)
+        : m_fileName(fileName)
+    {
+        m_layout.fileName = fileName;
+    }
 
     ReportLayout parse(const QString &text);
 
@@ -64,9 +68,9 @@ private:
     int m_line = 0;
     bool m_versionSeen = false;
     int m_pageLine = 0;
-    ReportBand *m_band = nullptr;                // the band being read
+    ReportBand *m_band = nullptr; // the band being read
     QList<std::pair<QString, int>> m_parameterUses;
-    QHash<int, int> m_bandLines;                 // kind -> line, for repeated bands
+    QHash<int, int> m_bandLines; // kind -> line, for repeated bands
 };
 
 ReportLayout Parser::parse(const QString &text)
@@ -110,7 +114,7 @@ QList<Token> Parser::tokenize(const QString &line) const
         } else if (c == QLatin1Char('#')) {
             break;
         } else if (c == QLatin1Char('"')) {
-            Token token{{}, true};
+            Token token {{}, true};
             ++i;
             bool closed = false;
             while (i < n) {
@@ -163,7 +167,8 @@ void Parser::statement(const QList<Token> &tokens)
     if (keyword == QLatin1String("page")) {
         const QString size = word(tokens, 1, QStringLiteral("il formato della pagina")).toUpper();
         if (!pageSizes().contains(size))
-            fail(QStringLiteral("formato di pagina sconosciuto: %1 (A3, A4, A5, Letter, Legal)").arg(tokens.at(1).text));
+            fail(
+                QStringLiteral("formato di pagina sconosciuto: %1 (A3, A4, A5, Letter, Legal)").arg(tokens.at(1).text));
         m_layout.pageSize = pageSizes().value(size);
         if (tokens.size() > 2) {
             const QString orientation = tokens.at(2).text;
@@ -219,7 +224,8 @@ void Parser::statement(const QList<Token> &tokens)
         openBand(ReportBand::PageFooter, tokens);
     } else if (keyword == QLatin1String("end")) {
         fail(QStringLiteral("\"end\" senza una sezione aperta"));
-    } else if (keyword == QLatin1String("row") || keyword == QLatin1String("text") || keyword == QLatin1String("field")) {
+    } else if (keyword == QLatin1String("row") || keyword == QLatin1String("text")
+               || keyword == QLatin1String("field")) {
         fail(QStringLiteral("\"%1\" fuori da una sezione (title, header, group, detail, footer)").arg(keyword));
     } else {
         fail(QStringLiteral("parola chiave sconosciuta: %1").arg(keyword));
@@ -244,7 +250,9 @@ void Parser::openBand(ReportBand::Kind kind, const QList<Token> &tokens)
     if (tokens.size() != 1)
         fail(QStringLiteral("parola in più dopo \"%1\": %2").arg(tokens.at(0).text, tokens.at(1).text));
     if (m_bandLines.contains(kind))
-        fail(QStringLiteral("la sezione \"%1\" è già dichiarata alla riga %2").arg(tokens.at(0).text).arg(m_bandLines.value(kind)));
+        fail(QStringLiteral("la sezione \"%1\" è già dichiarata alla riga %2")
+                 .arg(tokens.at(0).text)
+                 .arg(m_bandLines.value(kind)));
     m_bandLines.insert(kind, m_line);
     band->line = m_line;
     m_band = band;
@@ -267,15 +275,17 @@ void Parser::bandStatement(const QList<Token> &tokens)
             else if (tokens.at(i).text == QLatin1String("rule-below"))
                 row.ruleBelow = true;
             else
-                fail(QStringLiteral("opzione della riga sconosciuta: %1 (rule-above, rule-below)").arg(tokens.at(i).text));
+                fail(QStringLiteral("opzione della riga sconosciuta: %1 (rule-above, rule-below)")
+                         .arg(tokens.at(i).text));
         }
         m_band->rows.append(row);
     } else if (keyword == QLatin1String("text") || keyword == QLatin1String("field")) {
         if (m_band->rows.isEmpty())
             fail(QStringLiteral("\"%1\" prima della prima \"row\" della sezione").arg(keyword));
         cell(tokens, keyword == QLatin1String("field"));
-    } else if (QStringList{QStringLiteral("title"), QStringLiteral("header"), QStringLiteral("group"),
-                           QStringLiteral("detail"), QStringLiteral("footer")}.contains(keyword)) {
+    } else if (QStringList {QStringLiteral("title"), QStringLiteral("header"), QStringLiteral("group"),
+                            QStringLiteral("detail"), QStringLiteral("footer")}
+                   .contains(keyword)) {
         fail(QStringLiteral("la sezione aperta alla riga %1 non è chiusa da \"end\"").arg(m_band->line));
     } else {
         fail(QStringLiteral("parola chiave sconosciuta in una sezione: %1 (row, text, field, end)").arg(keyword));
@@ -375,14 +385,16 @@ QList<ReportTextPart> Parser::parts(const QString &content)
             const QString name = content.mid(i + 1, close - i - 1).trimmed();
             flush();
             if (builtIns.contains(name)) {
-                result.append(ReportTextPart{builtIns.value(name), QString()});
+                result.append(ReportTextPart {builtIns.value(name), QString()});
             } else if (name.startsWith(QLatin1String("field:")) && name.size() > 6) {
                 result.append({ReportTextPart::Field, name.mid(6).trimmed()});
             } else if (name.startsWith(QLatin1String("param:")) && name.size() > 6) {
                 result.append({ReportTextPart::Parameter, name.mid(6).trimmed()});
                 m_parameterUses.append({name.mid(6).trimmed(), m_line});
             } else {
-                fail(QStringLiteral("segnaposto sconosciuto: {%1} (title, page, pages, date, time, param:NOME, field:NOME)").arg(name));
+                fail(QStringLiteral(
+                         "segnaposto sconosciuto: {%1} (title, page, pages, date, time, param:NOME, field:NOME)")
+                         .arg(name));
             }
             i = close;
         } else if (c == QLatin1Char('}')) {
@@ -409,19 +421,24 @@ void Parser::check()
         fail(m_pageLine, QStringLiteral("i margini non lasciano spazio sulla pagina"));
 
     double needed = m_layout.title.height() + m_layout.pageHeader.height() + m_layout.detail.height()
-                  + m_layout.pageFooter.height();
+        + m_layout.pageFooter.height();
     for (const ReportBand &group : std::as_const(m_layout.groups))
         needed += group.height();
     if (needed > height)
-        fail(m_pageLine, QStringLiteral("le sezioni (%1 mm) non stanno nell'altezza utile della pagina (%2 mm)")
-                             .arg(needed, 0, 'f', 1).arg(height, 0, 'f', 1));
+        fail(m_pageLine,
+             QStringLiteral("le sezioni (%1 mm) non stanno nell'altezza utile della pagina (%2 mm)")
+                 .arg(needed, 0, 'f', 1)
+                 .arg(height, 0, 'f', 1));
 
     const auto checkBand = [&](const ReportBand &band) {
         for (const ReportRow &row : band.rows) {
             for (const ReportCell &cell : row.cells) {
                 if (cell.x + cell.width > width + 0.01)
-                    fail(cell.line, QStringLiteral("la cella esce dal margine destro (%1 + %2 mm, spazio utile %3 mm)")
-                                        .arg(cell.x).arg(cell.width).arg(width, 0, 'f', 1));
+                    fail(cell.line,
+                         QStringLiteral("la cella esce dal margine destro (%1 + %2 mm, spazio utile %3 mm)")
+                             .arg(cell.x)
+                             .arg(cell.width)
+                             .arg(width, 0, 'f', 1));
             }
         }
     };
@@ -445,8 +462,7 @@ ReportLayoutError::ReportLayoutError(const QString &fileName, int line, const QS
     , m_fileName(fileName)
     , m_line(line)
     , m_problem(problem)
-{
-}
+{ }
 
 ReportLayout ReportLayoutReader::readFile(const QString &path)
 {

@@ -15,7 +15,7 @@ public:
     ReportLayoutError(const QString &fileName, int line, const QString &problem);
 
     QString fileName() const { return m_fileName; }
-    int line() const { return m_line; }            // 0: the file as a whole
+    int line() const { return m_line; } // 0: the file as a whole
     QString problem() const { return m_problem; }
     QString message() const { return QString::fromUtf8(what()); }
 

@@ -60,7 +60,8 @@ ReportPrintDialog::ReportPrintDialog(const QString &reportTitle, const ReportPri
     destination->setLayout(destinations);
 
     auto *buttons = new QDialogButtonBox;
-    CMD_OK = named(buttons->addButton(QStringLiteral("Stampa"), QDialogButtonBox::AcceptRole), QStringLiteral("CMD_OK"));
+    CMD_OK = named(buttons->addButton(QStringLiteral("Stampa"), QDialogButtonBox::AcceptRole),
+                   QStringLiteral("CMD_OK"));
     named(buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole), QStringLiteral("CMD_ANNULLA"));
     CMD_OK->setDefault(true);
 
@@ -84,9 +85,9 @@ ReportPrintChoice ReportPrintDialog::choice() const
     choice.printedBy = TXT_ESEGUITODA->text().trimmed();
     choice.printedFor = TXT_DESTINATOA->text().trimmed();
     choice.notes = TXT_NOTE->text().trimmed();
-    choice.mode = OPT_PDF->isChecked()        ? ReportEngine::RunMode::Pdf
-                  : OPT_STAMPANTE->isChecked() ? ReportEngine::RunMode::Print
-                                               : ReportEngine::RunMode::Preview;
+    choice.mode = OPT_PDF->isChecked() ? ReportEngine::RunMode::Pdf
+        : OPT_STAMPANTE->isChecked()   ? ReportEngine::RunMode::Print
+                                       : ReportEngine::RunMode::Preview;
     choice.pdfPath = TXT_FILEPDF->text().trimmed();
     return choice;
 }

@@ -17,7 +17,7 @@ namespace fw {
 
 namespace {
 
-constexpr int ProgressEvery = 200;   // rows between two progress calls
+constexpr int ProgressEvery = 200; // rows between two progress calls
 
 // The level a value stands for: the number it holds ("...3" is 3), 0 when none.
 int levelOf(const QVariant &value)
@@ -61,8 +61,8 @@ QString oneLine(QString text)
 // The query's field numbers of every field the layout names.
 struct ReportRenderer::Bound
 {
-    QHash<QString, int> fields;         // by name as the layout writes it
-    QList<int> groupFields;             // parallel to layout.groups
+    QHash<QString, int> fields; // by name as the layout writes it
+    QList<int> groupFields;     // parallel to layout.groups
 
     int field(const QString &name) const { return fields.value(name, -1); }
 };
@@ -76,8 +76,9 @@ ReportRenderer::ReportRenderer(const ReportLayout &layout, const db::Recordset &
     for (const ReportFieldReference &reference : layout.fieldReferences()) {
         const int index = rows.fieldIndex(reference.name);
         if (index < 0)
-            throw ReportLayoutError(layout.fileName, reference.line,
-                                    QStringLiteral("il campo %1 non è tra quelli letti dalla stampa").arg(reference.name));
+            throw ReportLayoutError(
+                layout.fileName, reference.line,
+                QStringLiteral("il campo %1 non è tra quelli letti dalla stampa").arg(reference.name));
         m_bound->fields.insert(reference.name, index);
     }
     for (const ReportBand &group : layout.groups)
@@ -86,8 +87,12 @@ ReportRenderer::ReportRenderer(const ReportLayout &layout, const db::Recordset &
     struct Counter
     {
         int pages = 0;
-        bool beginPage(int page) { pages = page; return true; }
-        void band(const ReportBand &, int, double, int) {}
+        bool beginPage(int page)
+        {
+            pages = page;
+            return true;
+        }
+        void band(const ReportBand &, int, double, int) { }
         bool endPage(int, int) { return true; }
         bool afterRow(int) { return true; }
     } counter;
@@ -104,8 +109,8 @@ int ReportRenderer::rowCount() const
 
 void ReportRenderer::preparePage(QPagedPaintDevice &device, const ReportLayout &layout)
 {
-    device.setPageLayout(QPageLayout(QPageSize(layout.pageSize), layout.orientation, QMarginsF(0, 0, 0, 0),
-                                     QPageLayout::Millimeter));
+    device.setPageLayout(
+        QPageLayout(QPageSize(layout.pageSize), layout.orientation, QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
 }
 
 int ReportRenderer::firstChangedGroup(int row) const
@@ -189,8 +194,7 @@ QString ReportRenderer::formatValue(const ReportCell &cell, int field, int row) 
         }
         return *found;
     }
-    case QMetaType::QDate:
-        return value.toDate().toString(cell.dateFormat);
+    case QMetaType::QDate: return value.toDate().toString(cell.dateFormat);
     case QMetaType::Double:
     case QMetaType::Float:
         if (cell.decimals >= 0)
@@ -238,7 +242,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
     {
         QFont font;
         QFontMetricsF metrics;
-        std::array<double, 256> advances;   // Latin-1 characters, measured on first use (-1 before)
+        std::array<double, 256> advances; // Latin-1 characters, measured on first use (-1 before)
 
         // The text's width without shaping it: the fonts are used without ligatures or kerning,
         // so the characters' advances add up to it.
@@ -275,7 +279,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
                     font.setItalic(cell.italic);
                     // No ligatures: the text of the PDF is searched and copied as it was written.
                     font.setStyleStrategy(QFont::PreferNoShaping);
-                    styles.append(std::make_shared<Style>(Style{font, QFontMetricsF(font, &device), {}}));
+                    styles.append(std::make_shared<Style>(Style {font, QFontMetricsF(font, &device), {}}));
                     found = styles.last().get();
                     found->advances.fill(-1);
                 }
@@ -290,7 +294,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
     prepareStyles(m_layout.detail);
     prepareStyles(m_layout.pageFooter);
 
-    const double scale = device.logicalDpiX() / 25.4;   // device units per mm
+    const double scale = device.logicalDpiX() / 25.4; // device units per mm
     const double left = m_layout.margins.left();
     const double contentWidth = m_layout.contentWidth();
     QPen rule(Qt::black);
@@ -312,8 +316,8 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
         double width = cell.width * scale;
         if (!cell.indentField.isEmpty() && row >= 0) {
             const int level = levelOf(m_rows.valueAt(row, m_bound->field(cell.indentField)));
-            const double indent =
-                std::min(std::max(level - 1, 0) * cell.indentStep, std::max(cell.width - 10.0, 0.0)) * scale;
+            const double indent = std::min(std::max(level - 1, 0) * cell.indentStep, std::max(cell.width - 10.0, 0.0))
+                * scale;
             x += indent;
             width -= indent;
         }
@@ -339,7 +343,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
         const std::function<bool(int)> &progress;
         const std::function<void(const ReportBand &, int, double, int)> drawBand;
         bool stopped = false;
-    
+
         bool beginPage(int page) { return page == 1 || device.newPage(); }
         void band(const ReportBand &band, int row, double y, int page) { drawBand(band, row, y, page); }
         bool endPage(int page, int lastRow)
@@ -376,7 +380,7 @@ bool ReportRenderer::render(QPainter &painter, QPagedPaintDevice &device, const 
             y += line.height;
         }
     };
-    Drawer visitor{*this, device, progress, drawBand};
+    Drawer visitor {*this, device, progress, drawBand};
     paginate(visitor);
     if (!visitor.stopped && progress)
         visitor.stopped = !progress(m_rows.recordCount());

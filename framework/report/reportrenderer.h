@@ -21,7 +21,7 @@ namespace fw {
 struct ReportValues
 {
     QString title;
-    QHash<QString, QString> parameters;    // by name in upper case
+    QHash<QString, QString> parameters; // by name in upper case
     QDateTime printedAt;
 };
 

@@ -43,7 +43,7 @@ public:
     void setBandVisible(bool visible);
     int addColumn(const TreeListColumn &column);
     int columnCount() const;
-    int columnIndex(const QString &name) const;      // case-insensitive; -1 when absent
+    int columnIndex(const QString &name) const; // case-insensitive; -1 when absent
     const TreeListColumn &column(int index) const;
     void setColumnCaption(const QString &name, const QString &caption);
     void setColumnVisible(const QString &name, bool visible);
@@ -81,17 +81,17 @@ public:
     // --- nodes
     int count() const;
     TreeListNode firstNode() const;
-    TreeListNode nodeAt(int absoluteIndex) const;    // by position in tree order
+    TreeListNode nodeAt(int absoluteIndex) const; // by position in tree order
     TreeListNode nodeOfRow(int row) const;
     TreeListNode focusedNode() const;
     // Focusing expands the node's ancestors, scrolls to it and moves the recordset to its row.
     void setFocusedNode(const TreeListNode &node);
     void setFocusedAbsoluteIndex(int absoluteIndex);
-    QString focusedColumn() const;                   // name of the column of the focused cell
+    QString focusedColumn() const; // name of the column of the focused cell
     void setFocusedColumn(const QString &name);
 
-    void expand(const TreeListNode &node);           // this node only, not its descendants
-    void collapse(const TreeListNode &node);         // a focused descendant passes the focus to it
+    void expand(const TreeListNode &node);   // this node only, not its descendants
+    void collapse(const TreeListNode &node); // a focused descendant passes the focus to it
     bool isExpanded(const TreeListNode &node) const;
     void expandAll();
     void collapseAll();
@@ -104,7 +104,7 @@ public:
     // The text the cell shows: its own text passed through customDrawCell().
     QString displayText(const TreeListNode &node, const QString &column);
     QRect cellRect(const TreeListNode &node, const QString &column) const; // in this widget
-    void editCell(const TreeListNode &node, const QString &column);       // opens its editor
+    void editCell(const TreeListNode &node, const QString &column);        // opens its editor
     // Cells of one node that may not be edited now (shown in italics and grey); another call
     // replaces them, an empty list unlocks.
     void setLockedCells(const TreeListNode &node, const QStringList &columns);
@@ -125,8 +125,7 @@ signals:
     // At paint time, for every cell: text holds the cell's own text and may be replaced.
     // Handlers must not query the database: read once per load and cache.
     void customDrawCell(const fw::TreeListNode &node, const QString &column, QString &text);
-    void mouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button,
-                   const QPoint &pos);
+    void mouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button, const QPoint &pos);
     void writeFailed(const db::DatabaseError &error);
     // The user asked for the context menu from the keyboard, on the focused node (the right
     // button's press is reported by mouseDown()).
@@ -137,7 +136,7 @@ protected:
 
 private:
     friend class TreeListNode;
-    friend class WindowUpdateLock;   // the one way to freeze the tree while it changes
+    friend class WindowUpdateLock; // the one way to freeze the tree while it changes
     void beginUpdate();
     void endUpdate();
 
@@ -149,7 +148,7 @@ private:
     void buttonClicked(const QModelIndex &index) override;
 
     TreeListNode handle(int node) const;
-    int nodeId(const TreeListNode &node) const;      // -1 unless a current node of this tree
+    int nodeId(const TreeListNode &node) const; // -1 unless a current node of this tree
     QString columnNameOf(const QModelIndex &index) const;
     void updateColumn(const QString &name, const std::function<void(TreeListColumn &)> &change);
     TreeListDelegate *delegateFor(const TreeListColumn &column) const;
@@ -174,7 +173,7 @@ private:
 
     TreeListModel *m_model;
     TreeListView *m_view;
-    TreeListDelegate *m_cellDelegate;       // every kind but buttons
+    TreeListDelegate *m_cellDelegate; // every kind but buttons
     TreeListDelegate *m_buttonDelegate;
     QMetaObject::Connection m_rowConnection;
     GridColors m_colors;

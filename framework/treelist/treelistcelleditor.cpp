@@ -37,8 +37,7 @@ QWidget *create(QWidget *parent, const TreeListColumn &column,
         return editor;
     }
     case TreeListColumnKind::ButtonEdit:
-    case TreeListColumnKind::Unbound:
-        break;
+    case TreeListColumnKind::Unbound: break;
     }
     return nullptr;
 }
@@ -46,18 +45,13 @@ QWidget *create(QWidget *parent, const TreeListColumn &column,
 void setValue(QWidget *editor, const TreeListColumn &column, const QVariant &value)
 {
     switch (column.kind) {
-    case TreeListColumnKind::Text:
-        static_cast<QLineEdit *>(editor)->setText(value.toString());
-        break;
-    case TreeListColumnKind::Date:
-        static_cast<TreeListDateEditor *>(editor)->setValue(value);
-        break;
+    case TreeListColumnKind::Text: static_cast<QLineEdit *>(editor)->setText(value.toString()); break;
+    case TreeListColumnKind::Date: static_cast<TreeListDateEditor *>(editor)->setValue(value); break;
     case TreeListColumnKind::ImageCombo:
         static_cast<QComboBox *>(editor)->setCurrentIndex(column.comboIndexOf(value));
         break;
     case TreeListColumnKind::ButtonEdit:
-    case TreeListColumnKind::Unbound:
-        break;
+    case TreeListColumnKind::Unbound: break;
     }
 }
 
@@ -80,8 +74,7 @@ QVariant value(QWidget *editor, const TreeListColumn &column, bool *valid)
         return combo->currentData();
     }
     case TreeListColumnKind::ButtonEdit:
-    case TreeListColumnKind::Unbound:
-        break;
+    case TreeListColumnKind::Unbound: break;
     }
     *valid = false;
     return {};

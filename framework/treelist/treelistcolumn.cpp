@@ -44,8 +44,7 @@ QString TreeListColumn::displayText(const QVariant &value) const
     if (value.isNull())
         return {};
     switch (kind) {
-    case TreeListColumnKind::Unbound:
-        return {};
+    case TreeListColumnKind::Unbound: return {};
     case TreeListColumnKind::ImageCombo: {
         const TreeListComboItem *item = comboItemFor(value);
         return item ? item->description : value.toString();
@@ -55,8 +54,7 @@ QString TreeListColumn::displayText(const QVariant &value) const
         return date.isValid() ? date.date().toString(db::dayFormat) : value.toString();
     }
     case TreeListColumnKind::Text:
-    case TreeListColumnKind::ButtonEdit:
-        break;
+    case TreeListColumnKind::ButtonEdit: break;
     }
     const int type = value.metaType().id();
     if (type == QMetaType::QDateTime)

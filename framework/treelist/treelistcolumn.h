@@ -8,11 +8,11 @@
 namespace fw {
 
 enum class TreeListColumnKind {
-    Text,        // the bound value as text, edited in a line edit (with the edit mask, if any)
-    Date,        // dd/MM/yyyy, edited with a drop-down calendar
-    ImageCombo,  // shows the description (and icon) of the item whose value is stored
-    ButtonEdit,  // a button in the cell; its text comes from the draw-time text hook
-    Unbound,     // no field: its text comes from the draw-time text hook only
+    Text,       // the bound value as text, edited in a line edit (with the edit mask, if any)
+    Date,       // dd/MM/yyyy, edited with a drop-down calendar
+    ImageCombo, // shows the description (and icon) of the item whose value is stored
+    ButtonEdit, // a button in the cell; its text comes from the draw-time text hook
+    Unbound,    // no field: its text comes from the draw-time text hook only
 };
 
 struct TreeListComboItem
@@ -26,19 +26,19 @@ struct TreeListComboItem
 //   {.name = "trCODE", .caption = "Codice", .fieldName = "CODE", .alignment = Qt::AlignRight}
 struct TreeListColumn
 {
-    QString name;               // how the code addresses the column
+    QString name; // how the code addresses the column
     QString caption;
-    QString fieldName;          // the bound recordset field; empty for Unbound
+    QString fieldName; // the bound recordset field; empty for Unbound
     TreeListColumnKind kind = TreeListColumnKind::Text;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool readOnly = false;
-    bool inPlaceEditor = true;  // false: editing only raises editingStarted, no editor opens
-    int designWidth = 1200;     // twips; proportions of the width when the tree fills its width
+    bool inPlaceEditor = true; // false: editing only raises editingStarted, no editor opens
+    int designWidth = 1200;    // twips; proportions of the width when the tree fills its width
     bool visible = true;
-    QString editMask;           // QLineEdit input mask of Text columns
+    QString editMask;                    // QLineEdit input mask of Text columns
     QList<TreeListComboItem> comboItems; // ImageCombo
-    QIcon buttonGlyph;          // ButtonEdit; "..." when null
-    QString widthSample;        // a whole value of the column (a code, a name): it stays readable
+    QIcon buttonGlyph;                   // ButtonEdit; "..." when null
+    QString widthSample;                 // a whole value of the column (a code, a name): it stays readable
 
     bool isBound() const { return kind != TreeListColumnKind::Unbound && !fieldName.isEmpty(); }
     bool isEditable() const

@@ -17,15 +17,14 @@ int minimumColumnWidth(const TreeListColumn &column, const QFontMetrics &cells, 
         break;
     case TreeListColumnKind::ImageCombo:
         for (const TreeListComboItem &item : column.comboItems)
-            value = std::max(value, cells.horizontalAdvance(item.description) + (item.icon.isNull() ? 0 : cells.height() + 4));
+            value = std::max(value,
+                             cells.horizontalAdvance(item.description) + (item.icon.isNull() ? 0 : cells.height() + 4));
         break;
     case TreeListColumnKind::ButtonEdit:
         value = cells.horizontalAdvance(column.widthSample) + cells.height() + 4; // the "..." button
         break;
     case TreeListColumnKind::Text:
-    case TreeListColumnKind::Unbound:
-        value = cells.horizontalAdvance(column.widthSample);
-        break;
+    case TreeListColumnKind::Unbound: value = cells.horizontalAdvance(column.widthSample); break;
     }
     const int heading = header.horizontalAdvance(column.caption) + CellTextPadding;
     return std::max(heading, value + CellTextPadding + extraIndent);

@@ -61,8 +61,7 @@ void TreeListDateEditor::showCalendar()
 
 void TreeListDateEditor::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_F4
-        || (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier))) {
+    if (event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier))) {
         showCalendar();
         return;
     }

@@ -17,15 +17,15 @@ class TreeListDateEditor : public QLineEdit
 public:
     explicit TreeListDateEditor(QWidget *parent = nullptr);
 
-    void setValue(const QVariant &value);  // a date, a date-time or null
-    QVariant value() const;                // null when blank, a QDate when valid, else the text typed
-    bool isValidInput() const;             // blank or a real date
+    void setValue(const QVariant &value); // a date, a date-time or null
+    QVariant value() const;               // null when blank, a QDate when valid, else the text typed
+    bool isValidInput() const;            // blank or a real date
 
     void showCalendar();
     TreeListCalendarPopup *calendarPopup() const { return m_popup; }
 
 signals:
-    void closedUp(const QVariant &value);  // a date, or null for the clear button
+    void closedUp(const QVariant &value); // a date, or null for the clear button
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -13,16 +13,14 @@ TreeListDelegate::TreeListDelegate(TreeListModel *model, TreeListHooks *hooks, Q
     : QStyledItemDelegate(parent)
     , m_model(model)
     , m_hooks(hooks)
-{
-}
+{ }
 
 const TreeListColumn &TreeListDelegate::columnOf(const QModelIndex &index) const
 {
     return m_model->column(index.column());
 }
 
-QWidget *TreeListDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
-                                        const QModelIndex &index) const
+QWidget *TreeListDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &index) const
 {
     if (!m_hooks->startEditing(index) || !columnOf(index).inPlaceEditor)
         return nullptr;
@@ -74,14 +72,12 @@ void TreeListDelegate::initStyleOption(QStyleOptionViewItem *option, const QMode
         option->state &= ~QStyle::State_Active;
 }
 
-void TreeListDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option,
-                                 const QModelIndex &index) const
+void TreeListDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
 }
 
-void TreeListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                             const QModelIndex &index) const
+void TreeListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     paintCell(painter, option, index);
     painter->save();

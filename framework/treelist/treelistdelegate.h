@@ -22,8 +22,7 @@ public:
 
     void setGridLineColor(const QColor &color) { m_gridLines = color; }
 
-    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                          const QModelIndex &index) const final;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const final;
     void setEditorData(QWidget *editor, const QModelIndex &index) const final;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const final;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const final;

@@ -51,8 +51,7 @@ QSize TreeListHeader::sizeHint() const
     return size;
 }
 
-void TreeListHeader::paintCell(QPainter *painter, const QRect &rect, const QString &text,
-                               Qt::Alignment alignment) const
+void TreeListHeader::paintCell(QPainter *painter, const QRect &rect, const QString &text, Qt::Alignment alignment) const
 {
     if (!m_background.isValid()) {
         QStyleOptionHeader option;

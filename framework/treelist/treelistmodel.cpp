@@ -10,8 +10,7 @@ namespace fw {
 
 TreeListModel::TreeListModel(QObject *parent)
     : QAbstractItemModel(parent)
-{
-}
+{ }
 
 TreeListModel::~TreeListModel()
 {
@@ -324,10 +323,8 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
         return {};
     const TreeListColumn &column = m_columns.at(index.column());
     switch (role) {
-    case Qt::DisplayRole:
-        return text(node, index.column());
-    case Qt::EditRole:
-        return value(node, index.column());
+    case Qt::DisplayRole: return text(node, index.column());
+    case Qt::EditRole: return value(node, index.column());
     case Qt::TextAlignmentRole: {
         Qt::Alignment alignment = column.alignment;
         if (!(alignment & Qt::AlignVertical_Mask))
@@ -357,15 +354,15 @@ QVariant TreeListModel::data(const QModelIndex &index, int role) const
                 return item->icon;
         }
         return {};
-    default:
-        return {};
+    default: return {};
     }
 }
 
 bool TreeListModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     const int node = nodeOf(index);
-    if (node < 0 || role != Qt::EditRole || !m_columns.at(index.column()).isEditable() || isLocked(node, index.column()))
+    if (node < 0 || role != Qt::EditRole || !m_columns.at(index.column()).isEditable()
+        || isLocked(node, index.column()))
         return false;
     return writeValue(node, index.column(), value);
 }

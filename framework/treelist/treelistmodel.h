@@ -51,10 +51,10 @@ public:
     const TreeListStructure &structure() const { return m_structure; }
     int generation() const { return m_generation; } // changes with every rebuild
     QModelIndex indexOfNode(int node, int column = 0) const;
-    int nodeOf(const QModelIndex &index) const;      // -1 for an invalid index
-    QVariant value(int node, int column) const;      // the stored value; null when unbound
-    QString text(int node, int column) const;        // the display text, before the draw-time hook
-    quint64 keyCode(int node) const;                 // identifies a node's key across rebuilds
+    int nodeOf(const QModelIndex &index) const; // -1 for an invalid index
+    QVariant value(int node, int column) const; // the stored value; null when unbound
+    QString text(int node, int column) const;   // the display text, before the draw-time hook
+    quint64 keyCode(int node) const;            // identifies a node's key across rebuilds
 
     // Stores a value through the recordset (move to the row, set the field, update). On a
     // database error the row's pending change is cancelled, the cell shows the stored value

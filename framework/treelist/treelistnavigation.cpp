@@ -170,7 +170,8 @@ void TreeList::showFocusInView()
     const int column = qMax(0, m_view->currentIndex().column());
     const QModelIndex index = m_model->indexOfNode(node, column);
     if (m_view->currentIndex() != index)
-        m_view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_view->selectionModel()->setCurrentIndex(index,
+                                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_view->scrollTo(index);
 }
 

@@ -16,12 +16,12 @@ public:
     TreeListNode() = default;
 
     bool isValid() const;
-    int id() const { return m_id; }          // the node's number in its tree, -1 for no node
-    int row() const;                         // the recordset row it stands for, -1 for no node
+    int id() const { return m_id; } // the node's number in its tree, -1 for no node
+    int row() const;                // the recordset row it stands for, -1 for no node
 
-    int level() const;                       // roots are at level 0
-    int absoluteIndex() const;               // position in tree order (equals id()), -1 for no node
-    TreeListNode next() const;               // tree order: each node, then its descendants
+    int level() const;         // roots are at level 0
+    int absoluteIndex() const; // position in tree order (equals id()), -1 for no node
+    TreeListNode next() const; // tree order: each node, then its descendants
     TreeListNode parent() const;
     TreeListNode firstChild() const;
     TreeListNode nextSibling() const;
@@ -29,10 +29,10 @@ public:
     bool hasChildren() const { return childCount() > 0; }
 
     bool isExpanded() const;
-    void expand() const;                     // this node only; children keep their own state
+    void expand() const; // this node only; children keep their own state
     void collapse() const;
     void setExpanded(bool expanded) const;
-    void focus() const;                      // makes it the focused node
+    void focus() const; // makes it the focused node
 
     QVariant value(const QString &column) const;
     QString displayText(const QString &column) const;
@@ -46,7 +46,10 @@ public:
 private:
     friend class TreeList;
     TreeListNode(TreeList *tree, int id, int generation)
-        : m_tree(tree), m_id(id), m_generation(generation) {}
+        : m_tree(tree)
+        , m_id(id)
+        , m_generation(generation)
+    { }
 
     TreeList *m_tree = nullptr;
     int m_id = -1;

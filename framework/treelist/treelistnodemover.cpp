@@ -42,7 +42,8 @@ bool TreeListNodeMover::keyEvent(QEvent *event)
     auto *key = static_cast<QKeyEvent *>(event);
     const bool cut = key->matches(QKeySequence::Cut);
     const bool paste = key->matches(QKeySequence::Paste);
-    const bool pasteAsRoot = key->keyCombination() == QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_V);
+    const bool pasteAsRoot = key->keyCombination()
+        == QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_V);
     if (!(cut || paste || pasteAsRoot))
         return false;
     if (event->type() == QEvent::ShortcutOverride) {
@@ -58,8 +59,7 @@ bool TreeListNodeMover::keyEvent(QEvent *event)
 
 QByteArray TreeListNodeMover::identity() const
 {
-    return QByteArray::number(QCoreApplication::applicationPid()) + ':'
-           + QByteArray::number(quintptr(m_tree));
+    return QByteArray::number(QCoreApplication::applicationPid()) + ':' + QByteArray::number(quintptr(m_tree));
 }
 
 QMimeData *TreeListNodeMover::mimeDataFor(const TreeListNode &node) const
@@ -91,9 +91,7 @@ bool TreeListNodeMover::eventFilter(QObject *watched, QEvent *event)
         m_pressPos = mouse->position().toPoint();
         return false;
     }
-    case QEvent::MouseButtonRelease:
-        m_pressed = {};
-        return false;
+    case QEvent::MouseButtonRelease: m_pressed = {}; return false;
     case QEvent::MouseMove: {
         auto *mouse = static_cast<QMouseEvent *>(event);
         if (!m_pressed.isValid() || !(mouse->buttons() & Qt::LeftButton)
@@ -117,8 +115,7 @@ bool TreeListNodeMover::eventFilter(QObject *watched, QEvent *event)
         drop->acceptProposedAction();
         return true;
     }
-    default:
-        return false;
+    default: return false;
     }
 }
 

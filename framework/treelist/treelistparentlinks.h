@@ -4,15 +4,17 @@
 #include <vector>
 
 class QVariant;
-namespace db { class Recordset; }
+namespace db {
+class Recordset;
+}
 
 namespace fw {
 
 // How the rows of a recordset hang together by key and parent field.
 struct TreeListLinks
 {
-    std::vector<int> parents;          // parent row of each row, -1 when it has none in the set
-    std::vector<quint64> keyCodes;     // key and parent values as read, to notice later changes
+    std::vector<int> parents;      // parent row of each row, -1 when it has none in the set
+    std::vector<quint64> keyCodes; // key and parent values as read, to notice later changes
     std::vector<quint64> parentCodes;
 };
 

@@ -81,7 +81,12 @@ void TreeListStructure::numberInTreeOrder(const std::vector<int> &parents)
 
     m_nodes.resize(std::size_t(n));
     m_nodeOfRow.resize(std::size_t(n));
-    struct Pending { int row; int parent; int indexInParent; };
+    struct Pending
+    {
+        int row;
+        int parent;
+        int indexInParent;
+    };
     std::vector<Pending> stack;
     for (int i = m_rootCount - 1; i >= 0; --i)
         stack.push_back({childRows[i], -1, i});
@@ -93,9 +98,8 @@ void TreeListStructure::numberInTreeOrder(const std::vector<int> &parents)
         const int begin = pending.row == 0 ? m_rootCount : firstChildRow[pending.row - 1];
         const int end = firstChildRow[pending.row];
         m_nodeOfRow[pending.row] = id;
-        m_nodes[id] = Node{pending.row, pending.parent,
-                           pending.parent < 0 ? 0 : m_nodes[pending.parent].level + 1,
-                           0, end - begin, pending.indexInParent};
+        m_nodes[id] = Node {pending.row, pending.parent, pending.parent < 0 ? 0 : m_nodes[pending.parent].level + 1,
+                            0,           end - begin,    pending.indexInParent};
         for (int i = end - 1; i >= begin; --i)
             stack.push_back({childRows[i], id, i - begin});
     }

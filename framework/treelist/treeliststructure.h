@@ -25,10 +25,7 @@ public:
     bool contains(int node) const { return node >= 0 && node < count(); }
 
     int row(int node) const { return m_nodes[node].row; }
-    int nodeOfRow(int row) const
-    {
-        return row >= 0 && row < int(m_nodeOfRow.size()) ? m_nodeOfRow[row] : -1;
-    }
+    int nodeOfRow(int row) const { return row >= 0 && row < int(m_nodeOfRow.size()) ? m_nodeOfRow[row] : -1; }
 
     int parent(int node) const { return m_nodes[node].parent; }
     int level(int node) const { return m_nodes[node].level; }
@@ -36,13 +33,10 @@ public:
 
     // Children of a node; node -1 stands for the invisible root, whose children are the roots.
     int childCount(int node) const { return node < 0 ? m_rootCount : m_nodes[node].childCount; }
-    int child(int node, int index) const
-    {
-        return m_children[(node < 0 ? 0 : m_nodes[node].firstChild) + index];
-    }
+    int child(int node, int index) const { return m_children[(node < 0 ? 0 : m_nodes[node].firstChild) + index]; }
 
     int next(int node) const { return node + 1 < count() ? node + 1 : -1; } // in tree order
-    bool isAncestor(int ancestor, int node) const; // strict: a node is not its own ancestor
+    bool isAncestor(int ancestor, int node) const;                          // strict: a node is not its own ancestor
 
 private:
     struct Node
@@ -50,7 +44,7 @@ private:
         int row;
         int parent;
         int level;
-        int firstChild;    // offset into m_children
+        int firstChild; // offset into m_children
         int childCount;
         int indexInParent;
     };

@@ -57,7 +57,8 @@ void TreeListView::drawBranches(QPainter *painter, const QRect &rect, const QMod
         const int middleX = left + indent / 2;
         if (ownColumn) {
             const bool firstRoot = !parent.isValid() && node.row() == 0;
-            painter->drawLine(middleX, firstRoot ? middleY : rect.top(), middleX, moreSiblings ? rect.bottom() : middleY);
+            painter->drawLine(middleX, firstRoot ? middleY : rect.top(), middleX,
+                              moreSiblings ? rect.bottom() : middleY);
             painter->drawLine(middleX, middleY, left + indent - 2, middleY);
             ownColumn = false;
         } else if (moreSiblings) {

@@ -27,8 +27,8 @@ class Backend
 public:
     virtual ~Backend() = default;
 
-    virtual QString sourceName() const = 0;     // the source of its errors: "SQLite", "ODBC"
-    virtual bool translatesTsql() const = 0;    // statements (and bound dates) use SQLite's ways
+    virtual QString sourceName() const = 0;  // the source of its errors: "SQLite", "ODBC"
+    virtual bool translatesTsql() const = 0; // statements (and bound dates) use SQLite's ways
 
     // Runs every statement of the text; returns the rows changed.
     virtual int execute(const QString &sql) = 0;
@@ -50,13 +50,12 @@ public:
     // While held, the queries that read and write nothing may share one read transaction
     // instead of opening one each; writes still run in transactions of their own. Nested holds
     // count. A back end may ignore it.
-    virtual void holdReadSnapshot() {}
-    virtual void releaseReadSnapshot() {}
+    virtual void holdReadSnapshot() { }
+    virtual void releaseReadSnapshot() { }
 };
 
-inline DatabaseError makeError(const QString &description, const QString &source,
-                               const QString &statement = {}, int nativeError = 0,
-                               const QString &sqlState = {})
+inline DatabaseError makeError(const QString &description, const QString &source, const QString &statement = {},
+                               int nativeError = 0, const QString &sqlState = {})
 {
     DbError error;
     error.description = description;

@@ -161,8 +161,7 @@ bool CellStore::encode(const QVariant &value, Tag *tag, quint64 *slot)
         *slot = dateSlot(*date);
         return true;
     }
-    default:
-        return false;
+    default: return false;
     }
 }
 

@@ -19,7 +19,9 @@ namespace db {
 class CellStore
 {
 public:
-    explicit CellStore(int columns = 0) : m_columns(columns) {}
+    explicit CellStore(int columns = 0)
+        : m_columns(columns)
+    { }
 
     int columnCount() const { return m_columns; }
     int rowCount() const { return m_columns > 0 ? int(m_tags.size() / m_columns) : 0; }
@@ -54,13 +56,13 @@ private:
 
     int m_columns;
     PagedArray<Tag> m_tags;
-    PagedArray<quint64> m_values;                   // the value, or where it is kept
-    std::vector<char> m_firstText;                  // texts one after another: the first page's worth,
-    std::vector<os::LargePagePtr> m_textPages;      // then pages of their own
-    qsizetype m_textUsed = 0;                       // bytes used in the last text page
-    QList<QDateTime> m_dates;                       // each date once
-    QHash<qint64, quint32> m_dateIndex;             // local date and time as one number -> its index
-    QList<QVariant> m_others;                       // values without a compact form
+    PagedArray<quint64> m_values;              // the value, or where it is kept
+    std::vector<char> m_firstText;             // texts one after another: the first page's worth,
+    std::vector<os::LargePagePtr> m_textPages; // then pages of their own
+    qsizetype m_textUsed = 0;                  // bytes used in the last text page
+    QList<QDateTime> m_dates;                  // each date once
+    QHash<qint64, quint32> m_dateIndex;        // local date and time as one number -> its index
+    QList<QVariant> m_others;                  // values without a compact form
 };
 
 } // namespace db

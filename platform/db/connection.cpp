@@ -10,7 +10,6 @@
 #include "statementtrace.h"
 #include "tsqltranslator.h"
 
-
 namespace db {
 
 namespace {
@@ -20,7 +19,7 @@ namespace {
 // handed over as a "file:" URI, which it opens as such: the file named, and no other.
 QString forSqliteDriver(const QString &odbcString)
 {
-    const QStringList databaseKeys{QStringLiteral("Database")};
+    const QStringList databaseKeys {QStringLiteral("Database")};
     const QString file = connectionstring::value(odbcString, databaseKeys);
     if (connectionstring::entry(QStringLiteral("Database"), file) == QStringLiteral("Database=") + file)
         return odbcString;
@@ -109,11 +108,14 @@ Connection::Connection(const QString &connectionString)
         if (file.isEmpty())
             throw makeError(QStringLiteral("Nella stringa di connessione manca il file del database (Data Source)."),
                             QStringLiteral("SQLite"));
-        const bool readOnly = value(connectionString, {QStringLiteral("Mode")}).compare(QLatin1String("Read"), Qt::CaseInsensitive) == 0;
+        const bool readOnly = value(connectionString, {QStringLiteral("Mode")})
+                                  .compare(QLatin1String("Read"), Qt::CaseInsensitive)
+            == 0;
         m_backend = std::make_unique<SqliteBackend>(file, readOnly);
     } else {
-        const QStringList compatKey{QStringLiteral("TSQLCompat")};
-        const bool translates = value(connectionString, compatKey).compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0;
+        const QStringList compatKey {QStringLiteral("TSQLCompat")};
+        const bool translates = value(connectionString, compatKey).compare(QLatin1String("SQLite"), Qt::CaseInsensitive)
+            == 0;
         const QString odbcString = contains(connectionString, compatKey) ? without(connectionString, compatKey)
                                                                          : connectionString;
         m_backend = std::make_unique<OdbcBackend>(translates ? forSqliteDriver(odbcString) : odbcString, translates);

@@ -40,7 +40,7 @@ public:
     Connection &operator=(const Connection &) = delete;
 
     QString connectionString() const;
-    bool translatesTsql() const;   // true when statements go through the SQLite compatibility layer
+    bool translatesTsql() const; // true when statements go through the SQLite compatibility layer
 
     // Executes a statement that returns no rows; returns the rows affected. Throws DatabaseError.
     int execute(const QString &sql);
@@ -57,7 +57,7 @@ public:
     const QList<DbError> &errors() const;
     void clearErrors();
 
-    Backend &backend();            // used by Recordset for write-back
+    Backend &backend(); // used by Recordset for write-back
 
 private:
     explicit Connection(const QString &connectionString);
@@ -69,7 +69,7 @@ private:
     QString m_connectionString;
     std::unique_ptr<Backend> m_backend;
     QList<DbError> m_errors;
-    mutable QCache<QString, QString> m_translations{256}; // T-SQL -> the back end's dialect
+    mutable QCache<QString, QString> m_translations {256}; // T-SQL -> the back end's dialect
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

@@ -16,7 +16,7 @@ bool hasKey(const Entry &entry, const QStringList &keys)
 bool needsBraces(const QString &value)
 {
     return value.contains(QLatin1Char(';')) || value.contains(QLatin1Char('{')) || value.contains(QLatin1Char('}'))
-           || value.contains(QLatin1Char('=')) || value != value.trimmed();
+        || value.contains(QLatin1Char('=')) || value != value.trimmed();
 }
 
 } // namespace
@@ -97,7 +97,7 @@ QString entry(const QString &key, const QString &value)
     if (!needsBraces(value))
         return key + QLatin1Char('=') + value;
     return key + QStringLiteral("={") + QString(value).replace(QLatin1Char('}'), QStringLiteral("}}"))
-           + QLatin1Char('}');
+        + QLatin1Char('}');
 }
 
 QString without(const QString &connectionString, const QStringList &keys)

@@ -13,8 +13,8 @@ namespace db::connectionstring {
 struct Entry
 {
     QString key;
-    QString value;   // braces and doubled '}' taken away
-    QString text;    // the entry as written, without its ';'
+    QString value; // braces and doubled '}' taken away
+    QString text;  // the entry as written, without its ';'
 };
 
 QList<Entry> parse(const QString &connectionString);

@@ -22,8 +22,7 @@ DatabaseError::DatabaseError(const QList<DbError> &errors, const QString &statem
     : std::runtime_error(joinedDescriptions(errors))
     , m_errors(errors)
     , m_statement(statement)
-{
-}
+{ }
 
 QString DatabaseError::message() const
 {

@@ -10,8 +10,8 @@ namespace db {
 struct DbError
 {
     QString description;
-    QString source;     // "SQLite", "ODBC", "Recordset", "T-SQL"
-    QString sqlState;   // ODBC state, or empty
+    QString source;   // "SQLite", "ODBC", "Recordset", "T-SQL"
+    QString sqlState; // ODBC state, or empty
     int nativeError = 0;
 };
 

@@ -37,7 +37,8 @@ struct Diagnostic
 QList<Diagnostic> diagnostics(short handleType, void *handle)
 {
     using GetDiagRec = short (*)(short, void *, short, unsigned char *, int *, unsigned char *, short, short *);
-    static const auto getDiagRec = reinterpret_cast<GetDiagRec>(QLibrary::resolve(QStringLiteral("odbc"), 2, "SQLGetDiagRec"));
+    static const auto getDiagRec = reinterpret_cast<GetDiagRec>(
+        QLibrary::resolve(QStringLiteral("odbc"), 2, "SQLGetDiagRec"));
     QList<Diagnostic> result;
     if (!getDiagRec || !handle)
         return result;
@@ -68,22 +69,17 @@ QVariant readValue(const QVariant &value, FieldType type)
     if (!value.isValid() || value.isNull())
         return QVariant();
     switch (type) {
-    case FieldType::Integer:
-        return QVariant(value.toLongLong());
+    case FieldType::Integer: return QVariant(value.toLongLong());
     case FieldType::Double:
-    case FieldType::Decimal:
-        return QVariant(value.toDouble());
-    case FieldType::Boolean:
-        return QVariant(value.toBool());
+    case FieldType::Decimal: return QVariant(value.toDouble());
+    case FieldType::Boolean: return QVariant(value.toBool());
     case FieldType::DateTime: {
         bool ok = false;
         const QVariant date = storedvalues::coerce(value, FieldType::DateTime, &ok);
         return ok ? date : value;
     }
-    case FieldType::Text:
-        return QVariant(value.toString());
-    default:
-        return value;
+    case FieldType::Text: return QVariant(value.toString());
+    default: return value;
     }
 }
 
@@ -109,22 +105,13 @@ FieldInfo fieldFrom(const QSqlField &sqlField)
             field.type = FieldType::Double;
         }
         break;
-    case QMetaType::Bool:
-        field.type = FieldType::Boolean;
-        break;
+    case QMetaType::Bool: field.type = FieldType::Boolean; break;
     case QMetaType::QDate:
     case QMetaType::QDateTime:
-    case QMetaType::QTime:
-        field.type = FieldType::DateTime;
-        break;
-    case QMetaType::QByteArray:
-        field.type = FieldType::Blob;
-        break;
-    case QMetaType::QString:
-        field.type = FieldType::Text;
-        break;
-    default:
-        field.type = FieldType::Unknown;
+    case QMetaType::QTime: field.type = FieldType::DateTime; break;
+    case QMetaType::QByteArray: field.type = FieldType::Blob; break;
+    case QMetaType::QString: field.type = FieldType::Text; break;
+    default: field.type = FieldType::Unknown;
     }
     return field;
 }
@@ -156,7 +143,9 @@ OdbcBackend::OdbcBackend(const QString &odbcConnectionString, bool translatesTsq
         for (const Diagnostic &d : diagnostics(SqlHandleDbc, handleOf(m_database.driver()->handle())))
             errors.append({d.message, sourceName(), d.state, d.nativeError});
         if (errors.isEmpty())
-            errors.append({error.databaseText().isEmpty() ? error.text() : error.databaseText(), sourceName(), {},
+            errors.append({error.databaseText().isEmpty() ? error.text() : error.databaseText(),
+                           sourceName(),
+                           {},
                            error.nativeErrorCode().toInt()});
         m_database = QSqlDatabase();
         QSqlDatabase::removeDatabase(m_name);
@@ -254,7 +243,8 @@ int OdbcBackend::executeBound(const QString &sql, const QVariantList &values)
 
 QVariant OdbcBackend::lastInsertedKey()
 {
-    const QString sql = m_translates ? QStringLiteral("SELECT last_insert_rowid()") : QStringLiteral("SELECT @@IDENTITY");
+    const QString sql = m_translates ? QStringLiteral("SELECT last_insert_rowid()")
+                                     : QStringLiteral("SELECT @@IDENTITY");
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
     if (!query.exec(sql))

@@ -37,10 +37,10 @@ struct Recordset::Private
     Recordset *q;
     std::shared_ptr<RecordsetData> data;
     std::shared_ptr<Connection> connection;
-    std::vector<int> rows;        // stored rows that pass the filter, ascending
-    int position = 0;             // index into rows; -1 is BOF, rows.size() is EOF
-    bool onDeletedRow = false;    // sits where the row it deleted was
-    int rowBeforeAddNew = -1;     // stored row to go back to when an added row is cancelled
+    std::vector<int> rows;     // stored rows that pass the filter, ascending
+    int position = 0;          // index into rows; -1 is BOF, rows.size() is EOF
+    bool onDeletedRow = false; // sits where the row it deleted was
+    int rowBeforeAddNew = -1;  // stored row to go back to when an added row is cancelled
     QString filterText;
     std::unique_ptr<RecordsetCriteria> filter;
 
@@ -87,10 +87,7 @@ struct Recordset::Private
         }
     }
 
-    void moved()
-    {
-        emit q->currentRowChanged(q->currentRow());
-    }
+    void moved() { emit q->currentRowChanged(q->currentRow()); }
 
     void notifyCellChanged(int stored, int field)
     {
@@ -578,8 +575,7 @@ QVariant Recordset::data(const QModelIndex &index, int role) const
 
 bool Recordset::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!index.isValid() || role != Qt::EditRole || index.row() >= d->size()
-        || !(flags(index) & Qt::ItemIsEditable))
+    if (!index.isValid() || role != Qt::EditRole || index.row() >= d->size() || !(flags(index) & Qt::ItemIsEditable))
         return false;
     const int stored = d->rows[size_t(index.row())];
     try {

@@ -44,9 +44,9 @@ public:
     // --- fields
     int fieldCount() const;
     const FieldInfo &field(int index) const;
-    int fieldIndex(const QString &name) const;   // case-insensitive; -1 when absent
+    int fieldIndex(const QString &name) const; // case-insensitive; -1 when absent
     QString sourceStatement() const;
-    QString baseTable() const;                    // empty when not writable
+    QString baseTable() const; // empty when not writable
     bool isWritable() const { return !baseTable().isEmpty(); }
     std::shared_ptr<Connection> connection() const;
 
@@ -54,11 +54,11 @@ public:
     bool bof() const;
     bool eof() const;
     bool isEmpty() const { return recordCount() == 0; }
-    int recordCount() const;                      // rows passing the filter
-    int currentRow() const;                       // -1 at BOF/EOF
-    void setCurrentRow(int row);                  // -1 leaves the row (EOF)
+    int recordCount() const;     // rows passing the filter
+    int currentRow() const;      // -1 at BOF/EOF
+    void setCurrentRow(int row); // -1 leaves the row (EOF)
     int absolutePosition() const;
-    void setAbsolutePosition(int position);       // 1-based
+    void setAbsolutePosition(int position); // 1-based
     void moveFirst();
     void moveLast();
     void moveNext();
@@ -85,11 +85,11 @@ public:
     std::shared_ptr<Recordset> clone() const;
 
     // --- editing
-    bool isEditing() const;          // current row has pending changes or is a new row
-    void addNew();                   // appends a new row and makes it current
-    void update();                   // writes pending changes (no-op when none); throws
+    bool isEditing() const; // current row has pending changes or is a new row
+    void addNew();          // appends a new row and makes it current
+    void update();          // writes pending changes (no-op when none); throws
     void cancelUpdate();
-    void deleteCurrent();            // deletes the current row (and its base-table row); throws
+    void deleteCurrent(); // deletes the current row (and its base-table row); throws
     // Reads the current row again from its base table, dropping pending changes: after another
     // user's change was refused, the row shows what the database holds. Says whether the row
     // was changed meanwhile or is gone (then nothing changes). Recordsets that are not writable

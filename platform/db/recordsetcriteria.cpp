@@ -20,9 +20,9 @@ struct RecordsetCriteria::Node
     Operator op = Equal;
     bool numericLiteral = false;
     double number = 0;
-    QString text;           // the literal as written
-    QString pattern;        // the literal case-folded, for LIKE
-    QDateTime date;         // the literal read as a date, when it is one
+    QString text;    // the literal as written
+    QString pattern; // the literal case-folded, for LIKE
+    QDateTime date;  // the literal read as a date, when it is one
 
     bool matches(const RecordsetData &data, int row) const;
     bool compare(const QVariant &value) const;
@@ -98,7 +98,10 @@ QString displayText(const QVariant &value)
 class Parser
 {
 public:
-    Parser(const QString &text, const RecordsetData &data) : m_text(text), m_data(data) {}
+    Parser(const QString &text, const RecordsetData &data)
+        : m_text(text)
+        , m_data(data)
+    { }
 
     std::unique_ptr<RecordsetCriteria::Node> parseAll()
     {
@@ -215,7 +218,8 @@ private:
         const QString name = fieldName();
         node->field = m_data.fieldByName.value(name.toLower(), -1);
         if (node->field < 0)
-            throw makeError(QStringLiteral("Campo sconosciuto nel criterio: %1").arg(name), QStringLiteral("Recordset"));
+            throw makeError(QStringLiteral("Campo sconosciuto nel criterio: %1").arg(name),
+                            QStringLiteral("Recordset"));
 
         if (keyword("IS")) {
             node->op = keyword("NOT") ? Node::IsNotNull : Node::IsNull;
@@ -343,8 +347,7 @@ bool RecordsetCriteria::Node::matches(const RecordsetData &data, int row) const
                 return true;
         }
         return false;
-    case Compare:
-        break;
+    case Compare: break;
     }
     return compare(data.cell(row, field));
 }
@@ -375,7 +378,8 @@ bool RecordsetCriteria::Node::compare(const QVariant &value) const
         return holds(op, ordering(value.toDouble(), number));
     case QMetaType::QDateTime:
         if (date.isValid())
-            return holds(op, ordering(double(value.toDateTime().toMSecsSinceEpoch()), double(date.toMSecsSinceEpoch())));
+            return holds(op,
+                         ordering(double(value.toDateTime().toMSecsSinceEpoch()), double(date.toMSecsSinceEpoch())));
         return false;
     default:
         if (numericLiteral) {

@@ -28,15 +28,15 @@ struct PendingRow
 struct RecordsetData
 {
     QList<FieldInfo> fields;
-    QStringList sourceColumns;          // base-table column a field writes to; empty when computed
-    QHash<QString, int> fieldByName;    // lower-case name -> index (first of equal names)
+    QStringList sourceColumns;       // base-table column a field writes to; empty when computed
+    QHash<QString, int> fieldByName; // lower-case name -> index (first of equal names)
     CellStore cells;
-    std::vector<quint8> deleted;        // one flag per stored row
+    std::vector<quint8> deleted; // one flag per stored row
     QString statement;
-    QString baseTable;                  // empty when edits stay in memory
+    QString baseTable; // empty when edits stay in memory
     QList<int> keyFields;
     std::unordered_map<int, PendingRow> pending; // by stored row
-    std::vector<Recordset *> siblings;  // the original and its clones, for change notification
+    std::vector<Recordset *> siblings;           // the original and its clones, for change notification
     // Columns every UPDATE also sets (who changed the row and when), evaluated at each update.
     std::function<QList<std::pair<QString, QVariant>>()> updateStamp;
 
@@ -59,7 +59,9 @@ QList<int> keptColumns(const QStringList &columnNames, const QStringList &onlyFi
 class RowStoreBuilder
 {
 public:
-    explicit RowStoreBuilder(int columns) : m_cells(columns) {}
+    explicit RowStoreBuilder(int columns)
+        : m_cells(columns)
+    { }
 
     CellStore &cells() { return m_cells; }
     void finish(RecordsetData &data);

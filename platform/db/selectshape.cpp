@@ -75,8 +75,8 @@ bool makesOtherRows(const TsqlToken &token)
 
 bool endsFromClause(const TsqlToken &token)
 {
-    return makesOtherRows(token) || token.is(TsqlWord::Where) || token.is(TsqlWord::Order)
-        || token.is(TsqlWord::Option) || token.is(TsqlWord::For);
+    return makesOtherRows(token) || token.is(TsqlWord::Where) || token.is(TsqlWord::Order) || token.is(TsqlWord::Option)
+        || token.is(TsqlWord::For);
 }
 
 } // namespace

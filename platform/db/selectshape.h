@@ -12,13 +12,13 @@ struct SelectShape
 {
     struct Item
     {
-        QString outputName;    // alias, or the column's own name; empty for unnamed expressions
-        QString sourceColumn;  // the base-table column it reads; empty for expressions
+        QString outputName;      // alias, or the column's own name; empty for unnamed expressions
+        QString sourceColumn;    // the base-table column it reads; empty for expressions
         bool allColumns = false; // "*" or "T.*"
     };
 
     bool singleTable = false;
-    QString table;             // without brackets and schema
+    QString table;               // without brackets and schema
     bool temporaryTable = false; // a "#name" of the session
     QList<Item> items;
 

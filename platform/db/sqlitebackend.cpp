@@ -83,8 +83,7 @@ void readCell(sqlite3_stmt *statement, int column, FieldInfo &field, CellStore &
         return cells.append(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
     }
     case FieldType::Text:
-    case FieldType::Unknown:
-        break;
+    case FieldType::Unknown: break;
     }
     const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
     cells.appendText(text, sqlite3_column_bytes(statement, column));
@@ -99,8 +98,7 @@ int bindValue(sqlite3_stmt *statement, int index, const QVariant &value)
         return sqlite3_bind_int64(statement, index, value.toLongLong());
     switch (type) {
     case QMetaType::Double:
-    case QMetaType::Float:
-        return sqlite3_bind_double(statement, index, value.toDouble());
+    case QMetaType::Float: return sqlite3_bind_double(statement, index, value.toDouble());
     case QMetaType::QDateTime:
     case QMetaType::QDate: {
         const QByteArray text = storedvalues::formatDateTime(value.toDateTime()).toUtf8();
@@ -179,7 +177,8 @@ SqliteBackend::SqliteBackend(const QString &fileName, bool readOnly)
     // trigger removes a node's whole subtree by itself; fired again for every node it removes
     // (recursive triggers, which this SQLite turns on by default) it would walk each remaining
     // subtree once more, several times slower on a large branch for nothing.
-    QList<const char *> pragmas{"PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=OFF", "PRAGMA recursive_triggers=OFF", "PRAGMA temp_store=MEMORY"};
+    QList<const char *> pragmas {"PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=OFF",
+                                 "PRAGMA recursive_triggers=OFF", "PRAGMA temp_store=MEMORY"};
     // WAL lets a second connection read while this one writes. Only a database with nothing in
     // it yet is switched here: a file that holds tables keeps the journal it was given until it
     // is known to be the module's (dbsetup::prepareDatabaseAt).
@@ -251,8 +250,8 @@ void SqliteBackend::forEachStatement(const QString &text16, const QString &sql, 
         const char *tail = end;
         bool cacheable = statement != nullptr;
         if (!statement) {
-            const int code = sqlite3_prepare_v3(m_handle, from, int(end - from), SQLITE_PREPARE_PERSISTENT,
-                                                &statement, &tail);
+            const int code = sqlite3_prepare_v3(m_handle, from, int(end - from), SQLITE_PREPARE_PERSISTENT, &statement,
+                                                &tail);
             if (code != SQLITE_OK)
                 fail(sql, code);
             if (!statement) // only comments left
@@ -333,8 +332,8 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const 
         FieldInfo field;
         field.name = names.at(column);
         const char *declared = sqlite3_column_decltype(statement, column);
-        const storedvalues::ColumnType type =
-            storedvalues::columnTypeFromDeclaration(declared ? QString::fromUtf8(declared) : QString());
+        const storedvalues::ColumnType type = storedvalues::columnTypeFromDeclaration(
+            declared ? QString::fromUtf8(declared) : QString());
         field.type = type.type;
         field.numericScale = type.numericScale;
         data.fields.append(field);
@@ -401,7 +400,8 @@ std::optional<TableSchema> SqliteBackend::tableSchema(const QString &table)
     // looked at again only once the file has changed since it was last looked at: the pager's
     // data version costs no statement, while each statement is a read transaction of its own.
     unsigned int dataVersion = 0;
-    const bool knowsVersion = sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_DATA_VERSION, &dataVersion) == SQLITE_OK;
+    const bool knowsVersion = sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_DATA_VERSION, &dataVersion)
+        == SQLITE_OK;
     if (!knowsVersion || !m_dataVersion || *m_dataVersion != dataVersion) {
         const qint64 version = schemaVersion();
         if (version < 0)

@@ -70,7 +70,7 @@ private:
     QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
     qint64 m_schemaVersion = -1;
     int m_snapshotHolds = 0;
-    bool m_inSnapshot = false;   // a read transaction begun here is open
+    bool m_inSnapshot = false;                 // a read transaction begun here is open
     std::optional<unsigned int> m_dataVersion; // the file's version when the schema was last read
 };
 

@@ -13,7 +13,7 @@ QByteArray sqliteFileUri(const QString &path, bool readOnly)
     if (readOnly) {
         uri += QByteArrayLiteral("?mode=ro");
         const bool openInWal = QFileInfo::exists(absolute + QStringLiteral("-wal"))
-                               && QFileInfo::exists(absolute + QStringLiteral("-shm"));
+            && QFileInfo::exists(absolute + QStringLiteral("-shm"));
         if (!openInWal)
             uri += QByteArrayLiteral("&immutable=1");
     }

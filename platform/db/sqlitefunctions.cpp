@@ -206,9 +206,8 @@ void registerSqliteFunctions(sqlite3 *handle)
         {"like", 3, like},
     };
     for (const Function &f : functions) {
-        const int rc = sqlite3_create_function_v2(handle, f.name, f.arguments,
-                                                  SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                                  f.call, nullptr, nullptr, nullptr);
+        const int rc = sqlite3_create_function_v2(handle, f.name, f.arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
+                                                  nullptr, f.call, nullptr, nullptr, nullptr);
         if (rc != SQLITE_OK) {
             DbError error;
             error.description = QString::fromUtf8(sqlite3_errmsg(handle));

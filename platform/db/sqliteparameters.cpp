@@ -72,7 +72,8 @@ bool tokenize(const QString &sql, std::vector<Token> &tokens)
             qsizetype end = i;
             while (end < sql.size()
                    && (isWordChar(sql.at(end)) || sql.at(end) == u'.'
-                       || ((sql.at(end) == u'+' || sql.at(end) == u'-') && (sql.at(end - 1) == u'e' || sql.at(end - 1) == u'E'))))
+                       || ((sql.at(end) == u'+' || sql.at(end) == u'-')
+                           && (sql.at(end - 1) == u'e' || sql.at(end - 1) == u'E'))))
                 ++end;
             tokens.push_back({Kind::Number, i, end, {}});
             i = end;
@@ -94,8 +95,11 @@ bool tokenize(const QString &sql, std::vector<Token> &tokens)
             tokens.push_back({Kind::Word, i, end, QStringView(sql).mid(i, end - i)});
             i = end;
         } else {
-            const Kind kind = c == u'(' ? Kind::Open : c == u')' ? Kind::Close : c == u',' ? Kind::Comma
-                            : c == u';' ? Kind::Semicolon : Kind::Other;
+            const Kind kind = c == u'(' ? Kind::Open
+                : c == u')'             ? Kind::Close
+                : c == u','             ? Kind::Comma
+                : c == u';'             ? Kind::Semicolon
+                                        : Kind::Other;
             tokens.push_back({kind, i, i + 1, {}});
             ++i;
         }
@@ -139,7 +143,8 @@ Clause clauseOf(const Token &word, Clause current)
         return Clause::SelectList;
     if (is(word, "WHERE"_L1) || is(word, "ON"_L1) || is(word, "HAVING"_L1))
         return Clause::Conditions;
-    for (QLatin1StringView other : {"FROM"_L1, "GROUP"_L1, "ORDER"_L1, "LIMIT"_L1, "OFFSET"_L1, "WINDOW"_L1, "VALUES"_L1}) {
+    for (QLatin1StringView other :
+         {"FROM"_L1, "GROUP"_L1, "ORDER"_L1, "LIMIT"_L1, "OFFSET"_L1, "WINDOW"_L1, "VALUES"_L1}) {
         if (is(word, other))
             return Clause::Other;
     }
@@ -206,14 +211,10 @@ ParameterizedSelect parameterizeConditions(const QString &sqlite)
             if (levels.size() > 1)
                 levels.pop_back();
             continue;
-        case Kind::Comma:
-            level.typeName = false;
-            continue;
+        case Kind::Comma: level.typeName = false; continue;
         case Kind::Number:
-        case Kind::Text:
-            break;
-        default:
-            continue;
+        case Kind::Text: break;
+        default: continue;
         }
         if (level.clause != Clause::Conditions || level.underSelectList || level.typeName)
             continue;
@@ -223,7 +224,8 @@ ParameterizedSelect parameterizeConditions(const QString &sqlite)
             continue;
         QVariant value;
         if (token.kind == Kind::Text) {
-            value = sqlite.mid(token.start + 1, token.end - token.start - 2).replace(QLatin1String("''"), QLatin1String("'"));
+            value = sqlite.mid(token.start + 1, token.end - token.start - 2)
+                        .replace(QLatin1String("''"), QLatin1String("'"));
         } else {
             bool whole = token.end - token.start <= 18;
             for (qsizetype c = token.start; whole && c < token.end; ++c)

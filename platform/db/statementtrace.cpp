@@ -15,19 +15,15 @@ QString literal(const QVariant &value)
     if (!value.isValid() || value.isNull())
         return QStringLiteral("NULL");
     switch (value.metaType().id()) {
-    case QMetaType::Bool:
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+    case QMetaType::Bool: return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
     case QMetaType::Int:
     case QMetaType::LongLong:
     case QMetaType::UInt:
     case QMetaType::ULongLong:
-    case QMetaType::Double:
-        return value.toString();
+    case QMetaType::Double: return value.toString();
     case QMetaType::QDateTime:
-    case QMetaType::QDate:
-        return quoted(storedvalues::formatDateTime(value.toDateTime()));
-    default:
-        return quoted(value.toString());
+    case QMetaType::QDate: return quoted(storedvalues::formatDateTime(value.toDateTime()));
+    default: return quoted(value.toString());
     }
 }
 
@@ -58,8 +54,7 @@ void StatementTrace::write(const QString &statement, const QVariantList &values)
     QStringList literals;
     for (const QVariant &value : values)
         literals << literal(value);
-    append(statement + QStringLiteral("\n-- ") + literals.join(QStringLiteral(", "))
-           + QStringLiteral("\nGO\n"));
+    append(statement + QStringLiteral("\n-- ") + literals.join(QStringLiteral(", ")) + QStringLiteral("\nGO\n"));
 }
 
 } // namespace db

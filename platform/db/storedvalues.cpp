@@ -141,10 +141,8 @@ bool isWholeNumberType(int metaTypeId)
     case QMetaType::ULong:
     case QMetaType::Char:
     case QMetaType::SChar:
-    case QMetaType::UChar:
-        return true;
-    default:
-        return false;
+    case QMetaType::UChar: return true;
+    default: return false;
     }
 }
 
@@ -207,10 +205,8 @@ QVariant coerce(const QVariant &value, FieldType type, bool *ok)
         if (id == QMetaType::QDateTime)
             return QVariant(formatDateTime(value.toDateTime()));
         return QVariant(value.toString());
-    case FieldType::Blob:
-        return QVariant(value.toByteArray());
-    case FieldType::Unknown:
-        break;
+    case FieldType::Blob: return QVariant(value.toByteArray());
+    case FieldType::Unknown: break;
     }
     return value;
 }

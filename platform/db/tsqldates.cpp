@@ -57,8 +57,7 @@ bool readTime(QStringView s, qsizetype &pos, DateParts &d, bool allowT)
         ++pos;
     if (allowT && pos < s.size() && s[pos] == u'T')
         ++pos;
-    if (!readNumber(s, pos, 1, 2, d.hour) || !readChar(s, pos, u':')
-        || !readNumber(s, pos, 1, 2, d.minute))
+    if (!readNumber(s, pos, 1, 2, d.hour) || !readChar(s, pos, u':') || !readNumber(s, pos, 1, 2, d.minute))
         return false;
     if (readChar(s, pos, u':')) {
         if (!readNumber(s, pos, 1, 2, d.second))
@@ -77,9 +76,8 @@ bool readTime(QStringView s, qsizetype &pos, DateParts &d, bool allowT)
 bool readStored(QStringView s, DateParts &d)
 {
     qsizetype pos = 0;
-    return readNumber(s, pos, 4, 4, d.year) && readChar(s, pos, u'-')
-        && readNumber(s, pos, 2, 2, d.month) && readChar(s, pos, u'-')
-        && readNumber(s, pos, 2, 2, d.day) && readTime(s, pos, d, true) && isValid(d);
+    return readNumber(s, pos, 4, 4, d.year) && readChar(s, pos, u'-') && readNumber(s, pos, 2, 2, d.month)
+        && readChar(s, pos, u'-') && readNumber(s, pos, 2, 2, d.day) && readTime(s, pos, d, true) && isValid(d);
 }
 
 QString twoDigits(int value)
@@ -139,8 +137,8 @@ std::optional<QString> tsqlTextToStoredDate(QStringView text, int style)
     if (separator != u'/' && separator != u'-' && separator != u'.')
         return std::nullopt;
     ++pos;
-    if (!readNumber(s, pos, 1, 2, second) || !readChar(s, pos, separator)
-        || !readNumber(s, pos, 4, 4, d.year) || !readTime(s, pos, d, false))
+    if (!readNumber(s, pos, 1, 2, second) || !readChar(s, pos, separator) || !readNumber(s, pos, 4, 4, d.year)
+        || !readTime(s, pos, d, false))
         return std::nullopt;
     d.day = style == 103 ? first : second;
     d.month = style == 103 ? second : first;

@@ -20,6 +20,9 @@ std::optional<QString> tsqlTextToStoredDate(QStringView text, int style);
 std::optional<QString> storedDateToTsqlText(QStringView stored, int style);
 
 // The styles of CONVERT that the compatibility layer knows.
-inline bool isKnownDateStyle(int style) { return style == 101 || style == 103; }
+inline bool isKnownDateStyle(int style)
+{
+    return style == 101 || style == 103;
+}
 
 } // namespace db

@@ -24,21 +24,21 @@ struct TsqlRewriter::JoinNode
 {
     enum class Op { Table, Inner, Left, Right };
     Op op = Op::Table;
-    bool turned = false;              // a RIGHT JOIN written the other way round
-    std::vector<FromSegment> segs;    // of a table, view or subquery: its name, alias and hints
-    QString name;                     // the name its columns are qualified with
+    bool turned = false;           // a RIGHT JOIN written the other way round
+    std::vector<FromSegment> segs; // of a table, view or subquery: its name, alias and hints
+    QString name;                  // the name its columns are qualified with
     std::unique_ptr<JoinNode> left, right;
-    int opB = 0, opE = 0;             // the join operator as written
-    int on = 0, condE = 0;            // ON and the end of its condition
+    int opB = 0, opE = 0;  // the join operator as written
+    int on = 0, condE = 0; // ON and the end of its condition
 };
 
 struct TsqlRewriter::JoinChain
 {
     struct Step
     {
-        const JoinNode *join = nullptr;            // operator and condition
-        const JoinNode *table = nullptr;           // a single table joined ...
-        std::shared_ptr<const JoinChain> group;    // ... or a join kept in parentheses
+        const JoinNode *join = nullptr;         // operator and condition
+        const JoinNode *table = nullptr;        // a single table joined ...
+        std::shared_ptr<const JoinChain> group; // ... or a join kept in parentheses
     };
     const JoinNode *first = nullptr;
     std::vector<Step> steps;
@@ -86,8 +86,7 @@ bool isComparison(const TsqlToken &t)
     if (t.kind != Kind::Symbol)
         return false;
     const QStringView op = t.text;
-    return op == u"=" || op == u"<" || op == u">" || op == u"<=" || op == u">=" || op == u"<>"
-        || op == u"!=";
+    return op == u"=" || op == u"<" || op == u">" || op == u"<=" || op == u">=" || op == u"<>" || op == u"!=";
 }
 
 // Operands that cannot turn a null into something else: names, literals, arithmetic, calls
@@ -109,15 +108,13 @@ bool isPlainOperand(const std::vector<TsqlToken> &t, int b, int e)
             break;
         case Kind::QuotedName:
         case Kind::String:
-        case Kind::Number:
-            break;
+        case Kind::Number: break;
         case Kind::Symbol:
             if (!(token.isSymbol(u'.') || token.isSymbol(u'+') || token.isSymbol(u'-') || token.isSymbol(u'*')
                   || token.isSymbol(u'/') || token.isSymbol(u'%')))
                 return false;
             break;
-        default:
-            return false;
+        default: return false;
         }
     }
     return true;
@@ -235,7 +232,7 @@ bool TsqlRewriter::joinsAsChain(const JoinNode &join, const JoinChain &outer, co
     if (!namesOnly(join.on + 1, join.condE, visible))
         return false;
 
-    QStringList before{inner.first->name};
+    QStringList before {inner.first->name};
     for (const JoinChain::Step &step : inner.steps) {
         const JoinNode::Op op = step.join->op;
         if (join.op == JoinNode::Op::Inner) {

@@ -47,11 +47,10 @@ QString TsqlRewriter::rewrite()
     } else {
         // Statements of SQLite's own that the back end issues itself (schema, pragmas,
         // transactions) pass untouched; any other T-SQL statement is refused.
-        static const TsqlWord native[] = {TsqlWord::Create, TsqlWord::Alter, TsqlWord::Pragma,
-                                          TsqlWord::Begin, TsqlWord::Commit, TsqlWord::Rollback,
-                                          TsqlWord::End, TsqlWord::Savepoint, TsqlWord::Release,
-                                          TsqlWord::Vacuum, TsqlWord::Analyze, TsqlWord::Reindex,
-                                          TsqlWord::Attach, TsqlWord::Detach};
+        static const TsqlWord native[] = {TsqlWord::Create,  TsqlWord::Alter,    TsqlWord::Pragma,  TsqlWord::Begin,
+                                          TsqlWord::Commit,  TsqlWord::Rollback, TsqlWord::End,     TsqlWord::Savepoint,
+                                          TsqlWord::Release, TsqlWord::Vacuum,   TsqlWord::Analyze, TsqlWord::Reindex,
+                                          TsqlWord::Attach,  TsqlWord::Detach};
         for (TsqlWord w : native) {
             if (first.is(w)) {
                 return m_sql;
@@ -73,8 +72,7 @@ void TsqlRewriter::selectStatement(int e)
     const int stop = findAtDepth(0, e, {TsqlWord::Union, TsqlWord::Except, TsqlWord::Intersect});
     const int into = findAtDepth(0, stop, {TsqlWord::Into});
     if (into < stop) {
-        if (into + 1 >= stop || !m_t[into + 1].isName()
-            || (into + 2 < stop && m_t[into + 2].isSymbol(u'.')))
+        if (into + 1 >= stop || !m_t[into + 1].isName() || (into + 2 < stop && m_t[into + 2].isSymbol(u'.')))
             unsupported(into);
         const TsqlToken &target = m_t[into + 1];
         if (target.kind == Kind::TempName && target.text.startsWith(QLatin1StringView("##")))
@@ -231,8 +229,7 @@ void TsqlRewriter::ifStatement(int e)
     if (m_t[literal].kind != Kind::String)
         fail();
     if (literal + 1 != close
-        && !(literal + 3 == close && m_t[literal + 1].isSymbol(u',')
-             && m_t[literal + 2].kind == Kind::String
+        && !(literal + 3 == close && m_t[literal + 1].isSymbol(u',') && m_t[literal + 2].kind == Kind::String
              && m_t[literal + 2].stringValue().compare(QLatin1StringView("U"), Qt::CaseInsensitive) == 0))
         fail();
     i = close + 1;
@@ -327,8 +324,7 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
             ++i;
         }
         if (count >= e || m_t[count].kind != Kind::Number || m_t[count].text.startsWith(QLatin1StringView("0x"))
-            || m_t[count].text.contains(u'.') || m_t[count].text.contains(u'e')
-            || m_t[count].text.contains(u'E'))
+            || m_t[count].text.contains(u'.') || m_t[count].text.contains(u'e') || m_t[count].text.contains(u'E'))
             throwUnsupportedTsql(QStringLiteral("TOP ") + (count < e ? tokenText(count) : QString()));
         if (word(i, e, TsqlWord::Percent))
             throwUnsupportedTsql(QStringLiteral("TOP PERCENT"));
@@ -338,12 +334,15 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
     }
 
     // Clause starts at this query's depth, in the order written.
-    struct Clause { int at; TsqlWord name; };
+    struct Clause
+    {
+        int at;
+        TsqlWord name;
+    };
     QVarLengthArray<Clause, 6> clauses;
-    static const TsqlWord clauseWords[] = {TsqlWord::Into, TsqlWord::From, TsqlWord::Where,
-                                           TsqlWord::Group, TsqlWord::Having, TsqlWord::Order,
-                                           TsqlWord::Limit, TsqlWord::Option, TsqlWord::For,
-                                           TsqlWord::Offset};
+    static const TsqlWord clauseWords[] = {TsqlWord::Into,   TsqlWord::From,  TsqlWord::Where, TsqlWord::Group,
+                                           TsqlWord::Having, TsqlWord::Order, TsqlWord::Limit, TsqlWord::Option,
+                                           TsqlWord::For,    TsqlWord::Offset};
     for (int k = i; k < e; ++k) {
         const TsqlToken &t = m_t[k];
         if (t.isSymbol(u'(')) {
@@ -354,7 +353,7 @@ void TsqlRewriter::emitSimpleSelect(int b, int e, SelectRole role, bool inCompou
             continue;
         for (TsqlWord w : clauseWords) {
             if (t.is(w)) {
-                clauses.append(Clause{k, w});
+                clauses.append(Clause {k, w});
                 break;
             }
         }
@@ -483,10 +482,8 @@ void TsqlRewriter::put(int i)
         if (t.text.size() > 1 && (t.text[1] == u'x' || t.text[1] == u'X'))
             unsupported(i);
         break;
-    case Kind::Variable:
-        unsupported(i);
-    default:
-        break;
+    case Kind::Variable: unsupported(i);
+    default: break;
     }
     if (m_suppressLead || t.leadHasComment) {
         putText(i, t.text);

@@ -72,6 +72,7 @@ private:
 public:
     struct JoinNode;
     struct JoinChain;
+
 private:
     bool emitFromInJoinOrder(int b, int e);
     std::unique_ptr<JoinNode> parseJoinTree(int &i, int e);
@@ -92,8 +93,7 @@ private:
     int emitCase(int i, int e, ExprInfo &info);
     int emitName(int i, int e);
     int emitFunction(int i, ExprInfo &info);
-    void emitCall(int nameIndex, const QString &newName, const Arguments &args,
-                  QVarLengthArray<ExprInfo, 4> *infos);
+    void emitCall(int nameIndex, const QString &newName, const Arguments &args, QVarLengthArray<ExprInfo, 4> *infos);
     void emitCast(int nameIndex, const Arguments &args, ExprInfo &info);
     void emitConvert(int nameIndex, const Arguments &args, ExprInfo &info);
     void emitDatePart(int nameIndex, const Arguments &args, const char *format);
@@ -113,7 +113,7 @@ private:
     const QString &m_sql;
     std::vector<TsqlToken> m_t;
     QString m_out;
-    int m_intoIndex = -1;       // INTO of a SELECT ... INTO statement, rewritten as CREATE TABLE
+    int m_intoIndex = -1;        // INTO of a SELECT ... INTO statement, rewritten as CREATE TABLE
     bool m_suppressLead = false; // the next token goes out without its leading whitespace
     bool m_listHasStar = false;  // the select list being written names columns by *
 };

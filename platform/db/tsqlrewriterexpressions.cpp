@@ -204,12 +204,9 @@ bool TsqlRewriter::isExpressionBoundary(int i) const
     if (t.kind != Kind::Word)
         return false;
     switch (t.keyword) {
-    case TsqlKeyword::Boundary:
-        return true;
-    case TsqlKeyword::Structure:
-        unsupported(i);
-    default:
-        return false;
+    case TsqlKeyword::Boundary: return true;
+    case TsqlKeyword::Structure: unsupported(i);
+    default: return false;
     }
 }
 
@@ -242,7 +239,7 @@ int TsqlRewriter::emitChain(int i, int e, ExprInfo &info)
             ++start;
         if (pieces.isEmpty())
             first = operand;
-        pieces.append(Piece{start, m_out.size(), plus, compound});
+        pieces.append(Piece {start, m_out.size(), plus, compound});
         anyString = anyString || operand.isString;
         anyDate = anyDate || operand.isDate;
         anyNumber = anyNumber || operand.isNumber;
@@ -306,11 +303,14 @@ int TsqlRewriter::emitOperand(int i, int e, ExprInfo &info, bool &compound)
             bool isOperator = concatenation;
             if (op.size() == 1) {
                 switch (op[0].unicode()) {
-                case u'-': case u'*': case u'/': case u'%': case u'&': case u'|': case u'^':
-                    isOperator = true;
-                    break;
-                default:
-                    break;
+                case u'-':
+                case u'*':
+                case u'/':
+                case u'%':
+                case u'&':
+                case u'|':
+                case u'^': isOperator = true; break;
+                default: break;
                 }
             }
             if (isOperator) {
@@ -346,14 +346,10 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
         put(i);
         info.isNumber = true;
         return i + 1;
-    case Kind::Parameter:
-        put(i);
-        return i + 1;
-    case Kind::Variable:
-        unsupported(i);
+    case Kind::Parameter: put(i); return i + 1;
+    case Kind::Variable: unsupported(i);
     case Kind::QuotedName:
-    case Kind::TempName:
-        return emitName(i, e);
+    case Kind::TempName: return emitName(i, e);
     case Kind::Symbol:
         if (t.isSymbol(u'(')) {
             const int close = t.match;
@@ -374,8 +370,7 @@ int TsqlRewriter::emitPrimary(int i, int e, ExprInfo &info)
             return i + 1;
         }
         unsupported(i);
-    case Kind::Word:
-        break;
+    case Kind::Word: break;
     }
 
     const TsqlKeyword keyword = t.keyword;
@@ -471,8 +466,8 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
     const auto named = [&] { return m_t[i].text.toString().toUpper(); };
     const auto arity = [&](qsizetype count) {
         if (args.size() != count)
-            throwUnsupportedTsql(named() + QStringLiteral(" con ")
-                                 + QString::number(args.size()) + QStringLiteral(" argomenti"));
+            throwUnsupportedTsql(named() + QStringLiteral(" con ") + QString::number(args.size())
+                                 + QStringLiteral(" argomenti"));
     };
 
     if (name == "ISNULL") {
@@ -508,12 +503,8 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
         QVarLengthArray<ExprInfo, 4> infos;
         emitCall(i, QString(), args, &infos);
         switch (rule->result) {
-        case Result::String:
-            info.isString = true;
-            break;
-        case Result::Date:
-            info.isDate = true;
-            break;
+        case Result::String: info.isString = true; break;
+        case Result::Date: info.isDate = true; break;
         case Result::FromArguments:
             for (const ExprInfo &arg : infos) {
                 info.isString = info.isString || arg.isString;
@@ -528,8 +519,8 @@ int TsqlRewriter::emitFunction(int i, ExprInfo &info)
     return close + 1;
 }
 
-void TsqlRewriter::emitCall(int nameIndex, const QString &newName,
-                            const Arguments &args, QVarLengthArray<ExprInfo, 4> *infos)
+void TsqlRewriter::emitCall(int nameIndex, const QString &newName, const Arguments &args,
+                            QVarLengthArray<ExprInfo, 4> *infos)
 {
     if (newName.isEmpty())
         put(nameIndex);
@@ -565,20 +556,16 @@ CastShape castShape(const TypeSpec &type)
             return {QStringLiteral("SUBSTR(CAST("), QStringLiteral("AS TEXT"),
                     QStringLiteral("), 1, ") + QString::number(type.length) + u')'};
         return {QStringLiteral("CAST("), QStringLiteral("AS TEXT"), QStringLiteral(")")};
-    case TypeSpec::Integer:
-        return {QStringLiteral("CAST("), QStringLiteral("AS INTEGER"), QStringLiteral(")")};
-    case TypeSpec::Real:
-        return {QStringLiteral("CAST("), QStringLiteral("AS REAL"), QStringLiteral(")")};
-    case TypeSpec::Blob:
-        return {QStringLiteral("CAST("), QStringLiteral("AS BLOB"), QStringLiteral(")")};
+    case TypeSpec::Integer: return {QStringLiteral("CAST("), QStringLiteral("AS INTEGER"), QStringLiteral(")")};
+    case TypeSpec::Real: return {QStringLiteral("CAST("), QStringLiteral("AS REAL"), QStringLiteral(")")};
+    case TypeSpec::Blob: return {QStringLiteral("CAST("), QStringLiteral("AS BLOB"), QStringLiteral(")")};
     case TypeSpec::Decimal:
         // DECIMAL rounds to its scale (half away from zero, like SQLite's ROUND).
         if (type.scale > 0)
             return {QStringLiteral("ROUND(CAST("), QStringLiteral("AS REAL"),
                     QStringLiteral("), ") + QString::number(type.scale) + u')'};
         return {QStringLiteral("CAST(ROUND(CAST("), QStringLiteral("AS REAL"), QStringLiteral(")) AS INTEGER)")};
-    default:
-        return {};
+    default: return {};
     }
 }
 
@@ -630,8 +617,7 @@ void TsqlRewriter::emitConvert(int nameIndex, const Arguments &args, ExprInfo &i
     }
     const auto refuse = [&] {
         throwUnsupportedTsql(QStringLiteral("CONVERT(") + writtenType(m_t, type)
-                             + (style >= 0 ? QStringLiteral(", ..., ") + QString::number(style) : QString())
-                             + u')');
+                             + (style >= 0 ? QStringLiteral(", ..., ") + QString::number(style) : QString()) + u')');
     };
 
     if (type.family == TypeSpec::DateTime) {
@@ -661,14 +647,12 @@ void TsqlRewriter::emitConvert(int nameIndex, const Arguments &args, ExprInfo &i
         if (type.family != TypeSpec::Text || !isKnownDateStyle(style))
             refuse();
         const bool cut = type.length > 0;
-        putText(nameIndex, cut ? QStringView(u"SUBSTR(tsql_format_datetime(")
-                               : QStringView(u"tsql_format_datetime("));
+        putText(nameIndex, cut ? QStringView(u"SUBSTR(tsql_format_datetime(") : QStringView(u"tsql_format_datetime("));
         m_suppressLead = true;
         emitExpressionList(b, e);
         m_suppressLead = false;
         m_out += QLatin1StringView(", ") + QString::number(style);
-        putText(close, cut ? QStringLiteral("), 1, ") + QString::number(type.length) + u')'
-                           : QStringLiteral(")"));
+        putText(close, cut ? QStringLiteral("), 1, ") + QString::number(type.length) + u')' : QStringLiteral(")"));
         info.isString = true;
         return;
     }

@@ -32,16 +32,12 @@ void TsqlRewriter::emitFromSegment(const FromSegment &seg)
         m_suppressLead = true;
     }
     switch (seg.kind) {
-    case FromSegment::Name:
-        emitName(seg.b, seg.e);
-        break;
+    case FromSegment::Name: emitName(seg.b, seg.e); break;
     case FromSegment::Tokens:
         for (int k = seg.b; k < seg.e; ++k)
             put(k);
         break;
-    case FromSegment::Skip:
-        m_suppressLead = false;
-        break;
+    case FromSegment::Skip: m_suppressLead = false; break;
     case FromSegment::Subquery:
         put(seg.b);
         emitSelect(seg.b + 1, seg.e - 1, SelectRole::Subquery, false);
@@ -61,8 +57,7 @@ void TsqlRewriter::emitFromSegment(const FromSegment &seg)
         m_out += QString(seg.closes, u')');
 }
 
-int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin,
-                                       std::vector<FromSegment> &segs)
+int TsqlRewriter::parseTableExpression(int i, int e, bool nested, bool &isJoin, std::vector<FromSegment> &segs)
 {
     isJoin = false;
     i = parseTablePrimary(i, e, segs);
@@ -112,8 +107,8 @@ int TsqlRewriter::parseTablePrimary(int i, int e, std::vector<FromSegment> &segs
         const int close = t.match;
         if (close == i + 1)
             unsupported(i);
-        segs.push_back({word(i + 1, close, TsqlWord::Select) ? FromSegment::Subquery : FromSegment::ParenJoin,
-                        i, close + 1});
+        segs.push_back(
+            {word(i + 1, close, TsqlWord::Select) ? FromSegment::Subquery : FromSegment::ParenJoin, i, close + 1});
         return parseAliasAndHints(close + 1, e, segs);
     }
     if (!t.isName() || (t.kind == Kind::Word && t.keyword != TsqlKeyword::None))
@@ -143,8 +138,9 @@ int TsqlRewriter::parseAliasAndHints(int i, int e, std::vector<FromSegment> &seg
             segs.push_back({FromSegment::Tokens, i, i + 2});
             i += 2;
             alias = true;
-        } else if (!alias && (m_t[i].kind == Kind::QuotedName
-                              || (m_t[i].kind == Kind::Word && m_t[i].keyword == TsqlKeyword::None))) {
+        } else if (!alias
+                   && (m_t[i].kind == Kind::QuotedName
+                       || (m_t[i].kind == Kind::Word && m_t[i].keyword == TsqlKeyword::None))) {
             segs.push_back({FromSegment::Tokens, i, i + 1});
             ++i;
             alias = true;
@@ -162,8 +158,7 @@ bool TsqlRewriter::isNolockHint(int open) const
     if (close == open + 1)
         return false;
     for (int k = open + 1; k < close; ++k) {
-        const bool hint = m_t[k].is(TsqlWord::Nolock)
-            || m_t[k].is(TsqlWord::Readuncommitted);
+        const bool hint = m_t[k].is(TsqlWord::Nolock) || m_t[k].is(TsqlWord::Readuncommitted);
         if ((k - open) % 2 == 1 ? !hint : !m_t[k].isSymbol(u','))
             return false;
     }

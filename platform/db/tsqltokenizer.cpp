@@ -353,8 +353,8 @@ std::vector<TsqlToken> tokenizeTsql(const QString &sql)
             ++i;
         }
 
-        TsqlToken token{kind, QStringView(sql).mid(start, i - start),
-                        QStringView(sql).mid(leadStart, start - leadStart), comment};
+        TsqlToken token {kind, QStringView(sql).mid(start, i - start),
+                         QStringView(sql).mid(leadStart, start - leadStart), comment};
         if (kind == TsqlTokenKind::Word)
             classifyWord(token);
         const int index = int(tokens.size());

@@ -13,36 +13,111 @@ enum class TsqlKeyword : unsigned char { None, Boundary, Value, Structure };
 
 // The words the translator looks for, recognised once per token in any letter case.
 enum class TsqlWord : unsigned char {
-    None, All, Alter, Analyze, And, Apply, As, Asc, Attach, Begin, Between, By, Case, Collate,
-    Commit, Create, Cross, CurrentTimestamp, Declare, Default, Delete, Desc, Detach, Distinct, Drop,
-    Else, End, Escape, Except, Exec, Execute, Exists, For, From, Full, Group, Having, If, In, Inner,
-    Insert, Intersect, Into, Is, Join, Left, Like, Limit, Max, Nolock, Not, Null, ObjectId, Offset,
-    On, Option, Or, Order, Outer, Output, Over, Percent, Pragma, Readuncommitted, Reindex, Release,
-    Returning, Right, Rollback, Savepoint, Select, Set, Table, Then, Top, Union, Update, Vacuum,
-    Values, When, Where, With,
+    None,
+    All,
+    Alter,
+    Analyze,
+    And,
+    Apply,
+    As,
+    Asc,
+    Attach,
+    Begin,
+    Between,
+    By,
+    Case,
+    Collate,
+    Commit,
+    Create,
+    Cross,
+    CurrentTimestamp,
+    Declare,
+    Default,
+    Delete,
+    Desc,
+    Detach,
+    Distinct,
+    Drop,
+    Else,
+    End,
+    Escape,
+    Except,
+    Exec,
+    Execute,
+    Exists,
+    For,
+    From,
+    Full,
+    Group,
+    Having,
+    If,
+    In,
+    Inner,
+    Insert,
+    Intersect,
+    Into,
+    Is,
+    Join,
+    Left,
+    Like,
+    Limit,
+    Max,
+    Nolock,
+    Not,
+    Null,
+    ObjectId,
+    Offset,
+    On,
+    Option,
+    Or,
+    Order,
+    Outer,
+    Output,
+    Over,
+    Percent,
+    Pragma,
+    Readuncommitted,
+    Reindex,
+    Release,
+    Returning,
+    Right,
+    Rollback,
+    Savepoint,
+    Select,
+    Set,
+    Table,
+    Then,
+    Top,
+    Union,
+    Update,
+    Vacuum,
+    Values,
+    When,
+    Where,
+    With,
 };
 
 // Upper-cases an ASCII word into buffer; false when it is longer or not ASCII.
 bool upperAsciiWord(QStringView word, char *buffer, size_t size);
 
 enum class TsqlTokenKind {
-    Word,        // identifier or keyword
-    QuotedName,  // [name] or "name"
-    TempName,    // #name or ##name
-    String,      // 'text' or N'text'
-    Number,      // 12, 1.5, 2e3, 0x1F
-    Variable,    // @name or @@name
-    Parameter,   // ? placeholder of a prepared statement
-    Symbol       // operators and punctuation
+    Word,       // identifier or keyword
+    QuotedName, // [name] or "name"
+    TempName,   // #name or ##name
+    String,     // 'text' or N'text'
+    Number,     // 12, 1.5, 2e3, 0x1F
+    Variable,   // @name or @@name
+    Parameter,  // ? placeholder of a prepared statement
+    Symbol      // operators and punctuation
 };
 
 struct TsqlToken
 {
     TsqlTokenKind kind;
-    QStringView text;      // the token as written
-    QStringView lead;      // whitespace (and comments) written before it
+    QStringView text; // the token as written
+    QStringView lead; // whitespace (and comments) written before it
     bool leadHasComment = false;
-    int match = -1;        // for ( and ): index of the matching parenthesis
+    int match = -1; // for ( and ): index of the matching parenthesis
     TsqlWord word = TsqlWord::None;
     TsqlKeyword keyword = TsqlKeyword::None;
 
@@ -51,8 +126,7 @@ struct TsqlToken
     bool is(TsqlWord w) const { return word == w; }
     bool isName() const
     {
-        return kind == TsqlTokenKind::Word || kind == TsqlTokenKind::QuotedName
-            || kind == TsqlTokenKind::TempName;
+        return kind == TsqlTokenKind::Word || kind == TsqlTokenKind::QuotedName || kind == TsqlTokenKind::TempName;
     }
     // The name without brackets or quotes (escapes resolved); only for names.
     QString nameText() const;

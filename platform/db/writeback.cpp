@@ -44,8 +44,8 @@ int run(Connection &connection, const QString &sql, const QVariantList &values)
     return connection.backend().executeBound(sql, values);
 }
 
-QString keyCondition(const RecordsetData &data, const std::vector<QVariant> &keySource, int row,
-                     bool sqliteDialect, QVariantList *values)
+QString keyCondition(const RecordsetData &data, const std::vector<QVariant> &keySource, int row, bool sqliteDialect,
+                     QVariantList *values)
 {
     QStringList conditions;
     for (int field : data.keyFields) {
@@ -110,7 +110,8 @@ bool WriteBack::insertRow(Connection &connection, RecordsetData &data, int row)
         return false;
     const int keyField = data.keyFields.first();
     bool ok = false;
-    const QVariant key = storedvalues::coerce(connection.backend().lastInsertedKey(), data.fields.at(keyField).type, &ok);
+    const QVariant key = storedvalues::coerce(connection.backend().lastInsertedKey(), data.fields.at(keyField).type,
+                                              &ok);
     if (!ok || isNull(key))
         return false;
     data.setCell(row, keyField, key);
@@ -137,8 +138,9 @@ void WriteBack::updateRow(Connection &connection, const RecordsetData &data, int
     if (data.updateStamp) {
         for (const auto &[column, value] : data.updateStamp()) {
             if (data.sourceColumns.contains(column, Qt::CaseInsensitive))
-                continue;   // a column the recordset reads is written as any other field
-            const FieldType type = value.metaType().id() == QMetaType::QDateTime ? FieldType::DateTime : FieldType::Text;
+                continue; // a column the recordset reads is written as any other field
+            const FieldType type = value.metaType().id() == QMetaType::QDateTime ? FieldType::DateTime
+                                                                                 : FieldType::Text;
             assignments << identifier(column) + QStringLiteral(" = ?");
             values << bindable(value, type, sqlite);
         }

@@ -16,7 +16,8 @@ bool isWritable(const QString &path)
 
 bool isPrivateToUser(const QString &path)
 {
-    struct stat info {};
+    struct stat info
+    { };
     if (stat(QFile::encodeName(path).constData(), &info) != 0)
         return false;
     return S_ISREG(info.st_mode) && info.st_uid == geteuid() && (info.st_mode & (S_IRWXG | S_IRWXO)) == 0;

@@ -9,8 +9,7 @@ const QString SubjectCardComponent::SupplierCard = QStringLiteral("CARDS.Supplie
 SubjectCardComponent::SubjectCardComponent(int subjectKind, QObject *parent)
     : QObject(parent)
     , m_subjectKind(subjectKind)
-{
-}
+{ }
 
 SubjectCardComponent::~SubjectCardComponent() = default;
 

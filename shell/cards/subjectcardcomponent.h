@@ -33,17 +33,17 @@ public:
     QObject *ActiveFrame() const override { return m_activeFrame; }
     void setActiveNavigator(fw::ActiveNavigator *navigator) override { m_navigator = navigator; }
     fw::ActiveNavigator *ActiveNavigator() const override { return m_navigator; }
-    void setActiveDll(fw::Cinterface *) override {}
+    void setActiveDll(fw::Cinterface *) override { }
     fw::Cinterface *ActiveDll() const override { return const_cast<SubjectCardComponent *>(this); }
     void setStatusBar(QObject *statusBar) override { m_statusBar = statusBar; }
     QObject *StatusBar() const override { return m_statusBar; }
-    void setCanInsert(bool) override {}
+    void setCanInsert(bool) override { }
     bool CanInsert() const override { return false; }
-    void setCanDelete(bool) override {}
+    void setCanDelete(bool) override { }
     bool CanDelete() const override { return false; }
-    void setCanUpdate(bool) override {}
+    void setCanUpdate(bool) override { }
     bool CanUpdate() const override { return false; }
-    void setCanQbe(bool) override {}
+    void setCanQbe(bool) override { }
     bool CanQbe() const override { return false; }
     void setWindowState(qint32 value) override { m_windowState = value; }
     qint32 WindowState() const override { return m_windowState; }
@@ -71,13 +71,13 @@ public:
     float Top() const override { return m_top; }
     void setLeft(float value) override { m_left = value; }
     float Left() const override { return m_left; }
-    void setClsVoceMenu(QObject *) override {}
+    void setClsVoceMenu(QObject *) override { }
     QObject *ClsVoceMenu() const override { return nullptr; }
     void setIsActive(bool value) override { m_isActive = value; }
     bool IsActive() const override { return m_isActive; }
     void setIsCalled(bool value) override { m_isCalled = value; }
     bool IsCalled() const override { return m_isCalled; }
-    void setFiltro(const QVariant &) override {}
+    void setFiltro(const QVariant &) override { }
     QVariant Filtro() const override { return {}; }
 
 private:

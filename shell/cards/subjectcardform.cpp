@@ -39,13 +39,22 @@ SubjectCardForm::SubjectCardForm(int subjectKind, QWidget *parent)
     grdDistinte->setColumns({
         {.key = QStringLiteral("GD01_CODICE"), .caption = QStringLiteral("Distinta"), .width = 1500},
         {.key = QStringLiteral("GD01_DESCR"), .caption = QStringLiteral("Descrizione"), .width = 3600},
-        {.key = QStringLiteral("CO1A_CODICE"), .caption = QStringLiteral("Divisione"), .width = 1100,
-         .displayText = [](const QVariant &value) {
-             const QString code = MODGD_DISTINTA::NvlStringa(value);
-             return code.isEmpty() ? QStringLiteral("Tutte") : code;
-         }},
-        {.key = QStringLiteral("GD02_DATAINIZIOVAL"), .caption = QStringLiteral("Dal"), .width = 1300, .displayText = date},
-        {.key = QStringLiteral("GD02_DATAFINEVAL"), .caption = QStringLiteral("Al"), .width = 1300, .displayText = date},
+        {.key = QStringLiteral("CO1A_CODICE"),
+         .caption = QStringLiteral("Divisione"),
+         .width = 1100,
+         .displayText =
+             [](const QVariant &value) {
+                 const QString code = MODGD_DISTINTA::NvlStringa(value);
+                 return code.isEmpty() ? QStringLiteral("Tutte") : code;
+             }},
+        {.key = QStringLiteral("GD02_DATAINIZIOVAL"),
+         .caption = QStringLiteral("Dal"),
+         .width = 1300,
+         .displayText = date},
+        {.key = QStringLiteral("GD02_DATAFINEVAL"),
+         .caption = QStringLiteral("Al"),
+         .width = 1300,
+         .displayText = date},
     });
 
     auto *fields = new QFormLayout;
@@ -96,12 +105,15 @@ void SubjectCardForm::caricaSoggetto()
     const QString kind = m_subjectKind == 0 ? QStringLiteral("cliente") : QStringLiteral("fornitore");
     setWindowTitle(QStringLiteral("Scheda %1 %2").arg(kind).arg(code));
     step(QStringLiteral("CaricaScheda"), [&] {
-        const db::RecordsetPtr subject = connection()->openRecordset(schedastatements::subjectQuery(company, m_subjectKind, code));
+        const db::RecordsetPtr subject = connection()->openRecordset(
+            schedastatements::subjectQuery(company, m_subjectKind, code));
         if (subject->isEmpty()) {
             avviso(QStringLiteral("Il %1 %2 non esiste nella ditta %3.").arg(kind).arg(code).arg(company));
             return;
         }
-        const auto text = [&](const char *field) { return MODGD_DISTINTA::NvlStringa(subject->value(QLatin1String(field))); };
+        const auto text = [&](const char *field) {
+            return MODGD_DISTINTA::NvlStringa(subject->value(QLatin1String(field)));
+        };
         txtCodice->setText(text("CG44_CLIFOR"));
         txtRagioneSociale->setText(text("CG16_RAGSOANAG"));
         txtIndirizzo->setText(text("CG16_INDIRIZZO"));

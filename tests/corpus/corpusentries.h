@@ -15,14 +15,14 @@ struct Expectation
 {
     enum Kind { Anything, SomeRows, RowCount, NoRows, Executes };
     Kind kind = Anything;
-    int rows = 0;   // for RowCount
+    int rows = 0; // for RowCount
 };
 
 struct Entry
 {
-    QString name;          // "<procedure>: <what>"
+    QString name; // "<procedure>: <what>"
     Expectation expect;
-    QStringList filled;    // columns that must hold a non-empty value in every row
+    QStringList filled; // columns that must hold a non-empty value in every row
     QString statement;
 };
 

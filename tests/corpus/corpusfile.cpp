@@ -8,7 +8,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString header = uR"header(-- Statement corpus: statements of the module exactly as it sends them (T-SQL, as SQL Server
+const QString header =
+    uR"header(-- Statement corpus: statements of the module exactly as it sends them (T-SQL, as SQL Server
 -- receives them), with concrete values in place of company, subject kind, type and division.
 -- tests/corpus/tst_corpus.cpp runs every entry, in file order, on ONE connection to a fresh demo
 -- database (company 1: types 1 CLI-GDO without division, 2 CLI-ALI of division 1 "ALI",
@@ -42,16 +43,11 @@ const QString header = uR"header(-- Statement corpus: statements of the module e
 QString expectLine(const Expectation &expect)
 {
     switch (expect.kind) {
-    case Expectation::Anything:
-        return {};
-    case Expectation::SomeRows:
-        return u"-- expect: rows\n"_s;
-    case Expectation::RowCount:
-        return u"-- expect: rows = %1\n"_s.arg(expect.rows);
-    case Expectation::NoRows:
-        return u"-- expect: empty\n"_s;
-    case Expectation::Executes:
-        return u"-- expect: execute\n"_s;
+    case Expectation::Anything: return {};
+    case Expectation::SomeRows: return u"-- expect: rows\n"_s;
+    case Expectation::RowCount: return u"-- expect: rows = %1\n"_s.arg(expect.rows);
+    case Expectation::NoRows: return u"-- expect: empty\n"_s;
+    case Expectation::Executes: return u"-- expect: execute\n"_s;
     }
     return {};
 }

@@ -51,14 +51,12 @@ QString firstDifference(const QString &committed, const QString &written)
 bool returnsRows(const corpus::Entry &entry)
 {
     switch (entry.expect.kind) {
-    case corpus::Expectation::Executes:
-        return false;
-    case corpus::Expectation::Anything:
-        break;
-    default:
-        return true;
+    case corpus::Expectation::Executes: return false;
+    case corpus::Expectation::Anything: break;
+    default: return true;
     }
-    static const QRegularExpression selectInto(QStringLiteral("\\bINTO\\s+#"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression selectInto(QStringLiteral("\\bINTO\\s+#"),
+                                               QRegularExpression::CaseInsensitiveOption);
     return entry.statement.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive)
         && !selectInto.match(entry.statement).hasMatch();
 }
@@ -99,9 +97,10 @@ void TestCorpus::fileIsWrittenFromTheEntries()
     const QByteArray committed = file.readAll();
     const QByteArray written = corpus::fileText(m_entries).toUtf8();
     if (committed != written) {
-        QFAIL(qPrintable(QStringLiteral("%1 is not what the entries write, at %2\nWrite it again with:\n  %3 --write %1")
-                             .arg(path, firstDifference(QString::fromUtf8(committed), QString::fromUtf8(written)),
-                                  QCoreApplication::applicationFilePath())));
+        QFAIL(
+            qPrintable(QStringLiteral("%1 is not what the entries write, at %2\nWrite it again with:\n  %3 --write %1")
+                           .arg(path, firstDifference(QString::fromUtf8(committed), QString::fromUtf8(written)),
+                                QCoreApplication::applicationFilePath())));
     }
 }
 
@@ -110,7 +109,8 @@ void TestCorpus::statement_data()
     QTest::addColumn<int>("index");
     // Entries run in order: temporary tables and writes carry over to the later ones.
     for (int i = 0; i < m_entries.size(); ++i)
-        QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(i + 1, 3, 10, QLatin1Char('0')).arg(m_entries[i].name))) << i;
+        QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(i + 1, 3, 10, QLatin1Char('0')).arg(m_entries[i].name)))
+            << i;
 }
 
 void TestCorpus::statement()
@@ -126,17 +126,10 @@ void TestCorpus::statement()
         const db::RecordsetPtr rows = connection.openRecordset(entry.statement);
         const int count = rows->recordCount();
         switch (entry.expect.kind) {
-        case corpus::Expectation::SomeRows:
-            QVERIFY2(count > 0, "the statement gave no row");
-            break;
-        case corpus::Expectation::RowCount:
-            QCOMPARE(count, entry.expect.rows);
-            break;
-        case corpus::Expectation::NoRows:
-            QCOMPARE(count, 0);
-            break;
-        default:
-            break;
+        case corpus::Expectation::SomeRows: QVERIFY2(count > 0, "the statement gave no row"); break;
+        case corpus::Expectation::RowCount: QCOMPARE(count, entry.expect.rows); break;
+        case corpus::Expectation::NoRows: QCOMPARE(count, 0); break;
+        default: break;
         }
 
         for (const QString &column : entry.filled) {

@@ -10,7 +10,8 @@ namespace {
 QString sourceFile(const QString &relative)
 {
     const QString source = qEnvironmentVariable("DISTINTA_SOURCE_DIR");
-    QFile file(source.isEmpty() ? QFINDTESTDATA(QStringLiteral("../../") + relative) : source + QLatin1Char('/') + relative);
+    QFile file(source.isEmpty() ? QFINDTESTDATA(QStringLiteral("../../") + relative)
+                                : source + QLatin1Char('/') + relative);
     return file.open(QIODevice::ReadOnly | QIODevice::Text) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
@@ -18,7 +19,8 @@ QString sourceFile(const QString &relative)
 int declaredWidth(const QString &script, const QString &column)
 {
     const QRegularExpression declaration(QStringLiteral("^\\s*%1\\s+VARCHAR\\((\\d+)\\)").arg(column),
-                                         QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption);
+                                         QRegularExpression::MultilineOption
+                                             | QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = declaration.match(script);
     return match.hasMatch() ? match.captured(1).toInt() : -1;
 }
@@ -38,9 +40,9 @@ private slots:
         const QString server = sourceFile(QStringLiteral("db/schema_sqlserver.sql"));
         QVERIFY(!sqlite.isEmpty() && !server.isEmpty());
         for (const char *name : {"GD01_GRUPPOCRE", "GD01_UTENTECRE", "GD01_GRUPPOVAR", "GD01_UTENTEVAR",
-                                 "GD02_GRUPPOCRE", "GD02_UTENTECRE", "GD02_GRUPPOVAR", "GD02_UTENTEVAR",
-                                 "WF02_TABELLA", "WF02_GRUPPOCRE", "WF02_UTENTECRE", "WF02_GRUPPOVAR",
-                                 "WF02_UTENTEVAR", "GD04_KEY", "GD04_LIVELLO", "GD01_CODICE", "GD01_DESCR", "GD02_DESCR"}) {
+                                 "GD02_GRUPPOCRE", "GD02_UTENTECRE", "GD02_GRUPPOVAR", "GD02_UTENTEVAR", "WF02_TABELLA",
+                                 "WF02_GRUPPOCRE", "WF02_UTENTECRE", "WF02_GRUPPOVAR", "WF02_UTENTEVAR", "GD04_KEY",
+                                 "GD04_LIVELLO", "GD01_CODICE", "GD01_DESCR", "GD02_DESCR"}) {
             const QString column = QLatin1String(name);
             QCOMPARE(columnwidths::widthOf(column), declaredWidth(server, column));
             QCOMPARE(columnwidths::widthOf(column), declaredWidth(sqlite, column));
@@ -53,8 +55,9 @@ private slots:
     {
         const QString longUser = QStringLiteral("amministratore.di.sistema@sede-centrale");
         QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), longUser), longUser.left(20));
-        QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), QStringLiteral("rossi")), QStringLiteral("rossi"));
-        QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_ID"), longUser), longUser);   // not a text column
+        QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), QStringLiteral("rossi")),
+                 QStringLiteral("rossi"));
+        QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_ID"), longUser), longUser); // not a text column
         // A character outside the basic plane is never cut in half.
         const QString emoji = QString(19, QLatin1Char('a')) + QString::fromUtf8("\xF0\x9F\x98\x80");
         QCOMPARE(columnwidths::fitToColumn(QStringLiteral("GD02_UTENTECRE"), emoji), QString(19, QLatin1Char('a')));

@@ -46,8 +46,9 @@ void TstGestioniStatements::divisionIdentifierLookupsJoinTheirLinesWithCrLf()
 void TstGestioniStatements::priorityLookupsOfTheTypeForm()
 {
     // The type form's own lookups carry no hint, unlike the editor's.
-    QCOMPARE(anagdistintastatements::priorityIdQuery(1, QStringLiteral("GDO")),
-             QStringLiteral("SELECT LP09_ID FROM LP09_TESTATAPRIORITA WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'GDO'"));
+    QCOMPARE(
+        anagdistintastatements::priorityIdQuery(1, QStringLiteral("GDO")),
+        QStringLiteral("SELECT LP09_ID FROM LP09_TESTATAPRIORITA WHERE LP09_DITTA_CG18 = 1 AND LP09_CODICE = 'GDO'"));
     QCOMPARE(anagdistintastatements::priorityCodeQuery(5),
              QStringLiteral("SELECT LP09_CODICE FROM LP09_TESTATAPRIORITA WHERE LP09_ID = 5"));
     QCOMPARE(anagdistintastatements::priorityLookupQuery(1),
@@ -65,7 +66,8 @@ void TstGestioniStatements::gridTextsAndTheDeleteCheck()
              QStringLiteral("SELECT RTRIM(CO1A_CODICE) + ' - ' + CO1A_DESCR AS DESCR  FROM CO1A_ANAGDIVISIONI  "
                             "WHERE CO1A_DITTA_CG18 = 1 AND CO1A_IDDIV = '2'"));
     QCOMPARE(anagdistintastatements::gridPriorityQuery(3),
-             QStringLiteral("SELECT LP09_CODICE + ' - ' + LP09_DESCR AS DESCR  FROM LP09_TESTATAPRIORITA  WHERE LP09_ID = 3"));
+             QStringLiteral(
+                 "SELECT LP09_CODICE + ' - ' + LP09_DESCR AS DESCR  FROM LP09_TESTATAPRIORITA  WHERE LP09_ID = 3"));
     QCOMPARE(anagdistintastatements::typeNodesQuery(4),
              QStringLiteral("SELECT *  FROM  GD01_TIPODISTINTA INNER JOIN GD02_DISTINTA "
                             "                                 ON GD01_TIPODISTINTA.GD01_ID = GD02_DISTINTA.GD02_ID_GD01"
@@ -73,8 +75,9 @@ void TstGestioniStatements::gridTextsAndTheDeleteCheck()
     QCOMPARE(anagdistintastatements::sameCodeQuery(1, QStringLiteral("CLI-GDO"), 0),
              QStringLiteral("SELECT GD01_ID, GD01_CODICE, GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1 "
                             "AND GD01_CODICE = 'CLI-GDO' AND GD01_ID <> 0"));
-    QCOMPARE(anagdistintastatements::typeNodeGuidsQuery(1, 9),
-             QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 9"));
+    QCOMPARE(
+        anagdistintastatements::typeNodeGuidsQuery(1, 9),
+        QStringLiteral("SELECT GD02_ID, gd02_guid FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 9"));
 }
 
 void TstGestioniStatements::pickerAndNodePriorityLookups()
@@ -116,8 +119,9 @@ void TstGestioniStatements::subjectCard()
     const QString lists = schedastatements::listsQuery(2, 0, 1001);
     QVERIFY(lists.contains(QStringLiteral("AND GD01_DITTA_CG18 = GD02_DITTA_CG18")));
     QVERIFY(lists.contains(QStringLiteral("AND CO1A_DITTA_CG18 = GD01_DITTA_CG18")));
-    QVERIFY(lists.endsWith(QStringLiteral("WHERE GD02_DITTA_CG18 = 2 AND GD02_TIPOCF_CG44 = 0 AND GD02_CLIFOR_CG44 = 1001 "
-                                          "ORDER BY GD01_CODICE, GD02_DATAINIZIOVAL")));
+    QVERIFY(
+        lists.endsWith(QStringLiteral("WHERE GD02_DITTA_CG18 = 2 AND GD02_TIPOCF_CG44 = 0 AND GD02_CLIFOR_CG44 = 1001 "
+                                      "ORDER BY GD01_CODICE, GD02_DATAINIZIOVAL")));
 }
 
 QTEST_APPLESS_MAIN(TstGestioniStatements)

@@ -63,19 +63,24 @@ void TstRicercaStatements::crossListSearch_data()
     QTest::addColumn<QString>("code");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("both empty") << "" << "" << base + "   AND 0=1 ";
-    QTest::newRow("code") << "1001" << "" << base + "   AND GD02_CLIFOR_CG44 = 1001";
-    QTest::newRow("name") << "" << "ROSSI" << base + "   AND CG16_RAGSOANAG LIKE '%ROSSI%'";
-    QTest::newRow("code and name")
-        << "1001" << "ROSSI"
-        << base + "   AND GD02_CLIFOR_CG44 = 1001   AND CG16_RAGSOANAG LIKE '%ROSSI%'";
-    QTest::newRow("apostrophe in name")
-        << "" << "L'ANGOLO D'ORO" << base + "   AND CG16_RAGSOANAG LIKE '%L''ANGOLO D''ORO%'";
+    QTest::newRow("both empty") << ""
+                                << "" << base + "   AND 0=1 ";
+    QTest::newRow("code") << "1001"
+                          << "" << base + "   AND GD02_CLIFOR_CG44 = 1001";
+    QTest::newRow("name") << ""
+                          << "ROSSI" << base + "   AND CG16_RAGSOANAG LIKE '%ROSSI%'";
+    QTest::newRow("code and name") << "1001"
+                                   << "ROSSI"
+                                   << base + "   AND GD02_CLIFOR_CG44 = 1001   AND CG16_RAGSOANAG LIKE '%ROSSI%'";
+    QTest::newRow("apostrophe in name") << ""
+                                        << "L'ANGOLO D'ORO" << base + "   AND CG16_RAGSOANAG LIKE '%L''ANGOLO D''ORO%'";
     // A code that is not a number adds no filter: alone it lists every node of the company.
-    QTest::newRow("non-numeric code") << "12A" << "" << base;
-    QTest::newRow("non-numeric code with name")
-        << "O'1" << "BIANCHI" << base + "   AND CG16_RAGSOANAG LIKE '%BIANCHI%'";
-    QTest::newRow("blank code") << " " << "" << base;
+    QTest::newRow("non-numeric code") << "12A"
+                                      << "" << base;
+    QTest::newRow("non-numeric code with name") << "O'1"
+                                                << "BIANCHI" << base + "   AND CG16_RAGSOANAG LIKE '%BIANCHI%'";
+    QTest::newRow("blank code") << " "
+                                << "" << base;
 }
 
 void TstRicercaStatements::crossListSearch()
@@ -91,8 +96,7 @@ void TstRicercaStatements::inTreeCriteria()
     QCOMPARE(ricercastatements::inTreeNameCriterion(QStringLiteral("Bar dell'Angolo")),
              QStringLiteral("RAGIONESOCIALE like '%Bar dell''Angolo%'"));
     // An empty text still searches: it matches the first row.
-    QCOMPARE(ricercastatements::inTreeNameCriterion(QString()),
-             QStringLiteral("RAGIONESOCIALE like '%%'"));
+    QCOMPARE(ricercastatements::inTreeNameCriterion(QString()), QStringLiteral("RAGIONESOCIALE like '%%'"));
 
     QCOMPARE(ricercastatements::inTreeCodeCriterion(QStringLiteral("1001")),
              std::optional<QString>(QStringLiteral("GD02_CLIFOR_CG44 = 1001")));

@@ -19,10 +19,11 @@ private slots:
         move.changedAt = QDateTime(QDate(2026, 11, 23), QTime(12, 30));
         move.userGroup = QStringLiteral("ADMIN");
         move.user = QStringLiteral("o'neill");
-        QCOMPARE(spostamentostatements::moveStatement(move),
-                 QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = 12, GD02_DATAVAR = "
-                                "CONVERT(DateTime,'23/11/2026',103), GD02_GRUPPOVAR = 'ADMIN', GD02_UTENTEVAR = 'o''neill' "
-                                "WHERE GD02_DITTA_CG18 = 1 AND GD02_ID = 25 AND GD02_IDPARENT_GD02 = 7"));
+        QCOMPARE(
+            spostamentostatements::moveStatement(move),
+            QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = 12, GD02_DATAVAR = "
+                           "CONVERT(DateTime,'23/11/2026',103), GD02_GRUPPOVAR = 'ADMIN', GD02_UTENTEVAR = 'o''neill' "
+                           "WHERE GD02_DITTA_CG18 = 1 AND GD02_ID = 25 AND GD02_IDPARENT_GD02 = 7"));
 
         // To the roots from the roots' level of another branch: parent 0 and promotions of its
         // own, as a new root; a root read as such is matched whether its parent is 0 or NULL.
@@ -39,18 +40,19 @@ private slots:
     void definitiveBonusesOfAType()
     {
         QCOMPARE(spostamentostatements::definitiveBonusNodesQuery(2, 9),
-                 QStringLiteral("SELECT DISTINCT GD14_ID_GD02  FROM  GD18_LIQUIDAZIONE INNER JOIN       GD13_PREMI ON "
-                                "GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID        INNER JOIN        GD14_SOGGCONTR "
-                                "ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13 WHERE GD13_DITTA_CG18    = 2   AND "
-                                "GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 2 AND "
-                                "GD02_ID_GD01 = 9)    AND GD18_STATOSCADENZA >= 2    AND GD14_ID_GD02 NOT IN ("
-                                "                            SELECT GD27_ID_GD02 "
-                                "                              FROM GD27_SOGGCONTRDISAB "
-                                "                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     "
-                                "                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  "
-                                "                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  "
-                                "                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 "
-                                "                            )   "));
+                 QStringLiteral(
+                     "SELECT DISTINCT GD14_ID_GD02  FROM  GD18_LIQUIDAZIONE INNER JOIN       GD13_PREMI ON "
+                     "GD18_LIQUIDAZIONE.GD18_ID_GD13 = GD13_PREMI.GD13_ID        INNER JOIN        GD14_SOGGCONTR "
+                     "ON GD13_PREMI.GD13_ID = GD14_SOGGCONTR.GD14_ID_GD13 WHERE GD13_DITTA_CG18    = 2   AND "
+                     "GD14_ID_GD02 IN (SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 2 AND "
+                     "GD02_ID_GD01 = 9)    AND GD18_STATOSCADENZA >= 2    AND GD14_ID_GD02 NOT IN ("
+                     "                            SELECT GD27_ID_GD02 "
+                     "                              FROM GD27_SOGGCONTRDISAB "
+                     "                             WHERE GD27_DITTA_CG18     = GD14_DITTA_CG18     "
+                     "                               AND GD27_CODCONTR_GD10  = GD14_CODCONTR_GD10  "
+                     "                               AND GD27_VERCONTR_GD10  = GD14_VERCONTR_GD10  "
+                     "                               AND GD27_PROGRCOND_GD13 = GD14_PROGRCOND_GD13 "
+                     "                            )   "));
     }
 };
 

@@ -120,8 +120,8 @@ void TestSqlText::nvlStringa()
 
 void TestSqlText::nvlNumero()
 {
-    for (const QVariant &missing : {QVariant(), QVariant(QMetaType(QMetaType::Int)), QVariant(QString()),
-                                    QVariant(QStringLiteral(""))}) {
+    for (const QVariant &missing :
+         {QVariant(), QVariant(QMetaType(QMetaType::Int)), QVariant(QString()), QVariant(QStringLiteral(""))}) {
         const QVariant zero = NvlNumero(missing);
         QCOMPARE(zero.typeId(), int(QMetaType::Short));
         QCOMPARE(zero.value<short>(), short(0));
@@ -142,7 +142,7 @@ void TestSqlText::nvlNumeroRefusesWhatIsNotANumber_data()
     QTest::newRow("blanks") << QVariant(QStringLiteral("   "));
     QTest::newRow("two points") << QVariant(QStringLiteral("1.2.3"));
     QTest::newRow("thousands and decimals") << QVariant(QStringLiteral("1.234,5"));
-    QTest::newRow("list") << QVariant(QVariantList{1, 2});
+    QTest::newRow("list") << QVariant(QVariantList {1, 2});
 }
 
 void TestSqlText::nvlNumeroRefusesWhatIsNotANumber()
@@ -159,7 +159,7 @@ void TestSqlText::nvlTrim()
     QCOMPARE(NvlTrim(QStringLiteral("  1043  "), QString()), QVariant(QStringLiteral("1043")));
     QCOMPARE(NvlTrim(1043, QString()), QVariant(QStringLiteral("1043")));
     // No text at all: swallowed, an empty value comes back.
-    QVERIFY(!NvlTrim(QVariant::fromValue(QVariantMap{{QStringLiteral("a"), 1}}), QStringLiteral("d")).isValid());
+    QVERIFY(!NvlTrim(QVariant::fromValue(QVariantMap {{QStringLiteral("a"), 1}}), QStringLiteral("d")).isValid());
 }
 
 QTEST_MAIN(TestSqlText)

@@ -44,14 +44,21 @@ int runWriter(const QByteArray &writer, const QString &path)
         // Nodes inserted one statement at a time, as a batch of the editor does: a root, then
         // children and grandchildren under it.
         for (int i = 0;; ++i) {
-            const qint64 parent = i % 4 == 0 ? 0
-                : connection->openRecordset(QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA"))->value(0).toLongLong();
-            connection->execute(QStringLiteral(
-                "INSERT INTO GD02_DISTINTA  (  GD02_ID_GD01,  GD02_IDPARENT_GD02,  GD02_DITTA_CG18,  GD02_TIPOCF_CG44,"
-                "  GD02_CLIFOR_CG44,  GD02_INDREGPROV,  GD02_ID_WF02,  GD02_DATAINIZIOVAL,  GD02_DATAFINEVAL,"
-                "  GD02_TIPOANAGFATT,  GD02_INDEREPROMO ) VALUES (  1,  %1,  1,  0,  %2,  0,  0,"
-                "  CONVERT(DateTime,'01/01/2024',103),  CONVERT(DateTime,'31/12/2099',103),  0,  %3 )")
-                                    .arg(parent).arg(1001 + i % 300).arg(parent == 0 ? 2 : 0));
+            const qint64 parent = i % 4 == 0
+                ? 0
+                : connection->openRecordset(QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA"))
+                      ->value(0)
+                      .toLongLong();
+            connection->execute(
+                QStringLiteral(
+                    "INSERT INTO GD02_DISTINTA  (  GD02_ID_GD01,  GD02_IDPARENT_GD02,  GD02_DITTA_CG18,  "
+                    "GD02_TIPOCF_CG44,"
+                    "  GD02_CLIFOR_CG44,  GD02_INDREGPROV,  GD02_ID_WF02,  GD02_DATAINIZIOVAL,  GD02_DATAFINEVAL,"
+                    "  GD02_TIPOANAGFATT,  GD02_INDEREPROMO ) VALUES (  1,  %1,  1,  0,  %2,  0,  0,"
+                    "  CONVERT(DateTime,'01/01/2024',103),  CONVERT(DateTime,'31/12/2099',103),  0,  %3 )")
+                    .arg(parent)
+                    .arg(1001 + i % 300)
+                    .arg(parent == 0 ? 2 : 0));
             progress(QByteArray::number(i));
         }
     }
@@ -93,7 +100,7 @@ class TestCrashSafety : public QObject
             }
         }
         QVERIFY2(seen >= lines, process.readAllStandardError().constData());
-        process.kill();   // SIGKILL: no destructor, no rollback, no checkpoint
+        process.kill(); // SIGKILL: no destructor, no rollback, no checkpoint
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::CrashExit);
     }
@@ -115,7 +122,7 @@ private slots:
         const QString path = folder.filePath(QStringLiteral("demo.sqlite"));
         QVERIFY(dbsetup::ensureDemoDatabase(path));
         killWriterAfter(writer, path, lines);
-        QVERIFY(QFile::exists(path + QStringLiteral("-wal")));   // killed before it could tidy up
+        QVERIFY(QFile::exists(path + QStringLiteral("-wal"))); // killed before it could tidy up
         QCOMPARE(integrityCheck(path), QStringLiteral("ok"));
         QCOMPARE(treeViolations(path), QStringList());
     }
@@ -148,7 +155,7 @@ private slots:
         QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &loop, killWhenGrown);
         QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &loop, killWhenGrown);
         QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-        QTimer::singleShot(120000, &loop, &QEventLoop::quit);   // a guard, not a wait
+        QTimer::singleShot(120000, &loop, &QEventLoop::quit); // a guard, not a wait
         process.start(QCoreApplication::applicationFilePath(), {});
         loop.exec();
         QVERIFY(process.waitForFinished());

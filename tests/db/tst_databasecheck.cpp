@@ -19,7 +19,8 @@ namespace {
 QByteArray checksum(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256) : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256)
+                                          : QByteArray();
 }
 
 QStringList filesIn(const QString &folder)
@@ -35,7 +36,8 @@ void withoutWriteAccess(const QString &folder, Work work)
 {
     QList<QPair<QString, mode_t>> restore;
     const auto setMode = [&](const QString &path, mode_t mode) {
-        struct stat info {};
+        struct stat info
+        { };
         stat(QFile::encodeName(path).constData(), &info);
         restore.append({path, info.st_mode & 07777});
         chmod(QFile::encodeName(path).constData(), mode);
@@ -68,14 +70,18 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("problem");   // %1: the file
-        const QString foreign = QStringLiteral("Il file %1 non è un database delle distinte di classificazione (mancano le "
-                                               "tabelle GD01_TIPODISTINTA, GD02_DISTINTA, GD03_PARAMETRI, GD04_STDISTINTA, "
-                                               "GD12_PROMO): non viene aperto né modificato.");
-        QTest::newRow("another program's database") << "altro.sqlite" << int(dbsetup::DatabaseFileCheck::ForeignDatabase) << foreign;
-        QTest::newRow("another program's database in WAL mode") << "altro-wal.sqlite" << int(dbsetup::DatabaseFileCheck::ForeignDatabase) << foreign;
+        QTest::addColumn<QString>("problem"); // %1: the file
+        const QString foreign = QStringLiteral(
+            "Il file %1 non è un database delle distinte di classificazione (mancano le "
+            "tabelle GD01_TIPODISTINTA, GD02_DISTINTA, GD03_PARAMETRI, GD04_STDISTINTA, "
+            "GD12_PROMO): non viene aperto né modificato.");
+        QTest::newRow("another program's database")
+            << "altro.sqlite" << int(dbsetup::DatabaseFileCheck::ForeignDatabase) << foreign;
+        QTest::newRow("another program's database in WAL mode")
+            << "altro-wal.sqlite" << int(dbsetup::DatabaseFileCheck::ForeignDatabase) << foreign;
         QTest::newRow("a text") << "note.txt" << int(dbsetup::DatabaseFileCheck::NotADatabase)
-                                << QStringLiteral("Il file %1 non è un database SQLite: non viene aperto né modificato.");
+                                << QStringLiteral(
+                                       "Il file %1 non è un database SQLite: non viene aperto né modificato.");
         QTest::newRow("a damaged database") << "rovinato.sqlite" << int(dbsetup::DatabaseFileCheck::NotADatabase)
                                             << QStringLiteral("Il file %1 non è leggibile come database (");
         QTest::newRow("a folder") << "cartella" << int(dbsetup::DatabaseFileCheck::Unreadable)
@@ -93,14 +99,16 @@ private slots:
             dbsetup::SqliteFile file(path);
             if (name.contains(QLatin1String("wal")))
                 file.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
-            file.exec(QStringLiteral("CREATE TABLE CLIENTI (ID INTEGER PRIMARY KEY, NOME TEXT); INSERT INTO CLIENTI VALUES (1, 'x')"));
+            file.exec(QStringLiteral(
+                "CREATE TABLE CLIENTI (ID INTEGER PRIMARY KEY, NOME TEXT); INSERT INTO CLIENTI VALUES (1, 'x')"));
         } else if (name == QLatin1String("cartella")) {
             QDir(folder.path()).mkdir(name);
         } else {
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(name.endsWith(QLatin1String(".txt")) ? QByteArray("Appunti della riunione\n").repeated(20)
-                                                             : QByteArray("SQLite format 3\0", 16) + QByteArray(4080, '\x5a'));
+            file.write(name.endsWith(QLatin1String(".txt"))
+                           ? QByteArray("Appunti della riunione\n").repeated(20)
+                           : QByteArray("SQLite format 3\0", 16) + QByteArray(4080, '\x5a'));
         }
         const QStringList before = filesIn(folder.path());
         const QByteArray sum = checksum(path);
@@ -149,10 +157,13 @@ private slots:
             QVERIFY(!check.writable);
 
             const db::ConnectionPtr connection = db::Connection::open(dbsetup::sqliteConnectionString(path, true));
-            QVERIFY(connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA"))->value(0).toInt() > 0);
+            QVERIFY(
+                connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA"))->value(0).toInt()
+                > 0);
             // The editor's lists live in temporary tables, which a reader may make.
             connection->execute(QStringLiteral("SELECT GD01_ID INTO #TIPI FROM GD01_TIPODISTINTA"));
-            const QString refused = QStringLiteral("Il database è aperto in sola lettura: la modifica non è stata salvata.");
+            const QString refused = QStringLiteral(
+                "Il database è aperto in sola lettura: la modifica non è stata salvata.");
             try {
                 connection->execute(QStringLiteral("DELETE FROM GD04_STDISTINTA WHERE GD04_KEY = 'x'"));
                 QFAIL("a write went through");

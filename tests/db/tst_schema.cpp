@@ -39,17 +39,22 @@ qlonglong TestSchema::scalar(db::Connection &connection, const QString &sql)
 
 void TestSchema::insertNode(db::Connection &connection, int id, const QString &parent, int type)
 {
-    connection.execute(QStringLiteral(
-        "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44,"
-        " GD02_CLIFOR_CG44) VALUES (%1, %2, %3, 1, 0, %1)").arg(id).arg(type).arg(parent));
+    connection.execute(
+        QStringLiteral(
+            "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44,"
+            " GD02_CLIFOR_CG44) VALUES (%1, %2, %3, 1, 0, %1)")
+            .arg(id)
+            .arg(type)
+            .arg(parent));
 }
 
 void TestSchema::deletingANodeRemovesExactlyItsSubtree()
 {
     TestDatabase database;
     db::Connection &connection = *database.connection();
-    connection.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR)"
-                                      " VALUES (1, 1, 'A', 'Uno'), (2, 1, 'B', 'Due')"));
+    connection.execute(
+        QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR)"
+                       " VALUES (1, 1, 'A', 'Uno'), (2, 1, 'B', 'Due')"));
     // Tree A: 1 > (2 > (4 > 7, 5), 3 > 6). Tree B: 10 (NULL parent) > 11 > 12. Other type: 20 > 21.
     insertNode(connection, 1, QStringLiteral("0"));
     insertNode(connection, 2, QStringLiteral("1"));
@@ -66,20 +71,21 @@ void TestSchema::deletingANodeRemovesExactlyItsSubtree()
 
     const auto remaining = [&] {
         QList<int> ids;
-        const db::RecordsetPtr rows = connection.openRecordset(QStringLiteral("SELECT GD02_ID FROM GD02_DISTINTA ORDER BY GD02_ID"));
+        const db::RecordsetPtr rows = connection.openRecordset(
+            QStringLiteral("SELECT GD02_ID FROM GD02_DISTINTA ORDER BY GD02_ID"));
         for (rows->moveFirst(); !rows->eof(); rows->moveNext())
             ids << rows->value(0).toInt();
         return ids;
     };
 
     QCOMPARE(connection.execute(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 2")), 1);
-    QCOMPARE(remaining(), (QList<int>{1, 3, 6, 10, 11, 12, 20, 21}));
+    QCOMPARE(remaining(), (QList<int> {1, 3, 6, 10, 11, 12, 20, 21}));
     connection.execute(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 10"));
-    QCOMPARE(remaining(), (QList<int>{1, 3, 6, 20, 21}));
+    QCOMPARE(remaining(), (QList<int> {1, 3, 6, 20, 21}));
     connection.execute(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 6"));
-    QCOMPARE(remaining(), (QList<int>{1, 3, 20, 21}));
+    QCOMPARE(remaining(), (QList<int> {1, 3, 20, 21}));
     connection.execute(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 1"));
-    QCOMPARE(remaining(), (QList<int>{20, 21}));
+    QCOMPARE(remaining(), (QList<int> {20, 21}));
 }
 
 void TestSchema::subtreeRemovalNeedsNoRecursiveTriggers()
@@ -89,25 +95,30 @@ void TestSchema::subtreeRemovalNeedsNoRecursiveTriggers()
     dbsetup::createSchemaAt(path);
     dbsetup::SqliteFile file(path);
     file.exec(QStringLiteral("PRAGMA recursive_triggers=OFF"));
-    file.exec(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 1, 'A', 'Uno')"));
+    file.exec(QStringLiteral(
+        "INSERT INTO GD01_TIPODISTINTA (GD01_ID, GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 1, 'A', 'Uno')"));
     // A chain five levels deep under root 1, and a second root; campaigns and states on the chain.
     file.exec(QStringLiteral(
         "INSERT INTO GD02_DISTINTA (GD02_ID, GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44)"
-        " VALUES (1, 1, 0, 1, 0), (2, 1, 1, 1, 0), (3, 1, 2, 1, 0), (4, 1, 3, 1, 0), (5, 1, 4, 1, 0), (9, 1, 0, 1, 0)"));
+        " VALUES (1, 1, 0, 1, 0), (2, 1, 1, 1, 0), (3, 1, 2, 1, 0), (4, 1, 3, 1, 0), (5, 1, 4, 1, 0), (9, 1, 0, 1, "
+        "0)"));
     file.exec(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94)"
                              " SELECT 1, GD02_ID, 7 FROM GD02_DISTINTA"));
-    file.exec(QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) SELECT gd02_guid, 6 FROM GD02_DISTINTA"));
+    file.exec(
+        QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) SELECT gd02_guid, 6 FROM GD02_DISTINTA"));
     file.exec(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = 2"));
     QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA")), 2);
     QCOMPARE(file.scalar(QStringLiteral("SELECT SUM(GD02_ID) FROM GD02_DISTINTA")), 10);
     // What hung on the removed nodes went with them, down to the last level.
     QCOMPARE(file.scalar(QStringLiteral("SELECT SUM(GD12_ID_GD02) FROM GD12_PROMO")), 10);
     QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_GUID NOT IN"
-                                        " (SELECT gd02_guid FROM GD02_DISTINTA)")), 0);
+                                        " (SELECT gd02_guid FROM GD02_DISTINTA)")),
+             0);
 
     // Parent links written in a cycle (30 <-> 31) by a database made before the checks must not
     // make a delete run forever.
-    const qint64 checks = file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE name = 'TR_GD02_DISTINTA_INSERT'"));
+    const qint64 checks = file.scalar(
+        QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE name = 'TR_GD02_DISTINTA_INSERT'"));
     QCOMPARE(checks, 1);
     file.exec(QStringLiteral("DROP TRIGGER TR_GD02_DISTINTA_INSERT"));
     file.exec(QStringLiteral(
@@ -125,7 +136,8 @@ void TestSchema::twoConnectionsSeeEachOthersCommittedRows()
     const db::ConnectionPtr second = db::Connection::open(database.connectionString());
     const QString count = QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO");
     QCOMPARE(scalar(*second, count), 0);
-    first->execute(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES (1, 5, 7)"));
+    first->execute(
+        QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES (1, 5, 7)"));
     QCOMPARE(scalar(*second, count), 1);
     second->execute(QStringLiteral("UPDATE GD12_PROMO SET GD12_ID_MG94 = 8"));
     QCOMPARE(scalar(*first, QStringLiteral("SELECT GD12_ID_MG94 FROM GD12_PROMO")), 8);
@@ -137,11 +149,15 @@ void TestSchema::generatedKeysGuidsAndDefaults()
 {
     TestDatabase database;
     db::Connection &connection = *database.connection();
-    const QRegularExpression guid(QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}$"));
+    const QRegularExpression guid(
+        QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}$"));
 
-    connection.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 'A', 'Prima')"));
-    connection.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_GUID) VALUES (1, 'B', 'Seconda', NULL)"));
-    db::RecordsetPtr types = connection.openRecordset(QStringLiteral("SELECT GD01_ID, GD01_GUID FROM GD01_TIPODISTINTA ORDER BY GD01_ID"));
+    connection.execute(QStringLiteral(
+        "INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 'A', 'Prima')"));
+    connection.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
+                                      "GD01_GUID) VALUES (1, 'B', 'Seconda', NULL)"));
+    db::RecordsetPtr types = connection.openRecordset(
+        QStringLiteral("SELECT GD01_ID, GD01_GUID FROM GD01_TIPODISTINTA ORDER BY GD01_ID"));
     QCOMPARE(types->recordCount(), 2);
     const QString firstGuid = types->value(QStringLiteral("GD01_GUID")).toString();
     QVERIFY2(guid.match(firstGuid).hasMatch(), qPrintable(firstGuid));
@@ -151,25 +167,28 @@ void TestSchema::generatedKeysGuidsAndDefaults()
     QVERIFY(firstGuid != secondGuid);
 
     // Node keys grow and are never reused after a delete; omitted columns take their defaults.
-    const QString insert = QStringLiteral(
-        "INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44, GD02_CLIFOR_CG44)"
-        " VALUES (1, 0, 1, 0, 1001)");
+    const QString insert = QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, "
+                                          "GD02_DITTA_CG18, GD02_TIPOCF_CG44, GD02_CLIFOR_CG44)"
+                                          " VALUES (1, 0, 1, 0, 1001)");
     connection.execute(insert);
     connection.execute(insert);
     const qlonglong last = scalar(connection, QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA"));
     connection.execute(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(last));
     connection.execute(insert);
     QCOMPARE(scalar(connection, QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA")), last + 1);
-    const db::RecordsetPtr node = connection.openRecordset(QStringLiteral(
-        "SELECT gd02_guid, GD02_INDREGPROV, GD02_ID_WF02, GD02_TIPOANAGFATT, GD02_INDEREPROMO, GD02_CLIFORFATT_CG44"
-        " FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(last + 1));
+    const db::RecordsetPtr node = connection.openRecordset(
+        QStringLiteral(
+            "SELECT gd02_guid, GD02_INDREGPROV, GD02_ID_WF02, GD02_TIPOANAGFATT, GD02_INDEREPROMO, GD02_CLIFORFATT_CG44"
+            " FROM GD02_DISTINTA WHERE GD02_ID = %1")
+            .arg(last + 1));
     QVERIFY(guid.match(node->value(QStringLiteral("gd02_guid")).toString()).hasMatch());
     for (const char *column : {"GD02_INDREGPROV", "GD02_ID_WF02", "GD02_TIPOANAGFATT", "GD02_INDEREPROMO"})
         QCOMPARE(node->value(QString::fromLatin1(column)).toInt(), 0);
     QVERIFY(node->value(QStringLiteral("GD02_CLIFORFATT_CG44")).isNull());
 
     // The state table stamps its rows as the embedded database stores dates.
-    connection.execute(QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) VALUES ('%1', 6)").arg(firstGuid));
+    connection.execute(
+        QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) VALUES ('%1', 6)").arg(firstGuid));
     const db::RecordsetPtr state = connection.openRecordset(QStringLiteral("SELECT WF02_DATACRE FROM WF02_STATORIGA"));
     QVERIFY(state->value(0).toDateTime().isValid());
 }
@@ -177,9 +196,9 @@ void TestSchema::generatedKeysGuidsAndDefaults()
 void TestSchema::declaredTypesDriveFieldTypes()
 {
     TestDatabase database(TestDatabase::DemoData);
-    const db::RecordsetPtr rows = database.connection()->openRecordset(QStringLiteral(
-        "SELECT GD18_ID, GD18_DATASCADENZA, GD18_IMPORTO, GD13_DESCR FROM GD18_LIQUIDAZIONE"
-        " INNER JOIN GD13_PREMI ON GD13_ID = GD18_ID_GD13"));
+    const db::RecordsetPtr rows = database.connection()->openRecordset(
+        QStringLiteral("SELECT GD18_ID, GD18_DATASCADENZA, GD18_IMPORTO, GD13_DESCR FROM GD18_LIQUIDAZIONE"
+                       " INNER JOIN GD13_PREMI ON GD13_ID = GD18_ID_GD13"));
     QVERIFY(rows->recordCount() > 0);
     QCOMPARE(rows->field(0).type, db::FieldType::Integer);
     QCOMPARE(rows->field(1).type, db::FieldType::DateTime);
@@ -203,7 +222,8 @@ void TestSchema::connectionStringsNameTheirFile()
              QStringLiteral("/data/a;b.db"));
     QCOMPARE(dbsetup::sqliteFileOf(QStringLiteral("Driver=SQLite3;Database=/data/x.db;TSQLCompat=SQLite;")),
              QStringLiteral("/data/x.db"));
-    QVERIFY(dbsetup::sqliteFileOf(QStringLiteral("Driver={ODBC Driver 18 for SQL Server};Server=srv;Database=ERP;")).isEmpty());
+    QVERIFY(dbsetup::sqliteFileOf(QStringLiteral("Driver={ODBC Driver 18 for SQL Server};Server=srv;Database=ERP;"))
+                .isEmpty());
     QVERIFY(dbsetup::defaultDemoDatabasePath().endsWith(QStringLiteral("/VRAX_DISTINTA/demo.sqlite")));
 }
 
@@ -217,13 +237,17 @@ void TestSchema::demoDatabaseIsCreatedOnceWithBothCompanies()
 
     dbsetup::SqliteFile file(path);
     const auto count = [&](const QString &sql) { return file.scalar(sql); };
-    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 1 AND CG44_TIPOCF = 0")), 300);
-    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 1 AND CG44_TIPOCF = 1")), 150);
+    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 1 AND CG44_TIPOCF = 0")),
+             300);
+    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 1 AND CG44_TIPOCF = 1")),
+             150);
     QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = 2")), 12);
     QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 2")), 1);
     // Every subject has its general master data, with a city and a two-letter province.
-    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR LEFT JOIN CG16_ANAGGEN ON CG16_CODICE = CG44_CODICE_CG16"
-                                  " WHERE CG16_CODICE IS NULL OR CG16_CITTA IS NULL OR LENGTH(CG16_PROV) <> 2")), 0);
+    QCOMPARE(
+        count(QStringLiteral("SELECT COUNT(*) FROM CG44_CLIFOR LEFT JOIN CG16_ANAGGEN ON CG16_CODICE = CG44_CODICE_CG16"
+                             " WHERE CG16_CODICE IS NULL OR CG16_CITTA IS NULL OR LENGTH(CG16_PROV) <> 2")),
+        0);
 }
 
 void TestSchema::demoTreesAreConsistent()
@@ -234,42 +258,51 @@ void TestSchema::demoTreesAreConsistent()
     const auto count = [&](const QString &sql) { return file.scalar(sql); };
 
     // Each parent is a node of the same type, company and kind; roots have 0 or NULL.
-    QCOMPARE(count(QStringLiteral(
-        "SELECT COUNT(*) FROM GD02_DISTINTA C WHERE IFNULL(C.GD02_IDPARENT_GD02, 0) <> 0 AND NOT EXISTS ("
-        " SELECT 1 FROM GD02_DISTINTA P WHERE P.GD02_ID = C.GD02_IDPARENT_GD02 AND P.GD02_ID_GD01 = C.GD02_ID_GD01"
-        " AND P.GD02_DITTA_CG18 = C.GD02_DITTA_CG18 AND P.GD02_TIPOCF_CG44 = C.GD02_TIPOCF_CG44)")), 0);
+    QCOMPARE(
+        count(QStringLiteral(
+            "SELECT COUNT(*) FROM GD02_DISTINTA C WHERE IFNULL(C.GD02_IDPARENT_GD02, 0) <> 0 AND NOT EXISTS ("
+            " SELECT 1 FROM GD02_DISTINTA P WHERE P.GD02_ID = C.GD02_IDPARENT_GD02 AND P.GD02_ID_GD01 = C.GD02_ID_GD01"
+            " AND P.GD02_DITTA_CG18 = C.GD02_DITTA_CG18 AND P.GD02_TIPOCF_CG44 = C.GD02_TIPOCF_CG44)")),
+        0);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 IS NULL")) > 0);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_IDPARENT_GD02 = 0")) > 0);
 
     // Each node's subject exists, of the type's kind, and its period is in order.
-    QCOMPARE(count(QStringLiteral(
-        "SELECT COUNT(*) FROM GD02_DISTINTA INNER JOIN GD01_TIPODISTINTA ON GD01_ID = GD02_ID_GD01"
-        " LEFT JOIN CG44_CLIFOR ON CG44_DITTA_CG18 = GD02_DITTA_CG18 AND CG44_TIPOCF = GD02_TIPOCF_CG44"
-        " AND CG44_CLIFOR = GD02_CLIFOR_CG44"
-        " WHERE CG44_CLIFOR IS NULL OR GD02_TIPOCF_CG44 <> GD01_INDTIPOSOGG OR GD02_DITTA_CG18 <> GD01_DITTA_CG18"
-        " OR GD02_DATAINIZIOVAL > GD02_DATAFINEVAL")), 0);
+    QCOMPARE(
+        count(QStringLiteral(
+            "SELECT COUNT(*) FROM GD02_DISTINTA INNER JOIN GD01_TIPODISTINTA ON GD01_ID = GD02_ID_GD01"
+            " LEFT JOIN CG44_CLIFOR ON CG44_DITTA_CG18 = GD02_DITTA_CG18 AND CG44_TIPOCF = GD02_TIPOCF_CG44"
+            " AND CG44_CLIFOR = GD02_CLIFOR_CG44"
+            " WHERE CG44_CLIFOR IS NULL OR GD02_TIPOCF_CG44 <> GD01_INDTIPOSOGG OR GD02_DITTA_CG18 <> GD01_DITTA_CG18"
+            " OR GD02_DATAINIZIOVAL > GD02_DATAFINEVAL")),
+        0);
 
     // One link of a subject at a time in what a division sees (its own types and the division-less ones).
     QCOMPARE(count(QStringLiteral(
-        "SELECT COUNT(*) FROM GD02_DISTINTA A INNER JOIN GD01_TIPODISTINTA TA ON TA.GD01_ID = A.GD02_ID_GD01"
-        " INNER JOIN GD02_DISTINTA B ON B.GD02_DITTA_CG18 = A.GD02_DITTA_CG18 AND B.GD02_TIPOCF_CG44 = A.GD02_TIPOCF_CG44"
-        " AND B.GD02_CLIFOR_CG44 = A.GD02_CLIFOR_CG44 AND B.GD02_ID > A.GD02_ID"
-        " INNER JOIN GD01_TIPODISTINTA TB ON TB.GD01_ID = B.GD02_ID_GD01"
-        " WHERE (TA.GD01_IDDIV_CO1A IS NULL OR TB.GD01_IDDIV_CO1A IS NULL OR TA.GD01_IDDIV_CO1A = TB.GD01_IDDIV_CO1A)"
-        " AND A.GD02_DATAINIZIOVAL <= B.GD02_DATAFINEVAL AND B.GD02_DATAINIZIOVAL <= A.GD02_DATAFINEVAL")), 0);
+                 "SELECT COUNT(*) FROM GD02_DISTINTA A INNER JOIN GD01_TIPODISTINTA TA ON TA.GD01_ID = A.GD02_ID_GD01"
+                 " INNER JOIN GD02_DISTINTA B ON B.GD02_DITTA_CG18 = A.GD02_DITTA_CG18 AND B.GD02_TIPOCF_CG44 = "
+                 "A.GD02_TIPOCF_CG44"
+                 " AND B.GD02_CLIFOR_CG44 = A.GD02_CLIFOR_CG44 AND B.GD02_ID > A.GD02_ID"
+                 " INNER JOIN GD01_TIPODISTINTA TB ON TB.GD01_ID = B.GD02_ID_GD01"
+                 " WHERE (TA.GD01_IDDIV_CO1A IS NULL OR TB.GD01_IDDIV_CO1A IS NULL OR TA.GD01_IDDIV_CO1A = "
+                 "TB.GD01_IDDIV_CO1A)"
+                 " AND A.GD02_DATAINIZIOVAL <= B.GD02_DATAFINEVAL AND B.GD02_DATAINIZIOVAL <= A.GD02_DATAFINEVAL")),
+             0);
 
     // Dates are stored as 'YYYY-MM-DD HH:MM:SS' text, so that they compare in order.
     QCOMPARE(count(QStringLiteral(
-        "SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_DATAINIZIOVAL NOT LIKE '____-__-__ __:__:__'"
-        " OR GD02_DATAFINEVAL NOT LIKE '____-__-__ __:__:__' OR GD02_DATACRE NOT LIKE '____-__-__ __:__:__'")), 0);
+                 "SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_DATAINIZIOVAL NOT LIKE '____-__-__ __:__:__'"
+                 " OR GD02_DATAFINEVAL NOT LIKE '____-__-__ __:__:__' OR GD02_DATACRE NOT LIKE '____-__-__ __:__:__'")),
+             0);
 
     // Every type of company 1 with nodes is 3 or 4 levels deep.
-    dbsetup::SqliteStatement depths = file.prepare(QStringLiteral(
-        "WITH RECURSIVE T(ID, TIPO, LIVELLO) AS ("
-        " SELECT GD02_ID, GD02_ID_GD01, 1 FROM GD02_DISTINTA WHERE IFNULL(GD02_IDPARENT_GD02, 0) = 0"
-        " UNION ALL SELECT D.GD02_ID, D.GD02_ID_GD01, T.LIVELLO + 1 FROM GD02_DISTINTA D INNER JOIN T ON D.GD02_IDPARENT_GD02 = T.ID)"
-        " SELECT TIPO, MAX(LIVELLO) AS PROFONDITA FROM T INNER JOIN GD01_TIPODISTINTA ON GD01_ID = TIPO"
-        " WHERE GD01_DITTA_CG18 = 1 GROUP BY TIPO"));
+    dbsetup::SqliteStatement depths = file.prepare(
+        QStringLiteral("WITH RECURSIVE T(ID, TIPO, LIVELLO) AS ("
+                       " SELECT GD02_ID, GD02_ID_GD01, 1 FROM GD02_DISTINTA WHERE IFNULL(GD02_IDPARENT_GD02, 0) = 0"
+                       " UNION ALL SELECT D.GD02_ID, D.GD02_ID_GD01, T.LIVELLO + 1 FROM GD02_DISTINTA D INNER JOIN T "
+                       "ON D.GD02_IDPARENT_GD02 = T.ID)"
+                       " SELECT TIPO, MAX(LIVELLO) AS PROFONDITA FROM T INNER JOIN GD01_TIPODISTINTA ON GD01_ID = TIPO"
+                       " WHERE GD01_DITTA_CG18 = 1 GROUP BY TIPO"));
     QSet<int> seen;
     int types = 0;
     while (depths.step()) {
@@ -279,7 +312,7 @@ void TestSchema::demoTreesAreConsistent()
         seen.insert(depth);
     }
     QCOMPARE(types, 5);
-    QCOMPARE(seen, (QSet<int>{3, 4}));
+    QCOMPARE(seen, (QSet<int> {3, 4}));
 }
 
 void TestSchema::demoHasTheCasesTheEditorShows()
@@ -292,9 +325,11 @@ void TestSchema::demoHasTheCasesTheEditorShows()
     // A type bound to a division of its own company, and a type with no nodes.
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA INNER JOIN CO1A_ANAGDIVISIONI"
                                  " ON CO1A_IDDIV = GD01_IDDIV_CO1A AND CO1A_DITTA_CG18 = GD01_DITTA_CG18"
-                                 " WHERE EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = GD01_ID)")) > 0);
+                                 " WHERE EXISTS (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = GD01_ID)"))
+            > 0);
     QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1 AND NOT EXISTS"
-                                  " (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = GD01_ID)")), 1);
+                                  " (SELECT 1 FROM GD02_DISTINTA WHERE GD02_ID_GD01 = GD01_ID)")),
+             1);
 
     // A definitive settlement blocks its node; the node excluded from the condition is not blocked.
     const QString definitive = QStringLiteral(
@@ -314,21 +349,29 @@ void TestSchema::demoHasTheCasesTheEditorShows()
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM VCO1C_CLIFOR WHERE CO1D_ZONA IS NOT NULL")) > 0);
 
     // Structural priority headers with details, one without, and localised ones.
-    QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM LP09_TESTATAPRIORITA INNER JOIN LP10_DETTAGLIOPRIORITA"
-                                 " ON LP10_ID_LP09 = LP09_ID WHERE LP09_DITTA_CG18 = 1 AND LP09_INDTIPOTABPRIORITA = 0")) > 0);
-    QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM LP09_TESTATAPRIORITA WHERE LP09_INDTIPOTABPRIORITA = 0"
-                                  " AND NOT EXISTS (SELECT 1 FROM LP10_DETTAGLIOPRIORITA WHERE LP10_ID_LP09 = LP09_ID)")), 1);
+    QVERIFY(
+        count(QStringLiteral("SELECT COUNT(*) FROM LP09_TESTATAPRIORITA INNER JOIN LP10_DETTAGLIOPRIORITA"
+                             " ON LP10_ID_LP09 = LP09_ID WHERE LP09_DITTA_CG18 = 1 AND LP09_INDTIPOTABPRIORITA = 0"))
+        > 0);
+    QCOMPARE(
+        count(QStringLiteral("SELECT COUNT(*) FROM LP09_TESTATAPRIORITA WHERE LP09_INDTIPOTABPRIORITA = 0"
+                             " AND NOT EXISTS (SELECT 1 FROM LP10_DETTAGLIOPRIORITA WHERE LP10_ID_LP09 = LP09_ID)")),
+        1);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM LP09_TESTATAPRIORITA WHERE LP09_INDTIPOTABPRIORITA = 1")) > 0);
 
     // Campaigns active and not, node promotions, parameters of company 1 only, node states.
-    QVERIFY(count(QStringLiteral("SELECT COUNT(DISTINCT MG94_FLGATTIVA) FROM MG94_CAMPANAG WHERE MG94_DITTA_CG18 = 1")) == 2);
+    QVERIFY(count(QStringLiteral("SELECT COUNT(DISTINCT MG94_FLGATTIVA) FROM MG94_CAMPANAG WHERE MG94_DITTA_CG18 = 1"))
+            == 2);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO INNER JOIN GD02_DISTINTA ON GD02_ID = GD12_ID_GD02"
-                                 " WHERE GD02_INDEREPROMO = 2")) > 0);
+                                 " WHERE GD02_INDEREPROMO = 2"))
+            > 0);
     QCOMPARE(count(QStringLiteral("SELECT COUNT(*) FROM GD03_PARAMETRI")), 1);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA INNER JOIN GD02_DISTINTA ON gd02_guid = WF02_GUID"
-                                 " WHERE WF02_ID_WF01 = GD02_ID_WF02")) > 0);
+                                 " WHERE WF02_ID_WF01 = GD02_ID_WF02"))
+            > 0);
     QVERIFY(count(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_TIPOANAGFATT = 4"
-                                 " AND GD02_CLIFORFATT_CG44 IS NOT NULL")) > 0);
+                                 " AND GD02_CLIFORFATT_CG44 IS NOT NULL"))
+            > 0);
 }
 
 void TestSchema::demoDataIsDeterministic()
@@ -338,10 +381,10 @@ void TestSchema::demoDataIsDeterministic()
         const QString path = folder.filePath(name);
         dbsetup::ensureDemoDatabase(path);
         dbsetup::SqliteFile file(path);
-        dbsetup::SqliteStatement rows = file.prepare(QStringLiteral(
-            "SELECT CG16_CODICE || CG16_RAGSOANAG || IFNULL(CG16_FAXNUM, '') FROM CG16_ANAGGEN UNION ALL"
-            " SELECT GD02_ID || '|' || IFNULL(GD02_IDPARENT_GD02, 'N') || GD02_CLIFOR_CG44 || gd02_guid"
-            " || GD02_DATAINIZIOVAL FROM GD02_DISTINTA"));
+        dbsetup::SqliteStatement rows = file.prepare(
+            QStringLiteral("SELECT CG16_CODICE || CG16_RAGSOANAG || IFNULL(CG16_FAXNUM, '') FROM CG16_ANAGGEN UNION ALL"
+                           " SELECT GD02_ID || '|' || IFNULL(GD02_IDPARENT_GD02, 'N') || GD02_CLIFOR_CG44 || gd02_guid"
+                           " || GD02_DATAINIZIOVAL FROM GD02_DISTINTA"));
         QCryptographicHash hash(QCryptographicHash::Sha1);
         while (rows.step())
             hash.addData(rows.columnText(0).toUtf8());

@@ -23,12 +23,12 @@ struct Column
 // What a schema script declares, read from its text.
 struct Declared
 {
-    QMap<QString, QStringList> columnOrder;            // table -> column names in order
-    QMap<QString, QMap<QString, Column>> columns;      // table -> column -> declaration
-    QMap<QString, QStringList> primaryKeys;            // table -> key columns
-    QSet<QString> indexes;                             // "UNIQUE name ON table (a, b)"
-    QMap<QString, QStringList> viewColumns;            // view -> output column names
-    QSet<QString> triggers;                            // "name: DELETE ON table"
+    QMap<QString, QStringList> columnOrder;       // table -> column names in order
+    QMap<QString, QMap<QString, Column>> columns; // table -> column -> declaration
+    QMap<QString, QStringList> primaryKeys;       // table -> key columns
+    QSet<QString> indexes;                        // "UNIQUE name ON table (a, b)"
+    QMap<QString, QStringList> viewColumns;       // view -> output column names
+    QSet<QString> triggers;                       // "name: DELETE ON table"
 };
 
 const QRegularExpression::PatternOption dotAll = QRegularExpression::DotMatchesEverythingOption;
@@ -69,7 +69,8 @@ QStringList splitTopLevel(const QString &list)
 // The name a select-list item gives its column: its alias, else the column it names.
 QString outputName(const QString &item)
 {
-    static const QRegularExpression alias(QStringLiteral("\\bAS\\s+(\\w+)$"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression alias(QStringLiteral("\\bAS\\s+(\\w+)$"),
+                                          QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = alias.match(item.simplified());
     if (match.hasMatch())
         return match.captured(1).toUpper();
@@ -157,7 +158,8 @@ Declared parse(const QString &script)
 QString sourceFile(const QString &relative)
 {
     const QString source = qEnvironmentVariable("DISTINTA_SOURCE_DIR");
-    QFile file(source.isEmpty() ? QFINDTESTDATA(QStringLiteral("../../") + relative) : source + QLatin1Char('/') + relative);
+    QFile file(source.isEmpty() ? QFINDTESTDATA(QStringLiteral("../../") + relative)
+                                : source + QLatin1Char('/') + relative);
     return file.open(QIODevice::ReadOnly | QIODevice::Text) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
@@ -195,7 +197,8 @@ private slots:
                 const Column lite = m_sqlite.columns[table][column];
                 const Column server = m_server.columns[table][column];
                 const QString where = table + QLatin1Char('.') + column;
-                QVERIFY2(lite.type == server.type, qPrintable(where + QStringLiteral(": ") + lite.type + QStringLiteral(" / ") + server.type));
+                QVERIFY2(lite.type == server.type,
+                         qPrintable(where + QStringLiteral(": ") + lite.type + QStringLiteral(" / ") + server.type));
                 QVERIFY2(lite.notNull == server.notNull, qPrintable(where + QStringLiteral(": NULL / NOT NULL")));
                 QVERIFY2(lite.hasDefault == server.hasDefault, qPrintable(where + QStringLiteral(": default")));
                 QVERIFY2(lite.generated == server.generated, qPrintable(where + QStringLiteral(": generated key")));
@@ -229,7 +232,7 @@ private slots:
             for (int i = 0; i < rows->fieldCount(); ++i)
                 names << rows->field(i).name.toUpper();
             const QStringList declared = m_sqlite.viewColumns.contains(relation) ? m_sqlite.viewColumns.value(relation)
-                                                                                  : m_sqlite.columnOrder.value(relation);
+                                                                                 : m_sqlite.columnOrder.value(relation);
             QCOMPARE(names, declared);
         }
         // The views the module reads have demo rows behind them.

@@ -21,7 +21,12 @@ QString nodeInsert(qint64 type, qint64 parent, int company, int code, const QStr
                           "  GD02_GRUPPOVAR,  GD02_UTENTEVAR,  GD02_TIPOANAGFATT,  GD02_INDEREPROMO ) VALUES ("
                           "  %1,  %2,  %3,  0,  %4,  0,  0,  %5,  %6,  CONVERT(DateTime,'15/03/2025',103),"
                           "  'ADMIN',  'rossi',  CONVERT(DateTime,'15/03/2025',103),  'ADMIN',  'rossi',  0,  %7 )")
-        .arg(type).arg(parent).arg(company).arg(code).arg(start, end).arg(parent == 0 ? 2 : 0);
+        .arg(type)
+        .arg(parent)
+        .arg(company)
+        .arg(code)
+        .arg(start, end)
+        .arg(parent == 0 ? 2 : 0);
 }
 
 QString date103(const char *dayMonthYear)
@@ -51,59 +56,89 @@ class TestTreeConstraints : public QObject
     static Family family(TestDatabase &database)
     {
         Family f;
-        f.grandchild = database.scalar(QStringLiteral(
-            "SELECT MIN(G.GD02_ID) FROM GD02_DISTINTA G INNER JOIN GD02_DISTINTA C ON C.GD02_ID = G.GD02_IDPARENT_GD02"
-            " INNER JOIN GD02_DISTINTA R ON R.GD02_ID = C.GD02_IDPARENT_GD02"
-            " WHERE G.GD02_ID_GD01 = 1 AND ISNULL(R.GD02_IDPARENT_GD02, 0) = 0")).toLongLong();
-        f.child = database.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1")
-                                      .arg(f.grandchild)).toLongLong();
-        f.root = database.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1")
-                                     .arg(f.child)).toLongLong();
-        f.otherTypeNode = database.scalar(QStringLiteral("SELECT MIN(GD02_ID) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = 2")).toLongLong();
-        f.otherCompanyType = database.scalar(QStringLiteral("SELECT MIN(GD01_ID) FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 2")).toLongLong();
+        f.grandchild = database
+                           .scalar(QStringLiteral("SELECT MIN(G.GD02_ID) FROM GD02_DISTINTA G INNER JOIN GD02_DISTINTA "
+                                                  "C ON C.GD02_ID = G.GD02_IDPARENT_GD02"
+                                                  " INNER JOIN GD02_DISTINTA R ON R.GD02_ID = C.GD02_IDPARENT_GD02"
+                                                  " WHERE G.GD02_ID_GD01 = 1 AND ISNULL(R.GD02_IDPARENT_GD02, 0) = 0"))
+                           .toLongLong();
+        f.child = database
+                      .scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1")
+                                  .arg(f.grandchild))
+                      .toLongLong();
+        f.root = database
+                     .scalar(
+                         QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.child))
+                     .toLongLong();
+        f.otherTypeNode = database
+                              .scalar(QStringLiteral("SELECT MIN(GD02_ID) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = 2"))
+                              .toLongLong();
+        f.otherCompanyType = database
+                                 .scalar(QStringLiteral(
+                                     "SELECT MIN(GD01_ID) FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 2"))
+                                 .toLongLong();
         return f;
     }
 
     // Everything a refused statement could have touched.
     static QString fingerprint(TestDatabase &database)
     {
-        return database.scalar(QStringLiteral(
-                   "SELECT CAST(COUNT(*) AS VARCHAR) + '/' + CAST(SUM(GD02_ID * 7 + ISNULL(GD02_IDPARENT_GD02, 0) + GD02_ID_GD01) AS VARCHAR)"
-                   " + '/' + MAX(CONVERT(VARCHAR, GD02_DATAFINEVAL, 103)) FROM GD02_DISTINTA")).toString()
-               + database.scalar(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA")).toString();
+        return database
+                   .scalar(QStringLiteral("SELECT CAST(COUNT(*) AS VARCHAR) + '/' + CAST(SUM(GD02_ID * 7 + "
+                                          "ISNULL(GD02_IDPARENT_GD02, 0) + GD02_ID_GD01) AS VARCHAR)"
+                                          " + '/' + MAX(CONVERT(VARCHAR, GD02_DATAFINEVAL, 103)) FROM GD02_DISTINTA"))
+                   .toString()
+            + database.scalar(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA")).toString();
     }
 
 private slots:
     void rowsThatBreakATreeAreRefused_data()
     {
-        QTest::addColumn<QString>("statement");   // %R root, %C child, %G grandchild, %O other type's node, %T company 2's type
+        QTest::addColumn<QString>(
+            "statement"); // %R root, %C child, %G grandchild, %O other type's node, %T company 2's type
         QTest::addColumn<QString>("message");
         const QString type = QStringLiteral("Nodo non salvato: il tipo distinta non esiste nella ditta del nodo.");
         const QString parent = QStringLiteral("Nodo non salvato: il nodo padre non esiste oppure è di un altro tipo "
                                               "distinta o di un'altra ditta.");
-        const QString cycle = QStringLiteral("Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.");
+        const QString cycle = QStringLiteral(
+            "Nodo non salvato: un nodo non può stare sotto sé stesso o sotto un suo discendente.");
         const QString notADate = QStringLiteral("Nodo non salvato: la data di inizio validità non è una data.");
-        const QString order = QStringLiteral("Nodo non salvato: la data di inizio validità è successiva alla data di fine.");
+        const QString order = QStringLiteral(
+            "Nodo non salvato: la data di inizio validità è successiva alla data di fine.");
         const QString open = date103("31/12/2099");
         QTest::newRow("unknown type") << nodeInsert(999, 0, 1, 1015, date103("01/01/2024"), open) << type;
-        QTest::newRow("type of another company") << nodeInsert(-1, 0, 1, 1015, date103("01/01/2024"), open).replace(
-            QStringLiteral("(  -1,"), QStringLiteral("(  %T,")) << type;
+        QTest::newRow("type of another company") << nodeInsert(-1, 0, 1, 1015, date103("01/01/2024"), open)
+                                                        .replace(QStringLiteral("(  -1,"), QStringLiteral("(  %T,"))
+                                                 << type;
         QTest::newRow("missing parent") << nodeInsert(1, 999999, 1, 1015, date103("01/01/2024"), open) << parent;
-        QTest::newRow("parent in another type") << nodeInsert(1, -1, 1, 1015, date103("01/01/2024"), open).replace(
-            QStringLiteral("  -1,"), QStringLiteral("  %O,")) << parent;
-        QTest::newRow("no such day") << nodeInsert(1, 0, 1, 1015, QStringLiteral("'2024-02-30 00:00:00'"), open) << notADate;
+        QTest::newRow("parent in another type") << nodeInsert(1, -1, 1, 1015, date103("01/01/2024"), open)
+                                                       .replace(QStringLiteral("  -1,"), QStringLiteral("  %O,"))
+                                                << parent;
+        QTest::newRow("no such day") << nodeInsert(1, 0, 1, 1015, QStringLiteral("'2024-02-30 00:00:00'"), open)
+                                     << notADate;
         QTest::newRow("no date at all") << nodeInsert(1, 0, 1, 1015, QStringLiteral("'presto'"), open) << notADate;
-        QTest::newRow("start after end") << nodeInsert(1, 0, 1, 1015, date103("02/03/2024"), date103("01/03/2024")) << order;
-        QTest::newRow("below its own grandchild") << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %G WHERE GD02_ID = %R") << cycle;
-        QTest::newRow("below itself") << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %C WHERE GD02_ID = %C") << cycle;
-        QTest::newRow("moved under another type") << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %O WHERE GD02_ID = %G") << parent;
-        QTest::newRow("type changed under its children") << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_ID_GD01 = 2 WHERE GD02_ID = %C")
-            << QStringLiteral("Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta non possono cambiare.");
-        QTest::newRow("end moved before start") << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = CONVERT(DateTime,'01/01/1990',103) WHERE GD02_ID = %G") << order;
+        QTest::newRow("start after end") << nodeInsert(1, 0, 1, 1015, date103("02/03/2024"), date103("01/03/2024"))
+                                         << order;
+        QTest::newRow("below its own grandchild")
+            << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %G WHERE GD02_ID = %R") << cycle;
+        QTest::newRow("below itself") << QStringLiteral(
+            "UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %C WHERE GD02_ID = %C")
+                                      << cycle;
+        QTest::newRow("moved under another type")
+            << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDPARENT_GD02 = %O WHERE GD02_ID = %G") << parent;
+        QTest::newRow("type changed under its children")
+            << QStringLiteral("UPDATE GD02_DISTINTA SET GD02_ID_GD01 = 2 WHERE GD02_ID = %C")
+            << QStringLiteral("Nodo non salvato: il nodo ha dei figli, quindi identificativo, tipo distinta e ditta "
+                              "non possono cambiare.");
+        QTest::newRow("end moved before start") << QStringLiteral(
+            "UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = CONVERT(DateTime,'01/01/1990',103) WHERE GD02_ID = %G")
+                                                << order;
         QTest::newRow("type with nodes removed") << QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 1")
-            << QStringLiteral("Tipo distinta non cancellato: ha dei nodi.");
-        QTest::newRow("type with nodes moved to another company") << QStringLiteral("UPDATE GD01_TIPODISTINTA SET GD01_DITTA_CG18 = 2 WHERE GD01_ID = 1")
-            << QStringLiteral("Tipo distinta non salvato: ha dei nodi, quindi identificativo e ditta non possono cambiare.");
+                                                 << QStringLiteral("Tipo distinta non cancellato: ha dei nodi.");
+        QTest::newRow("type with nodes moved to another company")
+            << QStringLiteral("UPDATE GD01_TIPODISTINTA SET GD01_DITTA_CG18 = 2 WHERE GD01_ID = 1")
+            << QStringLiteral(
+                   "Tipo distinta non salvato: ha dei nodi, quindi identificativo e ditta non possono cambiare.");
     }
 
     void rowsThatBreakATreeAreRefused()
@@ -113,8 +148,10 @@ private slots:
         TestDatabase database(TestDatabase::DemoData);
         const Family f = family(database);
         QVERIFY(f.root > 0 && f.otherTypeNode > 0 && f.otherCompanyType > 0);
-        statement.replace(QStringLiteral("%R"), QString::number(f.root)).replace(QStringLiteral("%C"), QString::number(f.child))
-            .replace(QStringLiteral("%G"), QString::number(f.grandchild)).replace(QStringLiteral("%O"), QString::number(f.otherTypeNode))
+        statement.replace(QStringLiteral("%R"), QString::number(f.root))
+            .replace(QStringLiteral("%C"), QString::number(f.child))
+            .replace(QStringLiteral("%G"), QString::number(f.grandchild))
+            .replace(QStringLiteral("%O"), QString::number(f.otherTypeNode))
             .replace(QStringLiteral("%T"), QString::number(f.otherCompanyType));
         const QString before = fingerprint(database);
         try {
@@ -155,15 +192,20 @@ private slots:
         }
 
         // Campaigns of a node, the state of a node and of its children.
-        connection.execute(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES ( 1, %1, 1 )").arg(child));
+        connection.execute(
+            QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES ( 1, %1, 1 )")
+                .arg(child));
         fw::SqlWorkflowStateService states(database.connection(), QStringLiteral("rossi"), QStringLiteral("ADMIN"));
-        const QString childGuid = database.scalar(QStringLiteral("SELECT gd02_guid FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(child)).toString();
+        const QString childGuid =
+            database.scalar(QStringLiteral("SELECT gd02_guid FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(child))
+                .toString();
         states.ConfermaStato(childGuid, 6);
         QCOMPARE(treeViolations(database.path()), QStringList());
 
         // A type without nodes goes; one with nodes stays (the editor asks before).
         connection.execute(QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 4"));
-        QCOMPARE(database.scalar(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA WHERE GD01_ID = 4")).toInt(), 0);
+        QCOMPARE(database.scalar(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA WHERE GD01_ID = 4")).toInt(),
+                 0);
     }
 
     // Removing a node takes its subtree, its campaigns and its workflow states, down to the last
@@ -172,25 +214,37 @@ private slots:
     void aRemovedNodeTakesWhatHangsOnItWithIt()
     {
         TestDatabase database(TestDatabase::DemoData);
-        const qint64 root = database.scalar(QStringLiteral(
-            "SELECT MIN(GD14_ID_GD02) FROM GD14_SOGGCONTR INNER JOIN GD02_DISTINTA ON GD02_ID = GD14_ID_GD02"
-            " WHERE ISNULL(GD02_IDPARENT_GD02, 0) = 0")).toLongLong();
+        const qint64 root =
+            database
+                .scalar(QStringLiteral(
+                    "SELECT MIN(GD14_ID_GD02) FROM GD14_SOGGCONTR INNER JOIN GD02_DISTINTA ON GD02_ID = GD14_ID_GD02"
+                    " WHERE ISNULL(GD02_IDPARENT_GD02, 0) = 0"))
+                .toLongLong();
         QVERIFY(root > 0);
-        const QString subtree = QStringLiteral(
-            "WITH RECURSIVE S(ID) AS (SELECT %1 UNION SELECT D.GD02_ID FROM GD02_DISTINTA D INNER JOIN S ON D.GD02_IDPARENT_GD02 = S.ID)"
-            " SELECT ID FROM S").arg(root);
+        const QString subtree = QStringLiteral("WITH RECURSIVE S(ID) AS (SELECT %1 UNION SELECT D.GD02_ID FROM "
+                                               "GD02_DISTINTA D INNER JOIN S ON D.GD02_IDPARENT_GD02 = S.ID)"
+                                               " SELECT ID FROM S")
+                                    .arg(root);
         dbsetup::SqliteFile file(database.path());
-        file.exec(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) SELECT 1, ID, 1 FROM (%1)").arg(subtree));
-        file.exec(QStringLiteral("INSERT OR IGNORE INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) SELECT gd02_guid, 6 FROM GD02_DISTINTA"
-                                 " WHERE GD02_ID IN (%1)").arg(subtree));
+        file.exec(QStringLiteral(
+                      "INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) SELECT 1, ID, 1 FROM (%1)")
+                      .arg(subtree));
+        file.exec(
+            QStringLiteral(
+                "INSERT OR IGNORE INTO WF02_STATORIGA (WF02_GUID, WF02_ID_WF01) SELECT gd02_guid, 6 FROM GD02_DISTINTA"
+                " WHERE GD02_ID IN (%1)")
+                .arg(subtree));
         const qint64 nodes = file.scalar(QStringLiteral("SELECT COUNT(*) FROM (%1)").arg(subtree));
         QVERIFY(nodes > 3);
         const qint64 allNodes = file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA"));
-        const qint64 others = file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO WHERE GD12_ID_GD02 NOT IN (%1)").arg(subtree));
+        const qint64 others = file.scalar(
+            QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO WHERE GD12_ID_GD02 NOT IN (%1)").arg(subtree));
         const qint64 contractRows = file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD14_SOGGCONTR"))
-                                    + file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD27_SOGGCONTRDISAB"));
-        const qint64 otherStates = file.scalar(QStringLiteral(
-            "SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_GUID NOT IN (SELECT gd02_guid FROM GD02_DISTINTA WHERE GD02_ID IN (%1))").arg(subtree));
+            + file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD27_SOGGCONTRDISAB"));
+        const qint64 otherStates = file.scalar(
+            QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_GUID NOT IN (SELECT gd02_guid FROM "
+                           "GD02_DISTINTA WHERE GD02_ID IN (%1))")
+                .arg(subtree));
 
         const db::RecordsetPtr tree = database.connection()->openRecordset(QStringLiteral(
             "SELECT * FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = 1 AND GD02_ID_GD01 = 1 ORDER BY GD02_ID"));
@@ -214,8 +268,8 @@ private slots:
         dbsetup::ensureDemoDatabase(path);
         {
             dbsetup::SqliteFile file(path);
-            for (const char *trigger : {"TR_GD02_DISTINTA_INSERT", "TR_GD02_DISTINTA_UPDATE", "TR_GD01_TIPODISTINTA_DELETE",
-                                        "TR_GD01_TIPODISTINTA_UPDATE"})
+            for (const char *trigger : {"TR_GD02_DISTINTA_INSERT", "TR_GD02_DISTINTA_UPDATE",
+                                        "TR_GD01_TIPODISTINTA_DELETE", "TR_GD01_TIPODISTINTA_UPDATE"})
                 file.exec(QStringLiteral("DROP TRIGGER %1").arg(QLatin1String(trigger)));
             file.exec(QStringLiteral("PRAGMA user_version = 0; PRAGMA journal_mode = DELETE"));
         }
@@ -230,7 +284,8 @@ private slots:
         QVERIFY(check.walMode);
         dbsetup::SqliteFile file(path);
         QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger'")), 7);
-        QVERIFY_THROWS_EXCEPTION(db::DatabaseError, file.exec(QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 1")));
+        QVERIFY_THROWS_EXCEPTION(db::DatabaseError,
+                                 file.exec(QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 1")));
     }
 };
 

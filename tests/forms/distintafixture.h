@@ -40,7 +40,9 @@ class DistintaFixture
 {
 public:
     explicit DistintaFixture(TestDatabase::Content content = TestDatabase::SchemaOnly)
-        : host(content), entry(host.createEntryClass()) {}
+        : host(content)
+        , entry(host.createEntryClass())
+    { }
     ~DistintaFixture() { delete form; }
 
     void exec(const QString &sql) { host.database().connection()->execute(sql); }
@@ -51,10 +53,14 @@ public:
         const int general = ++m_generalCodes;
         exec(QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) "
                             "VALUES (%1, '%2', 'Verona', 'VR')")
-                 .arg(general).arg(QString(name).replace(QLatin1Char('\''), QLatin1String("''"))));
+                 .arg(general)
+                 .arg(QString(name).replace(QLatin1Char('\''), QLatin1String("''"))));
         exec(QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16, "
                             "CG44_CODPAG_CG62) VALUES (%1, %2, %3, %4, %5)")
-                 .arg(company).arg(kind).arg(code).arg(general)
+                 .arg(company)
+                 .arg(kind)
+                 .arg(code)
+                 .arg(general)
                  .arg(payment.isEmpty() ? QStringLiteral("NULL") : QLatin1Char('\'') + payment + QLatin1Char('\'')));
     }
 
@@ -62,7 +68,8 @@ public:
     {
         exec(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
                             "GD01_INDTIPOSOGG, GD01_IDDIV_CO1A) VALUES (1, '%1', '%2', %3, %4)")
-                 .arg(code, description).arg(kind)
+                 .arg(code, description)
+                 .arg(kind)
                  .arg(division ? QString::number(*division) : QStringLiteral("NULL")));
         return scalar(QStringLiteral("SELECT MAX(GD01_ID) FROM GD01_TIPODISTINTA")).toLongLong();
     }
@@ -70,7 +77,8 @@ public:
     qint64 divisione(const QString &code, const QString &description)
     {
         exec(QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) "
-                            "VALUES (1, '%1', '%2')").arg(code, description));
+                            "VALUES (1, '%1', '%2')")
+                 .arg(code, description));
         return scalar(QStringLiteral("SELECT MAX(CO1A_IDDIV) FROM CO1A_ANAGDIVISIONI")).toLongLong();
     }
 
@@ -82,13 +90,18 @@ public:
         };
         // Written as a database made before the trees checked themselves may hold it: a test's
         // parent may be gone, its company may not be the type's.
-        host.database().executeUnchecked(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
-                            "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
-                            "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09, GD02_TIPOANAGFATT) "
-                            "VALUES (%1, %2, %3, %4, %5, '%6 00:00:00', '%7 00:00:00', %8, %9, %10)")
-                 .arg(type).arg(value(extra.parent)).arg(extra.company).arg(kind).arg(value(code))
-                 .arg(extra.start, extra.end)
-                 .arg(value(extra.billingCode), value(extra.structurePriority), value(extra.billingRule)));
+        host.database().executeUnchecked(
+            QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
+                           "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
+                           "GD02_CLIFORFATT_CG44, GD02_IDSTRUTTURA_LP09, GD02_TIPOANAGFATT) "
+                           "VALUES (%1, %2, %3, %4, %5, '%6 00:00:00', '%7 00:00:00', %8, %9, %10)")
+                .arg(type)
+                .arg(value(extra.parent))
+                .arg(extra.company)
+                .arg(kind)
+                .arg(value(code))
+                .arg(extra.start, extra.end)
+                .arg(value(extra.billingCode), value(extra.structurePriority), value(extra.billingRule)));
         return scalar(QStringLiteral("SELECT MAX(GD02_ID) FROM GD02_DISTINTA")).toLongLong();
     }
 
@@ -97,28 +110,42 @@ public:
     qint64 contratto(int subjectCode, const QString &code = QStringLiteral("C1"))
     {
         exec(QStringLiteral("INSERT INTO GD10_CONTRATTI (GD10_DITTA_CG18, GD10_CODCONTR, GD10_DESCR, GD10_CLIFOR_CG44) "
-                            "VALUES (1, '%1', 'Contratto %1', %2)").arg(code).arg(subjectCode));
+                            "VALUES (1, '%1', 'Contratto %1', %2)")
+                 .arg(code)
+                 .arg(subjectCode));
         return scalar(QStringLiteral("SELECT MAX(GD10_ID) FROM GD10_CONTRATTI")).toLongLong();
     }
-    qint64 condizione(qint64 contract, qint64 node, int subjectCode = 0, const QString &start = QStringLiteral("2024-01-01"),
+    qint64 condizione(qint64 contract, qint64 node, int subjectCode = 0,
+                      const QString &start = QStringLiteral("2024-01-01"),
                       const QString &end = QStringLiteral("2024-12-31"), int kind = 0)
     {
-        exec(QStringLiteral("INSERT INTO GD13_PREMI (GD13_DITTA_CG18, GD13_ID_GD10, GD13_CODCONTR_GD10, GD13_VERCONTR_GD10, "
-                            "GD13_PROGRCOND, GD13_CODCOND, GD13_DESCR, GD13_TIPOCOND, GD13_DATAINIZIO, GD13_DATAFINE) "
-                            "VALUES (1, %1, 'C1', 1, %1, 'P%1', 'Premio %1', %2, '%3 00:00:00', '%4 00:00:00')")
-                 .arg(contract).arg(kind).arg(start, end));
+        exec(QStringLiteral(
+                 "INSERT INTO GD13_PREMI (GD13_DITTA_CG18, GD13_ID_GD10, GD13_CODCONTR_GD10, GD13_VERCONTR_GD10, "
+                 "GD13_PROGRCOND, GD13_CODCOND, GD13_DESCR, GD13_TIPOCOND, GD13_DATAINIZIO, GD13_DATAFINE) "
+                 "VALUES (1, %1, 'C1', 1, %1, 'P%1', 'Premio %1', %2, '%3 00:00:00', '%4 00:00:00')")
+                 .arg(contract)
+                 .arg(kind)
+                 .arg(start, end));
         const qint64 condition = scalar(QStringLiteral("SELECT MAX(GD13_ID) FROM GD13_PREMI")).toLongLong();
-        exec(QStringLiteral("INSERT INTO GD14_SOGGCONTR (GD14_DITTA_CG18, GD14_ID_GD13, GD14_CODCONTR_GD10, "
-                            "GD14_VERCONTR_GD10, GD14_PROGRCOND_GD13, GD14_ID_GD02, GD14_TIPOCF_CG44, GD14_CLIFOR_CG44) "
-                            "VALUES (1, %1, 'C1', 1, %2, %3, %4, %5)")
-                 .arg(condition).arg(contract).arg(node).arg(kind).arg(subjectCode));
+        exec(
+            QStringLiteral("INSERT INTO GD14_SOGGCONTR (GD14_DITTA_CG18, GD14_ID_GD13, GD14_CODCONTR_GD10, "
+                           "GD14_VERCONTR_GD10, GD14_PROGRCOND_GD13, GD14_ID_GD02, GD14_TIPOCF_CG44, GD14_CLIFOR_CG44) "
+                           "VALUES (1, %1, 'C1', 1, %2, %3, %4, %5)")
+                .arg(condition)
+                .arg(contract)
+                .arg(node)
+                .arg(kind)
+                .arg(subjectCode));
         return condition;
     }
     // A settlement deadline of a condition; state 2 or more is definitive.
     void scadenza(qint64 condition, const QString &due, int state)
     {
         exec(QStringLiteral("INSERT INTO GD18_LIQUIDAZIONE (GD18_DITTA_CG18, GD18_ID_GD13, GD18_DATASCADENZA, "
-                            "GD18_STATOSCADENZA) VALUES (1, %1, '%2 00:00:00', %3)").arg(condition).arg(due).arg(state));
+                            "GD18_STATOSCADENZA) VALUES (1, %1, '%2 00:00:00', %3)")
+                 .arg(condition)
+                 .arg(due)
+                 .arg(state));
     }
 
     FRMGD_DISTINTA *apri()
@@ -168,7 +195,8 @@ public:
     {
         QStringList codes;
         for (fw::TreeListNode node = albero()->firstNode(); node.isValid(); node = node.next())
-            codes << QString(node.level(), QLatin1Char('.')) + node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
+            codes << QString(node.level(), QLatin1Char('.'))
+                    + node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
         return codes;
     }
 
@@ -202,7 +230,11 @@ public:
         return colonna(form->parti().anagrafiche.lista(), field).value(int(codes.indexOf(QVariant(code))));
     }
     // Lets queued work (counting ticks, editors opened after an edit) run.
-    static void attendi() { QCoreApplication::processEvents(); QCoreApplication::processEvents(); }
+    static void attendi()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+    }
 
     QString codiceFocalizzato() const
     {

@@ -29,23 +29,27 @@ public:
     ~GestioniFixture() { delete anagrafica; }
 
     // A price-list priority of company 1 (unless told) ranking the given conditions.
-    qint64 priorita(const QString &code, const QString &description, int kind = 0,
-                    const QStringList &conditions = {}, int company = 1)
+    qint64 priorita(const QString &code, const QString &description, int kind = 0, const QStringList &conditions = {},
+                    int company = 1)
     {
         exec(QStringLiteral("INSERT INTO LP09_TESTATAPRIORITA (LP09_DITTA_CG18, LP09_CODICE, LP09_DESCR, "
                             "LP09_INDTIPOTABPRIORITA) VALUES (%1, '%2', '%3', %4)")
-                 .arg(company).arg(QString(code).replace(QLatin1Char('\''), QLatin1String("''")), description).arg(kind));
+                 .arg(company)
+                 .arg(QString(code).replace(QLatin1Char('\''), QLatin1String("''")), description)
+                 .arg(kind));
         const qint64 id = scalar(QStringLiteral("SELECT MAX(LP09_ID) FROM LP09_TESTATAPRIORITA")).toLongLong();
         for (const QString &condition : conditions) {
             qint64 provider = scalar(QStringLiteral("SELECT LP01_ID FROM LP01_PROVIDER WHERE LP01_DESCR = '%1'")
-                                         .arg(condition)).toLongLong();
+                                         .arg(condition))
+                                  .toLongLong();
             if (provider == 0) {
                 exec(QStringLiteral("INSERT INTO LP01_PROVIDER (LP01_CODICE, LP01_DESCR) VALUES ('%1', '%2')")
                          .arg(condition.left(10), condition));
                 provider = scalar(QStringLiteral("SELECT MAX(LP01_ID) FROM LP01_PROVIDER")).toLongLong();
             }
             exec(QStringLiteral("INSERT INTO LP10_DETTAGLIOPRIORITA (LP10_ID_LP09, LP10_ID_LP01) VALUES (%1, %2)")
-                     .arg(id).arg(provider));
+                     .arg(id)
+                     .arg(provider));
         }
         return id;
     }
@@ -53,7 +57,9 @@ public:
     qint64 divisioneDi(int company, const QString &code, const QString &description)
     {
         exec(QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) "
-                            "VALUES (%1, '%2', '%3')").arg(company).arg(code, description));
+                            "VALUES (%1, '%2', '%3')")
+                 .arg(company)
+                 .arg(code, description));
         return scalar(QStringLiteral("SELECT MAX(CO1A_IDDIV) FROM CO1A_ANAGDIVISIONI")).toLongLong();
     }
 
@@ -81,7 +87,10 @@ public:
     }
 
     template<typename Control>
-    Control *campo(const QString &name) const { return in<Control>(anagrafica, name); }
+    Control *campo(const QString &name) const
+    {
+        return in<Control>(anagrafica, name);
+    }
 
     QLineEdit *testo(const QString &name) const { return campo<QLineEdit>(name); }
     fw::RecordFrame *frame() const { return anagrafica->recordFrame(); }
@@ -95,12 +104,12 @@ public:
         for (const QChar c : text) {
             if (c.unicode() < 128) {
                 QTest::keyClick(field, c.toLatin1());
-            } else {   // accented letters, as a keyboard layout types them
+            } else { // accented letters, as a keyboard layout types them
                 QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
                 QApplication::sendEvent(field, &press);
             }
         }
-        QTest::keyClick(field, Qt::Key_Return);   // leaves the field as done, whichever window is active
+        QTest::keyClick(field, Qt::Key_Return); // leaves the field as done, whichever window is active
     }
 
     void premi(const QString &button)
@@ -109,10 +118,7 @@ public:
         QCoreApplication::processEvents();
     }
 
-    void scegliTipo(int kind)
-    {
-        campo<QComboBox>(QStringLiteral("CMB_GD01_INDTIPOSOGG"))->setCurrentIndex(kind);
-    }
+    void scegliTipo(int kind) { campo<QComboBox>(QStringLiteral("CMB_GD01_INDTIPOSOGG"))->setCurrentIndex(kind); }
 
     // A new type typed in and saved through the navigator.
     void nuovoTipo(const QString &code, const QString &description, int kind, const QString &division = {},
@@ -143,7 +149,7 @@ public:
                     picker->Form_Activate();
                     driven = true;
                     drive(picker);
-                    if (open)   // never leave the caller waiting
+                    if (open) // never leave the caller waiting
                         open->unload();
                     return;
                 }

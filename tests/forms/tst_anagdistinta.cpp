@@ -31,7 +31,8 @@ class TestAnagDistinta : public QObject
         }
         QString stored(const QString &column, qint64 id)
         {
-            return scalar(QStringLiteral("SELECT %1 FROM GD01_TIPODISTINTA WHERE GD01_ID = %2").arg(column).arg(id)).toString();
+            return scalar(QStringLiteral("SELECT %1 FROM GD01_TIPODISTINTA WHERE GD01_ID = %2").arg(column).arg(id))
+                .toString();
         }
         QString etichetta(const QString &name) { return campo<QLabel>(name)->text(); }
         qint64 ali = 0, bev = 0, uni = 0, std = 0, gdo = 0, a01 = 0, f01 = 0;
@@ -48,7 +49,9 @@ private slots:
         f.nuovoTipo(QStringLiteral("for-srv"), QStringLiteral("Fornitori di servizi"), 1, QStringLiteral("bev"),
                     QStringLiteral("STD"));
         QVERIFY2(f.host.log().isQuiet(), qPrintable(f.host.log().messageTexts().join('\n')));
-        const qint64 id = f.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'FOR-SRV'")).toLongLong();
+        const qint64 id = f.scalar(
+                               QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'FOR-SRV'"))
+                              .toLongLong();
         QVERIFY(id > 0);
         QCOMPARE(f.stored(QStringLiteral("GD01_DITTA_CG18"), id), QStringLiteral("1"));
         QCOMPARE(f.stored(QStringLiteral("GD01_INDTIPOSOGG"), id), QStringLiteral("1"));
@@ -82,7 +85,7 @@ private slots:
         QCOMPARE(f.stored(QStringLiteral("GD01_UTENTEVAR"), id), QStringLiteral("altro"));
         QCOMPARE(f.stored(QStringLiteral("GD01_GRUPPOVAR"), id), QStringLiteral("VENDITE"));
         QVERIFY(f.stored(QStringLiteral("GD01_DATAVAR"), id) >= created);
-        QVERIFY(f.stored(QStringLiteral("GD01_IDDIV_CO1A"), id).isEmpty());   // cleared, as typed
+        QVERIFY(f.stored(QStringLiteral("GD01_IDDIV_CO1A"), id).isEmpty()); // cleared, as typed
     }
 
     // Each bad input gets its message, the row stays in the form as typed and nothing is written.
@@ -96,16 +99,36 @@ private slots:
         };
         const QList<Caso> casi = {
             {{}, QStringLiteral("Senza codice"), 0, {}, {}, QStringLiteral("Inserire il codice della distinta.")},
-            {QStringLiteral("L'UNO"), QStringLiteral("Con apice"), 0, {}, {},
+            {QStringLiteral("L'UNO"),
+             QStringLiteral("Con apice"),
+             0,
+             {},
+             {},
              QStringLiteral("Il codice della distinta non può contenere apici.")},
             {QStringLiteral("N01"), {}, 0, {}, {}, QStringLiteral("Inserire la descrizione della distinta.")},
-            {QStringLiteral("N01"), QStringLiteral("Senza tipo"), -1, {}, {},
+            {QStringLiteral("N01"),
+             QStringLiteral("Senza tipo"),
+             -1,
+             {},
+             {},
              QStringLiteral("Scegliere il tipo distinta: Cliente o Fornitore.")},
-            {QStringLiteral("N01"), QStringLiteral("Divisione d'altri"), 0, QStringLiteral("UNI"), {},
+            {QStringLiteral("N01"),
+             QStringLiteral("Divisione d'altri"),
+             0,
+             QStringLiteral("UNI"),
+             {},
              QStringLiteral("La divisione UNI non esiste.")},
-            {QStringLiteral("N01"), QStringLiteral("Divisione con apice"), 0, QStringLiteral("A'LI"), {},
+            {QStringLiteral("N01"),
+             QStringLiteral("Divisione con apice"),
+             0,
+             QStringLiteral("A'LI"),
+             {},
              QStringLiteral("La divisione A'LI non esiste.")},
-            {QStringLiteral("N01"), QStringLiteral("Priorità ignota"), 0, {}, QStringLiteral("XYZ"),
+            {QStringLiteral("N01"),
+             QStringLiteral("Priorità ignota"),
+             0,
+             {},
+             QStringLiteral("XYZ"),
              QStringLiteral("La priorità listini XYZ non esiste.")},
         };
         for (const Caso &caso : casi) {
@@ -132,7 +155,8 @@ private slots:
         QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Insert));
         f.digita(f.testo(QStringLiteral("TXT_GD01_DESCR")), QStringLiteral("Doppione"));
         f.premi(QStringLiteral("Salva"));
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("Esiste già una distinta con il codice F01: Fornitori vari.")});
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList {QStringLiteral("Esiste già una distinta con il codice F01: Fornitori vari.")});
         QCOMPARE(f.tipi(), 2);
         QCOMPARE(f.stored(QStringLiteral("GD01_DESCR"), f.f01), QStringLiteral("Fornitori vari"));
 
@@ -142,7 +166,8 @@ private slots:
         f.host.log().clear();
         f.digita(f.testo(QStringLiteral("TXT_GD01_CODICE")), QStringLiteral("F01"));
         f.premi(QStringLiteral("Salva"));
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("Esiste già una distinta con il codice F01: Fornitori vari.")});
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList {QStringLiteral("Esiste già una distinta con il codice F01: Fornitori vari.")});
         QCOMPARE(f.stored(QStringLiteral("GD01_CODICE"), f.a01), QStringLiteral("A01"));
     }
 
@@ -153,8 +178,9 @@ private slots:
         f.apriAnagrafica(f.a01);
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_CODICE"))->text(), QStringLiteral("A01"));
         f.premi(QStringLiteral("Elimina"));
-        QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Non è possibile cancellare l'anagrafica distinta perchè legata a dei nodi.")});
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList {QStringLiteral("Non è possibile cancellare l'anagrafica distinta perchè legata a dei nodi.")});
         QCOMPARE(f.tipi(), 2);
 
         f.host.log().clear();
@@ -162,7 +188,8 @@ private slots:
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_CODICE"))->text(), QStringLiteral("F01"));
         f.host.log().answerNext(fw::Answer::No);
         f.premi(QStringLiteral("Elimina"));
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("Cancellare l'anagrafica distinta F01 - Fornitori vari?")});
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList {QStringLiteral("Cancellare l'anagrafica distinta F01 - Fornitori vari?")});
         QCOMPARE(f.host.log().messages().first().style, int(fw::MessageStyle::YesNoQuestion));
         QCOMPARE(f.tipi(), 2);
         f.host.log().answerNext(fw::Answer::Yes);
@@ -176,7 +203,8 @@ private slots:
         f.scegliTipo(1);
         f.premi(QStringLiteral("Salva"));
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Non è possibile cambiare il tipo dell'anagrafica distinta perchè legata a dei nodi.")});
+                 QStringList {QStringLiteral(
+                     "Non è possibile cambiare il tipo dell'anagrafica distinta perchè legata a dei nodi.")});
         QCOMPARE(f.stored(QStringLiteral("GD01_INDTIPOSOGG"), f.a01), QStringLiteral("0"));
     }
 
@@ -191,8 +219,9 @@ private slots:
         f.digita(f.testo(QStringLiteral("TXT_GD01_CODICE")), QStringLiteral("f01"));
         QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse));
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_DESCR"))->text(), QStringLiteral("Fornitori vari"));
-        QCOMPARE(f.campo<QComboBox>(QStringLiteral("CMB_GD01_INDTIPOSOGG"))->currentText(), QStringLiteral("Fornitore"));
-        QCOMPARE(f.frame()->recordset()->recordCount(), 2);   // the new row was dropped
+        QCOMPARE(f.campo<QComboBox>(QStringLiteral("CMB_GD01_INDTIPOSOGG"))->currentText(),
+                 QStringLiteral("Fornitore"));
+        QCOMPARE(f.frame()->recordset()->recordCount(), 2); // the new row was dropped
         QCOMPARE(f.tipi(), 2);
     }
 
@@ -206,7 +235,7 @@ private slots:
         QCOMPARE(f.etichetta(QStringLiteral("TXT_DESCRDIV")), QStringLiteral("Divisione alimentare"));
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_ID_LP09"))->text(), QStringLiteral("GDO"));
         QCOMPARE(f.etichetta(QStringLiteral("TXT_DESCRLISTINO")), QStringLiteral("Priorità grande distribuzione"));
-        QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse));   // showing a row is no change
+        QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse)); // showing a row is no change
 
         auto *division = f.campo<fw::LookupEdit>(QStringLiteral("TXT_GD01_IDDIV_CO1A"));
         division->lookupButton()->trigger();
@@ -215,7 +244,7 @@ private slots:
         QCOMPARE(popup->objectName(), QStringLiteral("lkp_Divisioni"));
         QCOMPARE(popup->title(), QStringLiteral("Divisioni"));
         fw::RecordsetGrid *rows = popup->grid();
-        QCOMPARE(rows->model()->rowCount(), 2);   // company 2's division is not offered
+        QCOMPARE(rows->model()->rowCount(), 2); // company 2's division is not offered
         QCOMPARE(rows->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Codice"));
         QCOMPARE(rows->model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Descrizioni"));
         rows->setCurrentIndex(rows->model()->index(1, 0));
@@ -230,13 +259,13 @@ private slots:
         f.digita(division, QStringLiteral("UNI"));
         QCOMPARE(f.etichetta(QStringLiteral("TXT_DESCRDIV")), QStringLiteral("Divisione unica"));
         f.premi(QStringLiteral("Salva"));
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("La divisione UNI non esiste.")});
+        QCOMPARE(f.host.log().messageTexts(), QStringList {QStringLiteral("La divisione UNI non esiste.")});
         QCOMPARE(f.stored(QStringLiteral("GD01_IDDIV_CO1A"), f.a01).toLongLong(), f.bev);
 
         // A code nobody has is told when the field is left.
         f.host.log().clear();
         f.digita(division, QStringLiteral("ZZZ"));
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("La divisione ZZZ non esiste.")});
+        QCOMPARE(f.host.log().messageTexts(), QStringList {QStringLiteral("La divisione ZZZ non esiste.")});
         QVERIFY(f.etichetta(QStringLiteral("TXT_DESCRDIV")).isEmpty());
         f.premi(QStringLiteral("Annulla"));
         QCOMPARE(division->text(), QStringLiteral("BEV"));
@@ -258,7 +287,8 @@ private slots:
         QCOMPARE(grid->model()->headerData(division, Qt::Horizontal).toString(), QStringLiteral("Divisione"));
         QCOMPARE(grid->model()->headerData(priority, Qt::Horizontal).toString(), QStringLiteral("Priorità"));
         QCOMPARE(grid->model()->index(0, division).data().toString(), QStringLiteral("ALI - Divisione alimentare"));
-        QCOMPARE(grid->model()->index(0, priority).data().toString(), QStringLiteral("GDO - Priorità grande distribuzione"));
+        QCOMPARE(grid->model()->index(0, priority).data().toString(),
+                 QStringLiteral("GDO - Priorità grande distribuzione"));
         QVERIFY(grid->model()->index(1, division).data().toString().isEmpty());
 
         qputenv("DISTINTA_SQL_TRACE", tracePath.toLocal8Bit());
@@ -311,7 +341,8 @@ private slots:
         f.digita(f.testo(QStringLiteral("TXT_GD01_DESCR")), QStringLiteral("Da non perdere"));
         f.host.log().answerNext(fw::Answer::Cancel);
         QVERIFY(!f.anagrafica->unload());
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("I dati sono stati modificati. Salvare le modifiche?")});
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList {QStringLiteral("I dati sono stati modificati. Salvare le modifiche?")});
         QVERIFY(f.anagrafica);
 
         f.digita(f.testo(QStringLiteral("TXT_GD01_DESCR")), QString());
@@ -342,16 +373,22 @@ private slots:
 
         state->combo()->setCurrentIndex(state->combo()->findText(QStringLiteral("ATTIVO")));
         const QString guid = f.stored(QStringLiteral("GD01_GUID"), f.a01);
-        QCOMPARE(f.scalar(QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = '%1'").arg(guid)).toInt(), 6);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = '%1'").arg(guid))
+                     .toInt(),
+                 6);
         QVERIFY(assign->isEnabled());
-        QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse));   // the state is no change of the row
+        QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse)); // the state is no change of the row
 
         f.host.log().answerNext(fw::Answer::Yes);
         assign->click();
-        QCOMPARE(f.host.log().messageTexts().first(), QStringLiteral("Assegnare lo stato ATTIVO a tutti i nodi della distinta A01?"));
+        QCOMPARE(f.host.log().messageTexts().first(),
+                 QStringLiteral("Assegnare lo stato ATTIVO a tutti i nodi della distinta A01?"));
         QCOMPARE(f.host.log().messageTexts().last(), QStringLiteral("Stato ATTIVO assegnato a 1 nodi."));
         QCOMPARE(f.scalar(QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA INNER JOIN GD02_DISTINTA "
-                                         "ON WF02_GUID = gd02_guid WHERE GD02_ID_GD01 = %1").arg(f.a01)).toInt(), 6);
+                                         "ON WF02_GUID = gd02_guid WHERE GD02_ID_GD01 = %1")
+                              .arg(f.a01))
+                     .toInt(),
+                 6);
     }
 };
 

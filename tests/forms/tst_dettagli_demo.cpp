@@ -38,13 +38,17 @@ private slots:
             "AND CondizioneCodIntest = GD02_CLIFOR_CG44 AND CondizioneFin >= GD02_DATAINIZIOVAL "
             "AND CondizioneIni <= GD02_DATAFINEVAL))"));
         QVERIFY2(!found.isNull(), "the demo has a customer node with campaigns and conditions");
-        f.clicca(QStringLiteral("C%1").arg(f.scalar(QStringLiteral("SELECT GD02_ID_GD01 FROM GD02_DISTINTA WHERE GD02_ID = %1")
-                                                       .arg(found.toLongLong())).toLongLong()));
+        f.clicca(QStringLiteral("C%1").arg(
+            f.scalar(
+                 QStringLiteral("SELECT GD02_ID_GD01 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(found.toLongLong()))
+                .toLongLong()));
         f.attendi();
         const qint64 node = found.toLongLong();
-        const int code = f.scalar(QStringLiteral("SELECT GD02_CLIFOR_CG44 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(node)).toInt();
+        const int code =
+            f.scalar(QStringLiteral("SELECT GD02_CLIFOR_CG44 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(node)).toInt();
         for (fw::TreeListNode n = f.albero()->firstNode(); n.isValid(); n = n.next()) {
-            if (f.form->nodi()->valueAt(n.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong() == node)
+            if (f.form->nodi()->valueAt(n.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong()
+                == node)
                 f.albero()->setFocusedNode(n);
         }
         f.attendi();
@@ -59,7 +63,8 @@ private slots:
         pages->setCurrentIndex(1);
         f.attendi();
         QVERIFY(f.form->parti().dettagli.promozioni().promozioni()->recordCount() > 0);
-        const QVariantList ticks = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(), QStringLiteral("SELEZ"));
+        const QVariantList ticks = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(),
+                                                            QStringLiteral("SELEZ"));
         QVERIFY(ticks.contains(QVariant(1)));
         foto(f.form, QStringLiteral("dettagli-promozioni.png"));
 

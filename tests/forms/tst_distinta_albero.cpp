@@ -17,7 +17,8 @@ class TestDistintaAlbero : public QObject
     {
         Clienti()
         {
-            for (auto [code, name] : {std::pair{10, "Alfa"}, {20, "Beta"}, {30, "Gamma"}, {40, "Delta"}, {50, "Epsilon"}})
+            for (auto [code, name] :
+                 {std::pair {10, "Alfa"}, {20, "Beta"}, {30, "Gamma"}, {40, "Delta"}, {50, "Epsilon"}})
                 soggetto(0, code, QString::fromLatin1(name));
             a01 = tipo(0, QStringLiteral("A01"), QStringLiteral("Grande distribuzione"));
             b01 = tipo(0, QStringLiteral("B01"), QStringLiteral("Dettaglio"));
@@ -37,8 +38,8 @@ private slots:
         const qint64 noCode = f.nodo(f.a01, 0, std::nullopt); // never loaded...
         f.nodo(f.a01, 0, 50, {.parent = noCode});             // ...so its child becomes a root
         f.nodo(f.a01, 0, 30, {.parent = n2});
-        f.nodo(f.a01, 0, 40, {.company = 2});                 // another company
-        f.nodo(f.b01, 0, 20);                                 // another type
+        f.nodo(f.a01, 0, 40, {.company = 2}); // another company
+        f.nodo(f.b01, 0, 20);                 // another type
         f.apri();
 
         QTreeWidget *selector = f.selettore();
@@ -60,7 +61,7 @@ private slots:
         QCOMPARE(levels->itemText(0), QStringLiteral("1° livello"));
         QCOMPARE(levels->currentText(), QStringLiteral("3° livello"));
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("COMPRIMI LIVELLO 3"));
-        QCOMPARE(f.titolo(), QStringLiteral("Struttura distinta"));   // the start-up leaves the header alone
+        QCOMPARE(f.titolo(), QStringLiteral("Struttura distinta")); // the start-up leaves the header alone
         QVERIFY(f.host.log().isQuiet());
     }
 
@@ -91,7 +92,7 @@ private slots:
             QCOMPARE(tree->isExpanded(alfa), alfaOpen);
             QCOMPARE(tree->isExpanded(beta), betaOpen);
         }
-        QCOMPARE(f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"))->count(), 3);   // the combo stays
+        QCOMPARE(f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"))->count(), 3); // the combo stays
     }
 
     void rootsOnlyAndEmptyTypes()
@@ -99,7 +100,7 @@ private slots:
         Clienti f;
         f.nodo(f.b01, 0, 10);
         f.nodo(f.b01, 0, 20);
-        f.apri();   // A01 has no node
+        f.apri(); // A01 has no node
         auto *levels = f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"));
         QCOMPARE(f.albero()->count(), 0);
         QCOMPARE(levels->count(), 0);
@@ -112,7 +113,7 @@ private slots:
         QCOMPARE(levels->count(), 1);
         QCOMPARE(levels->itemText(0), QStringLiteral("1° livello"));
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("COMPRIMI LIVELLO 1"));
-        f.control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->click();   // nothing to collapse at level 0
+        f.control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->click(); // nothing to collapse at level 0
         QCOMPARE(f.didascaliaLivelli(), QStringLiteral("ESPANDI LIVELLO 1"));
         QCOMPARE(f.form->parti().albero.livelli().livelloCorrente(), 0);
         QCOMPARE(f.codiciAlbero(), QStringList({"10", "20"}));
@@ -128,7 +129,8 @@ private slots:
         f.apri();
 
         f.clicca(QStringLiteral("C%1").arg(d01));
-        QCOMPARE(f.titolo(), QStringLiteral("CLIENTI       DISTINTA D01-Catene del nord      (Divisione: %1 - Nord)").arg(nord));
+        QCOMPARE(f.titolo(),
+                 QStringLiteral("CLIENTI       DISTINTA D01-Catene del nord      (Divisione: %1 - Nord)").arg(nord));
         QCOMPARE(f.form->parti().albero.divisione(), std::optional<qint64>(nord));
         QVERIFY(!f.form->parti().albero.guidDistinta().isEmpty());
 
@@ -170,7 +172,7 @@ private slots:
                               "LP09_INDTIPOTABPRIORITA) VALUES (7, 1, 'GDO', 'Priorità grande distribuzione', 0)"));
         const qint64 n1 = f.nodo(f.a01, 0, 10, {.billingCode = 20, .structurePriority = 7});
         f.nodo(f.a01, 0, 30, {.parent = n1, .billingCode = 20});
-        f.nodo(f.a01, 0, 40, {.parent = n1, .billingCode = 99});   // no such subject
+        f.nodo(f.a01, 0, 40, {.parent = n1, .billingCode = 99}); // no such subject
         f.apri();
 
         QTemporaryDir folder;
@@ -184,7 +186,8 @@ private slots:
         QCOMPARE(tree->nodeAt(0).displayText(QStringLiteral("RagioneSocialeFatt")), QStringLiteral("Beta"));
         QCOMPARE(tree->nodeAt(1).displayText(QStringLiteral("RagioneSocialeFatt")), QStringLiteral("Beta"));
         QCOMPARE(tree->nodeAt(2).displayText(QStringLiteral("RagioneSocialeFatt")), QString());
-        QCOMPARE(tree->nodeAt(0).displayText(QStringLiteral("trGD02_IDSTRUTTURA_LP09")), QStringLiteral("Priorità grande distribuzione"));
+        QCOMPARE(tree->nodeAt(0).displayText(QStringLiteral("trGD02_IDSTRUTTURA_LP09")),
+                 QStringLiteral("Priorità grande distribuzione"));
         QCOMPARE(tree->nodeAt(1).displayText(QStringLiteral("trGD02_IDSTRUTTURA_LP09")), QString());
         QCOMPARE(tree->nodeAt(1).displayText(QStringLiteral("RagioneSociale")), QStringLiteral("Gamma"));
 
@@ -199,13 +202,12 @@ private slots:
                 || sql.contains(QLatin1String("AS Soggetto"));
         });
         const QStringList expected = {
-            distintastatements::nodesQuery(1, 0, f.a01),
-            distintastatements::businessNameQuery(1, 0, 20),
-            distintastatements::businessNameQuery(1, 0, 99),
-            distintastatements::priorityDescriptionQuery(7),
-            prioritastatements::priorityCodeQuery(7),   // the focused node's code, for its priority field
+            distintastatements::nodesQuery(1, 0, f.a01),     distintastatements::businessNameQuery(1, 0, 20),
+            distintastatements::businessNameQuery(1, 0, 99), distintastatements::priorityDescriptionQuery(7),
+            prioritastatements::priorityCodeQuery(7), // the focused node's code, for its priority field
         };
-        QCOMPARE(QSet<QString>(statements.cbegin(), statements.cend()), QSet<QString>(expected.cbegin(), expected.cend()));
+        QCOMPARE(QSet<QString>(statements.cbegin(), statements.cend()),
+                 QSet<QString>(expected.cbegin(), expected.cend()));
         QCOMPARE(statements.size(), expected.size());
         QVERIFY(f.host.log().isQuiet());
     }
@@ -216,13 +218,36 @@ private slots:
     {
         Clienti f;
         f.apri();
-        for (const char *name : {"TAB_VISUALIZZAGESTIONE", "TVW_SELDISTINTE", "GRD_ANAGRAFICHEDISTINTA", "CMD_ADDANAGR",
-                                 "CMD_ADDANAGRCAPO", "CMD_REMANAGR", "TXT_CODICE", "TXT_RAGIONESOC", "CMD_RICERCA",
-                                 "GRD_CERCADISTINTA", "TAB_DETTAGLIOSOGGETTO", "GRD_DATIANAGRAFICI", "GRD_PROMO",
-                                 "GRD_PREMI", "lblDescDistinta", "CMB_LIVELLO", "CMD_ESPANDICOLLASSA", "TXTCERCA",
-                                 "CMD_CERCA", "CMD_STAMPA", "CMD_PARAMETRI", "CMD_GESTIONICOLLEGATE", "CBO_EREPROMO",
-                                 "TXT_GD02_STATO", "TXT_IDPRIORITA_STRUTTURA", "TXT_IDPRIORITA_LOCALIZZATA",
-                                 "TXT_GD02_ID", "SPLITTERVerticale", "SPLITTERorizzontale", "TVW_DISTINTA"})
+        for (const char *name : {"TAB_VISUALIZZAGESTIONE",
+                                 "TVW_SELDISTINTE",
+                                 "GRD_ANAGRAFICHEDISTINTA",
+                                 "CMD_ADDANAGR",
+                                 "CMD_ADDANAGRCAPO",
+                                 "CMD_REMANAGR",
+                                 "TXT_CODICE",
+                                 "TXT_RAGIONESOC",
+                                 "CMD_RICERCA",
+                                 "GRD_CERCADISTINTA",
+                                 "TAB_DETTAGLIOSOGGETTO",
+                                 "GRD_DATIANAGRAFICI",
+                                 "GRD_PROMO",
+                                 "GRD_PREMI",
+                                 "lblDescDistinta",
+                                 "CMB_LIVELLO",
+                                 "CMD_ESPANDICOLLASSA",
+                                 "TXTCERCA",
+                                 "CMD_CERCA",
+                                 "CMD_STAMPA",
+                                 "CMD_PARAMETRI",
+                                 "CMD_GESTIONICOLLEGATE",
+                                 "CBO_EREPROMO",
+                                 "TXT_GD02_STATO",
+                                 "TXT_IDPRIORITA_STRUTTURA",
+                                 "TXT_IDPRIORITA_LOCALIZZATA",
+                                 "TXT_GD02_ID",
+                                 "SPLITTERVerticale",
+                                 "SPLITTERorizzontale",
+                                 "TVW_DISTINTA"})
             QVERIFY2(f.form->findChild<QWidget *>(QString::fromLatin1(name)), name);
         auto *tabs = f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"));
         QCOMPARE(tabs->count(), 3);
@@ -239,11 +264,12 @@ private slots:
         QStringList managements;
         for (QAction *action : f.control<QToolButton>(QStringLiteral("CMD_GESTIONICOLLEGATE"))->menu()->actions())
             managements << action->text() + QLatin1Char('=') + action->data().toString();
-        QCOMPARE(managements, QStringList({"Gestione listini e condizioni=Listini", "Configurazione condizioni=Provider",
-                                           "Configurazione priorità=Priorita", "Anagrafica distinta=Distinta"}));
+        QCOMPARE(managements,
+                 QStringList({"Gestione listini e condizioni=Listini", "Configurazione condizioni=Provider",
+                              "Configurazione priorità=Priorita", "Anagrafica distinta=Distinta"}));
 
-        QCOMPARE(f.albero()->colors().highlight, QColor(0, 0, 128));          // GridHighLightColor
-        QCOMPARE(f.albero()->colors().gridLines, QColor(192, 192, 192));      // GridBorderColor
+        QCOMPARE(f.albero()->colors().highlight, QColor(0, 0, 128));     // GridHighLightColor
+        QCOMPARE(f.albero()->colors().gridLines, QColor(192, 192, 192)); // GridBorderColor
         QCOMPARE(f.albero()->font().family(), QStringLiteral("Tahoma"));
     }
 
@@ -281,8 +307,9 @@ private slots:
         QVERIFY(!p.flgAnagrafica && !p.flgCondVendita && !p.flgClassificazioni && !p.flgProvvigioni);
         QCOMPARE(p.statoLegame, short(0));
 
-        f.exec(QStringLiteral("UPDATE GD03_PARAMETRI SET GD03_TIPOCARICODATA = 1, GD03_DATAINIZIOVAL = '2025-03-01 00:00:00', "
-                              "GD03_DATAFINEVAL = '2026-02-28 00:00:00', GD03_FLG_CLAS = 1, GD03_TIPOANAGFATT = 4"));
+        f.exec(QStringLiteral(
+            "UPDATE GD03_PARAMETRI SET GD03_TIPOCARICODATA = 1, GD03_DATAINIZIOVAL = '2025-03-01 00:00:00', "
+            "GD03_DATAFINEVAL = '2026-02-28 00:00:00', GD03_FLG_CLAS = 1, GD03_TIPOANAGFATT = 4"));
         f.form->parti().parametri.CaricaParametri();
         p = f.form->parametri();
         QCOMPARE(p.tipoCaricaData, short(1));

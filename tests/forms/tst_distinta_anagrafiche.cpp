@@ -22,10 +22,12 @@ class TestDistintaAnagrafiche : public QObject
             soggetto(0, 40, QStringLiteral("Altra ditta"), {}, 2);
             for (int code : {10, 20})
                 exec(QStringLiteral("INSERT INTO MG19_CLIFORVA (MG19_DITTA_CG18, MG19_TIPOCF_CG44, MG19_CLIFOR_CG44, "
-                                    "MG19_ZONA, MG19_AREA) VALUES (1, 0, %1, 'Z1', 'A1')").arg(code));
+                                    "MG19_ZONA, MG19_AREA) VALUES (1, 0, %1, 'Z1', 'A1')")
+                         .arg(code));
             nord = divisione(QStringLiteral("N"), QStringLiteral("Nord"));
             exec(QStringLiteral("INSERT INTO CO1D_CLIFORDIV (CO1D_DITTA_CG18, CO1D_TIPOCF_CG44, CO1D_CLIFOR_CG44, "
-                                "CO1D_IDDIV_CO1A, CO1D_CODPAG_CG62, CO1D_ZONA) VALUES (1, 0, 20, %1, 'BB60', 'Z2')").arg(nord));
+                                "CO1D_IDDIV_CO1A, CO1D_CODPAG_CG62, CO1D_ZONA) VALUES (1, 0, 20, %1, 'BB60', 'Z2')")
+                     .arg(nord));
             a01 = tipo(0, QStringLiteral("A01"), QStringLiteral("Tutti i clienti"));
             d01 = tipo(0, QStringLiteral("D01"), QStringLiteral("Clienti del nord"), nord);
             f01 = tipo(1, QStringLiteral("F01"), QStringLiteral("Fornitori"));
@@ -33,7 +35,10 @@ class TestDistintaAnagrafiche : public QObject
             nodo(f01, 1, 10);
         }
 
-        fw::RecordsetGrid *griglia() const { return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA")); }
+        fw::RecordsetGrid *griglia() const
+        {
+            return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA"));
+        }
         QVariantList valori(const QString &field) const { return colonna(form->parti().anagrafiche.lista(), field); }
         QVariant valore(int code, const QString &field) const
         {
@@ -97,7 +102,7 @@ private slots:
         QCOMPARE(f.valore(20, QStringLiteral("CodPagamento")).toString(), QStringLiteral("BB60"));
         QCOMPARE(f.valore(20, QStringLiteral("DescPagamento")).toString(), QStringLiteral("Bonifico 60 gg"));
         QCOMPARE(f.valore(20, QStringLiteral("Zona")).toString(), QStringLiteral("Z2"));
-        QCOMPARE(f.valore(20, QStringLiteral("Area")).toString(), QStringLiteral("A1"));   // no override: its own
+        QCOMPARE(f.valore(20, QStringLiteral("Area")).toString(), QStringLiteral("A1")); // no override: its own
         QCOMPARE(f.valore(10, QStringLiteral("CodPagamento")).toString(), QStringLiteral("RB30"));
         QCOMPARE(f.valore(10, QStringLiteral("Zona")).toString(), QStringLiteral("Z1"));
         QVERIFY(f.host.log().isQuiet());

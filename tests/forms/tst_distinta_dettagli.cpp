@@ -32,7 +32,8 @@ class TestDistintaDettagli : public QObject
                                 "MG19_LISTMAG, MG19_MACROAREA) VALUES (1, 0, 10, 1500, 'NORD')"));
             ali = divisione(QStringLiteral("ALI"), QStringLiteral("Alimentari"));
             exec(QStringLiteral("INSERT INTO CO1D_CLIFORDIV (CO1D_DITTA_CG18, CO1D_TIPOCF_CG44, CO1D_CLIFOR_CG44, "
-                                "CO1D_IDDIV_CO1A, CO1D_CODPAG_CG62) VALUES (1, 0, 10, %1, 'BB60')").arg(ali));
+                                "CO1D_IDDIV_CO1A, CO1D_CODPAG_CG62) VALUES (1, 0, 10, %1, 'BB60')")
+                     .arg(ali));
             a01 = tipo(0, QStringLiteral("A01"), QStringLiteral("Canale bar"));
             d01 = tipo(0, QStringLiteral("D01"), QStringLiteral("Alimentari"), ali);
             n10 = nodo(a01, 0, 10, {.end = QStringLiteral("2024-12-31")});
@@ -65,7 +66,10 @@ class TestDistintaDettagli : public QObject
         {
             for (fw::TreeListNode node = albero()->firstNode(); node.isValid(); node = node.next()) {
                 if (node.value(QStringLiteral("trGD02_CLIFOR_CG44")).isValid()
-                    && form->nodi()->valueAt(node.row(), form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong() == id) {
+                    && form->nodi()
+                            ->valueAt(node.row(), form->nodi()->fieldIndex(QStringLiteral("GD02_ID")))
+                            .toLongLong()
+                        == id) {
                     albero()->setFocusedNode(node);
                     attendi();
                     return;
@@ -99,26 +103,30 @@ private slots:
 
         f.focalizza(11);
         f.attendi();
-        QCOMPARE(f.valore(QStringLiteral("Soggetto")), QStringLiteral("11 Pasticceria Al Duomo -  Verona VR Tel.  Fax "));
+        QCOMPARE(f.valore(QStringLiteral("Soggetto")),
+                 QStringLiteral("11 Pasticceria Al Duomo -  Verona VR Tel.  Fax "));
         QCOMPARE(f.valore(QStringLiteral("CondizioniPagamento")), QString());
         QCOMPARE(f.valore(QStringLiteral("ListinoAnagrafico")), QString());
         QCOMPARE(f.valore(QStringLiteral("MacroArea")), QString());
 
         // Another node of subject 10 keeps the sheet as it was read, even when the name changed.
         f.focalizzaNodo(f.n10);
-        f.exec(QStringLiteral("UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = 'Bar Nuovo' WHERE CG16_RAGSOANAG = 'Bar Centrale'"));
+        f.exec(QStringLiteral(
+            "UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = 'Bar Nuovo' WHERE CG16_RAGSOANAG = 'Bar Centrale'"));
         f.focalizzaNodo(f.n10bis);
         QCOMPARE(f.valore(QStringLiteral("Soggetto")), QStringLiteral("10 Bar Centrale -  Verona VR Tel.  Fax "));
 
-        f.exec(QStringLiteral("INSERT INTO GD03_PARAMETRI (GD03_DITTA_CG18, GD03_FLG_PROV, GD03_FLG_CONDVEND, GD03_FLG_CLAS) "
-                              "VALUES (1, 0, 0, 0)"));
+        f.exec(QStringLiteral(
+            "INSERT INTO GD03_PARAMETRI (GD03_DITTA_CG18, GD03_FLG_PROV, GD03_FLG_CONDVEND, GD03_FLG_CLAS) "
+            "VALUES (1, 0, 0, 0)"));
         f.focalizza(12);
         f.attendi();
-        QCOMPARE(f.righe(), QStringList{QStringLiteral("Soggetto=12 Hotel Arena -  Verona VR Tel.  Fax ")});
+        QCOMPARE(f.righe(), QStringList {QStringLiteral("Soggetto=12 Hotel Arena -  Verona VR Tel.  Fax ")});
         f.exec(QStringLiteral("UPDATE GD03_PARAMETRI SET GD03_FLG_PROV = 1"));
         f.focalizzaNodo(f.n10);
-        QCOMPARE(f.righe(), QStringList({QStringLiteral("Soggetto=10 Bar Nuovo -  Verona VR Tel.  Fax "),
-                                         QStringLiteral("Agente="), QStringLiteral("ListinoAnagrafico=1.500")}));
+        QCOMPARE(f.righe(),
+                 QStringList({QStringLiteral("Soggetto=10 Bar Nuovo -  Verona VR Tel.  Fax "),
+                              QStringLiteral("Agente="), QStringLiteral("ListinoAnagrafico=1.500")}));
         QVERIFY(f.host.log().isQuiet());
     }
 
@@ -148,12 +156,14 @@ private slots:
         database.connection()->execute(QStringLiteral(
             "CREATE TABLE T (ID INTEGER PRIMARY KEY, INTERO INTEGER, SENZA DECIMAL(18,0), DUE DECIMAL(18,2), "
             "QUATTRO DECIMAL(18,4), QUANDO DATETIME, TESTO VARCHAR(10))"));
-        database.connection()->execute(QStringLiteral(
-            "INSERT INTO T VALUES (1, 1234567, 1234.6, 1234.5, 0.125, '2024-03-05 10:30:00', 'Bar')"));
+        database.connection()->execute(
+            QStringLiteral("INSERT INTO T VALUES (1, 1234567, 1234.6, 1234.5, 0.125, '2024-03-05 10:30:00', 'Bar')"));
         database.connection()->execute(QStringLiteral("INSERT INTO T (ID) VALUES (2)"));
-        const db::RecordsetPtr rows = database.connection()->openRecordset(QStringLiteral("SELECT * FROM T ORDER BY ID"));
+        const db::RecordsetPtr rows = database.connection()->openRecordset(
+            QStringLiteral("SELECT * FROM T ORDER BY ID"));
         const auto text = [&](const QString &field) {
-            return distinta::PaginaDatiAnagrafici::CaricaDatiAnagrafici(rows->field(rows->fieldIndex(field)), rows->value(field));
+            return distinta::PaginaDatiAnagrafici::CaricaDatiAnagrafici(rows->field(rows->fieldIndex(field)),
+                                                                        rows->value(field));
         };
         rows->moveFirst();
         QCOMPARE(text(QStringLiteral("INTERO")), QStringLiteral("1.234.567"));
@@ -175,12 +185,17 @@ private slots:
         Dettagli f;
         const qint64 contratto = f.contratto(10);
         const qint64 delNodo = f.condizione(contratto, f.n10);
-        const qint64 attivita = f.condizione(contratto, 0, 10, QStringLiteral("2024-06-01"), QStringLiteral("2025-06-30"));
-        f.condizione(contratto, 0, 10, QStringLiteral("2023-01-01"), QStringLiteral("2023-12-31"));   // before the node
+        const qint64 attivita = f.condizione(contratto, 0, 10, QStringLiteral("2024-06-01"),
+                                             QStringLiteral("2025-06-30"));
+        f.condizione(contratto, 0, 10, QStringLiteral("2023-01-01"), QStringLiteral("2023-12-31")); // before the node
         f.exec(QStringLiteral("UPDATE GD13_PREMI SET GD13_TIPOCOND = 1 WHERE GD13_ID = %1").arg(attivita));
-        f.exec(QStringLiteral("UPDATE GD10_CONTRATTI SET GD10_IDDIV_CO1A = %1 WHERE GD10_ID = %2").arg(f.ali).arg(contratto));
+        f.exec(QStringLiteral("UPDATE GD10_CONTRATTI SET GD10_IDDIV_CO1A = %1 WHERE GD10_ID = %2")
+                   .arg(f.ali)
+                   .arg(contratto));
         const qint64 altro = f.contratto(10, QStringLiteral("C2"));
-        f.exec(QStringLiteral("UPDATE GD10_CONTRATTI SET GD10_IDDIV_CO1A = %1 + 1 WHERE GD10_ID = %2").arg(f.ali).arg(altro));
+        f.exec(QStringLiteral("UPDATE GD10_CONTRATTI SET GD10_IDDIV_CO1A = %1 + 1 WHERE GD10_ID = %2")
+                   .arg(f.ali)
+                   .arg(altro));
         f.condizione(altro, 0, 10, QStringLiteral("2024-01-01"), QStringLiteral("2099-12-31"));
         f.apri();
         f.pagine()->setCurrentIndex(2);
@@ -189,13 +204,13 @@ private slots:
         auto *grid = f.control<fw::RecordsetGroupGrid>(QStringLiteral("GRD_PREMI"));
         const db::RecordsetPtr rows = f.form->parti().dettagli.condizioni().condizioniFuoriFattura();
         QVERIFY(rows);
-        QCOMPARE(rows->recordCount(), 3);   // the node's, the overlapping one, the other division's
+        QCOMPARE(rows->recordCount(), 3); // the node's, the overlapping one, the other division's
         QCOMPARE(grid->groupModel()->groupCount(), 2);
         QStringList groups = {grid->groupModel()->groupText(0), grid->groupModel()->groupText(1)};
         groups.sort();
         QCOMPARE(groups, QStringList({QStringLiteral("Attività promozionale"), QStringLiteral("Premio")}));
-        const QStringList captions = {"Condizione", "Contratto", "Descrizione", "Versione", "Premio", "Descr. premio",
-                                      "Data inizio", "Data fine", "Intestatario", "Rag. Sociale"};
+        const QStringList captions = {"Condizione",    "Contratto",   "Descrizione", "Versione",     "Premio",
+                                      "Descr. premio", "Data inizio", "Data fine",   "Intestatario", "Rag. Sociale"};
         for (int i = 0; i < captions.size(); ++i)
             QCOMPARE(grid->groupModel()->headerData(i + 1, Qt::Horizontal).toString(), captions.at(i));
         QVERIFY(grid->isColumnHidden(0));
@@ -236,24 +251,32 @@ private slots:
     void campaignTicksWriteAtOnceAndNeedAReloadToUndoANewOne()
     {
         Dettagli f;
-        for (const auto &[company, code] : {std::pair{1, "PRI24"}, {1, "EST24"}, {1, "NAT24"}, {2, "ALTRA"}})
-            f.exec(QStringLiteral("INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP, MG94_DATAINIZIO, "
-                                  "MG94_FLGATTIVA) VALUES (%1, '%2', 'Campagna %2', '2024-03-01 00:00:00', 1)")
-                       .arg(company).arg(QLatin1String(code)));
+        for (const auto &[company, code] : {std::pair {1, "PRI24"}, {1, "EST24"}, {1, "NAT24"}, {2, "ALTRA"}})
+            f.exec(QStringLiteral(
+                       "INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP, MG94_DATAINIZIO, "
+                       "MG94_FLGATTIVA) VALUES (%1, '%2', 'Campagna %2', '2024-03-01 00:00:00', 1)")
+                       .arg(company)
+                       .arg(QLatin1String(code)));
         const auto campagna = [&](const char *code) {
-            return f.scalar(QStringLiteral("SELECT MG94_ID FROM MG94_CAMPANAG WHERE MG94_CODCAMP = '%1'").arg(QLatin1String(code)))
+            return f
+                .scalar(QStringLiteral("SELECT MG94_ID FROM MG94_CAMPANAG WHERE MG94_CODCAMP = '%1'")
+                            .arg(QLatin1String(code)))
                 .toLongLong();
         };
         f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 2 WHERE GD02_ID = %1").arg(f.n11));
         f.exec(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) VALUES (1, %1, %2)")
-                   .arg(f.n11).arg(campagna("PRI24")));
-        f.exec(QStringLiteral("INSERT INTO LP09_TESTATAPRIORITA (LP09_DITTA_CG18, LP09_CODICE, LP09_DESCR) VALUES (1, 'GDO', 'Grande distribuzione')"));
-        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDSTRUTTURA_LP09 = (SELECT MAX(LP09_ID) FROM LP09_TESTATAPRIORITA) "
-                              "WHERE GD02_ID = %1").arg(f.n11));
+                   .arg(f.n11)
+                   .arg(campagna("PRI24")));
+        f.exec(QStringLiteral("INSERT INTO LP09_TESTATAPRIORITA (LP09_DITTA_CG18, LP09_CODICE, LP09_DESCR) VALUES (1, "
+                              "'GDO', 'Grande distribuzione')"));
+        f.exec(QStringLiteral(
+                   "UPDATE GD02_DISTINTA SET GD02_IDSTRUTTURA_LP09 = (SELECT MAX(LP09_ID) FROM LP09_TESTATAPRIORITA) "
+                   "WHERE GD02_ID = %1")
+                   .arg(f.n11));
         f.apri();
         f.pagine()->setCurrentIndex(1);
         f.attendi();
-        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 0);   // node 10 inherits
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 0); // node 10 inherits
 
         f.focalizza(11);
         f.attendi();
@@ -261,7 +284,8 @@ private slots:
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_LOCALIZZATA"))->text(), QString());
         auto *grid = f.control<fw::RecordsetGrid>(QStringLiteral("GRD_PROMO"));
         const auto riga = [&](const char *code) {
-            const QVariantList codes = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(), QStringLiteral("MG94_CODCAMP"));
+            const QVariantList codes = DistintaFixture::colonna(f.form->parti().dettagli.promozioni().promozioni(),
+                                                                QStringLiteral("MG94_CODCAMP"));
             return int(codes.indexOf(QVariant(QString::fromLatin1(code))));
         };
         const auto spunta = [&](const char *code) {
@@ -273,19 +297,21 @@ private slots:
                                    Qt::CheckStateRole);
         };
         const auto legami = [&] {
-            return f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO WHERE GD12_ID_GD02 = %1").arg(f.n11)).toInt();
+            return f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD12_PROMO WHERE GD12_ID_GD02 = %1").arg(f.n11))
+                .toInt();
         };
-        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 3);   // not the other company's
+        QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 3); // not the other company's
         QVERIFY(spunta("PRI24"));
         QVERIFY(!spunta("EST24"));
         const QModelIndex active = grid->model()->index(0, grid->columnOf(QStringLiteral("MG94_FLGATTIVA")));
         QVERIFY(!(grid->model()->flags(active) & Qt::ItemIsUserCheckable));
-        QVERIFY(grid->model()->flags(grid->model()->index(0, grid->columnOf(QStringLiteral("SELEZ")))) & Qt::ItemIsUserCheckable);
+        QVERIFY(grid->model()->flags(grid->model()->index(0, grid->columnOf(QStringLiteral("SELEZ"))))
+                & Qt::ItemIsUserCheckable);
 
         clicca("EST24", Qt::Checked);
         QCOMPARE(legami(), 2);
         QVERIFY(spunta("EST24"));
-        clicca("EST24", Qt::Unchecked);   // the list holds no link for it yet
+        clicca("EST24", Qt::Unchecked); // the list holds no link for it yet
         QCOMPARE(legami(), 2);
         QVERIFY(spunta("EST24"));
         clicca("PRI24", Qt::Unchecked);
@@ -309,7 +335,9 @@ private slots:
         auto *rule = f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"));
         rule->setCurrentIndex(2);
         emit rule->activated(2);
-        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt(), 2);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12))
+                     .toInt(),
+                 2);
         QCOMPARE(f.form->parti().dettagli.promozioni().promozioni()->recordCount(), 3);
         grid->setCurrentIndex(grid->model()->index(riga("NAT24"), 1));
         QTest::keyClick(grid, Qt::Key_Return);
@@ -323,7 +351,8 @@ private slots:
         Dettagli f;
         for (int i = 1; i <= 5000; ++i)
             f.exec(QStringLiteral("INSERT INTO MG94_CAMPANAG (MG94_DITTA_CG18, MG94_CODCAMP, MG94_DESCAMP) "
-                                  "VALUES (1, 'C%1', 'Campagna %1')").arg(i));
+                                  "VALUES (1, 'C%1', 'Campagna %1')")
+                       .arg(i));
         f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 2"));
         f.apri();
         f.pagine()->setCurrentIndex(1);
@@ -348,7 +377,8 @@ private slots:
             emit rule->activated(rule->currentIndex());
         };
         const auto stored = [&] {
-            return f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt();
+            return f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12))
+                .toInt();
         };
         scegli(2);
         QCOMPARE(f.host.log().messages().size(), 1);
@@ -404,7 +434,8 @@ private slots:
         QVERIFY(f.form->parti().dettagli.condizioni().condizioniFuoriFattura());
         f.focalizza(12);
         f.attendi();
-        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::nullopt);   // the sheet lost subject 11
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(),
+                 std::nullopt); // the sheet lost subject 11
 
         f.clicca(QStringLiteral("P0"));
         f.attendi();
@@ -425,8 +456,10 @@ private slots:
         QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(12));
         f.premi(QStringLiteral("CMD_REMANAGR"));
         f.attendi();
-        QVERIFY(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt() == 0);
-        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(f.codiceFocalizzato().toLongLong()));
+        QVERIFY(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n12)).toInt()
+                == 0);
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(),
+                 std::optional<qint64>(f.codiceFocalizzato().toLongLong()));
         QVERIFY(f.host.log().isQuiet());
     }
 

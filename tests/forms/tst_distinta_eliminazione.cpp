@@ -38,11 +38,13 @@ class TestDistintaEliminazione : public QObject
 
     static QString domandaFigli()
     {
-        return QStringLiteral("L'anagrafica selezionata ha altre anagrafiche figlie che verranno cancellate.\nSi vuole proseguire?");
+        return QStringLiteral(
+            "L'anagrafica selezionata ha altre anagrafiche figlie che verranno cancellate.\nSi vuole proseguire?");
     }
     static QString domandaContrattoFigli()
     {
-        return QStringLiteral("Uno o più figli del nodo risultano legati a un contratto.\nSi vuole proseguire con la cancellazione?");
+        return QStringLiteral(
+            "Uno o più figli del nodo risultano legati a un contratto.\nSi vuole proseguire con la cancellazione?");
     }
 
 private slots:
@@ -102,7 +104,8 @@ private slots:
         f.rimuovi(16);
         QCOMPARE(f.host.log().messages().size(), 1);
         QCOMPARE(f.host.log().messages().at(0).text,
-                 QStringLiteral("La cancellazione del nodo e dei figli non è permessa perchè usati in un premio definitivo."));
+                 QStringLiteral(
+                     "La cancellazione del nodo e dei figli non è permessa perchè usati in un premio definitivo."));
         QCOMPARE(f.host.log().messages().at(0).style, fw::MessageStyle::Warning);
         QCOMPARE(f.nodiInDatabase(), 7);
 
@@ -110,13 +113,17 @@ private slots:
         f.host.log().clear();
         f.rimuovi(15);
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList({QStringLiteral("Il nodo o i figli risultano legati ad un'attività promozionale o a un premio.\n"
-                                             "Si vuole proseguire con la cancellazione?")}));
+                 QStringList(
+                     {QStringLiteral("Il nodo o i figli risultano legati ad un'attività promozionale o a un premio.\n"
+                                     "Si vuole proseguire con la cancellazione?")}));
         QCOMPARE(f.nodiInDatabase(), 6);
 
         // Excluded from the condition: the definitive deadline no longer concerns the node.
-        f.exec(QStringLiteral("INSERT INTO GD27_SOGGCONTRDISAB (GD27_DITTA_CG18, GD27_CODCONTR_GD10, GD27_VERCONTR_GD10, "
-                              "GD27_PROGRCOND_GD13, GD27_ID_GD02) VALUES (1, 'C1', 1, %1, %2)").arg(contract).arg(f.n16));
+        f.exec(
+            QStringLiteral("INSERT INTO GD27_SOGGCONTRDISAB (GD27_DITTA_CG18, GD27_CODCONTR_GD10, GD27_VERCONTR_GD10, "
+                           "GD27_PROGRCOND_GD13, GD27_ID_GD02) VALUES (1, 'C1', 1, %1, %2)")
+                .arg(contract)
+                .arg(f.n16));
         f.host.log().clear();
         f.rimuovi(16);
         QVERIFY(f.host.log().isQuiet());
@@ -129,7 +136,7 @@ private slots:
     {
         Albero f;
         f.contratto(11);
-        f.condizione(f.contratto(77, QStringLiteral("C2")), f.n12);   // the grandchild of 10
+        f.condizione(f.contratto(77, QStringLiteral("C2")), f.n12); // the grandchild of 10
         f.apri();
 
         // 10: its child 11 has a contract; the grandchild's condition is not seen.
@@ -142,12 +149,14 @@ private slots:
         f.host.log().clear();
         f.host.log().answerNext({fw::Answer::Yes, fw::Answer::Yes, fw::Answer::Yes, fw::Answer::No});
         f.rimuovi(11);
-        QCOMPARE(f.host.log().messageTexts(),
-                 QStringList({domandaFigli(), QStringLiteral("Il nodo risulta legato a un contratto.\n"
-                                                             "Si vuole proseguire con la cancellazione?"),
-                              domandaContrattoFigli(),
-                              QStringLiteral("Uno o più figli del nodo risultano legati ad un'attività promozionale o a "
-                                             "un premio.\nSi vuole proseguire con la cancellazione?")}));
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList({domandaFigli(),
+                         QStringLiteral("Il nodo risulta legato a un contratto.\n"
+                                        "Si vuole proseguire con la cancellazione?"),
+                         domandaContrattoFigli(),
+                         QStringLiteral("Uno o più figli del nodo risultano legati ad un'attività promozionale o a "
+                                        "un premio.\nSi vuole proseguire con la cancellazione?")}));
         QCOMPARE(f.nodiInDatabase(), 7);
     }
 
@@ -158,12 +167,12 @@ private slots:
         const qint64 contract = f.contratto(50);
         f.condizione(contract, 0, 16, QStringLiteral("2020-01-01"), QStringLiteral("2023-12-31"));
         f.apri();
-        f.rimuovi(16);   // the node starts on 01/01/2024: the condition ended the day before
+        f.rimuovi(16); // the node starts on 01/01/2024: the condition ended the day before
         QVERIFY(f.host.log().isQuiet());
         QCOMPARE(f.nodiInDatabase(), 6);
 
         f.condizione(contract, 0, 15, QStringLiteral("2020-01-01"), QStringLiteral("2024-01-01"));
-        f.rimuovi(15);   // ends on the node's first day: it counts
+        f.rimuovi(15); // ends on the node's first day: it counts
         QCOMPARE(f.host.log().messages().size(), 1);
         QCOMPARE(f.nodiInDatabase(), 6);
     }
@@ -179,7 +188,8 @@ private slots:
         QCOMPARE(f.host.log().messages().size(), 1);
         QVERIFY(f.host.log().messages().at(0).text.contains(QStringLiteral("modificato da un altro utente")));
         QCOMPARE(f.nodiInDatabase(), 7);
-        QCOMPARE(f.albero()->focusedNode().value(QStringLiteral("trGD02_DESCR")).toString(), QStringLiteral("cambiato"));
+        QCOMPARE(f.albero()->focusedNode().value(QStringLiteral("trGD02_DESCR")).toString(),
+                 QStringLiteral("cambiato"));
 
         // Read again, the node now goes.
         f.host.log().clear();

@@ -79,7 +79,7 @@ private slots:
         f.togliAnagrafiche();
         f.log->answerNext({fw::Answer::Retry, fw::Answer::Retry});
         f.log->duranteIlDialogo = [&](int dialog) {
-            if (dialog == 1)   // the second dialog: the user has put the table back
+            if (dialog == 1) // the second dialog: the user has put the table back
                 f.rimettiAnagrafiche();
         };
 
@@ -96,7 +96,7 @@ private slots:
         QCOMPARE(f.albero()->focusedNode().value(QStringLiteral("RagioneSociale")).toString(),
                  QStringLiteral("Pasticceria Rossi"));
         QCOMPARE(f.form->parti().albero.idDistinta(), QString::number(f.b01));
-        QCOMPARE(f.host.log().errorDialogs().size(), 0);   // the editor used the host's service
+        QCOMPARE(f.host.log().errorDialogs().size(), 0); // the editor used the host's service
     }
 
     // Abort leaves the loading at once; the next choice of a type loads normally again.
@@ -108,8 +108,8 @@ private slots:
         f.log->answerNext(fw::Answer::Abort);
         f.clicca(QStringLiteral("C%1").arg(f.b01));
         QCOMPARE(f.log->errorDialogs().size(), 1);
-        QVERIFY(!f.form->parti().albero.frameDistinta());   // the old tree's frame was released before loading
-        QVERIFY(f.didascaliaLivelli() != f.host.translations().text(94563, QString()));   // nothing after it ran
+        QVERIFY(!f.form->parti().albero.frameDistinta()); // the old tree's frame was released before loading
+        QVERIFY(f.didascaliaLivelli() != f.host.translations().text(94563, QString())); // nothing after it ran
         QVERIFY(f.log->messages().isEmpty());
 
         f.rimettiAnagrafiche();
@@ -158,7 +158,7 @@ private slots:
         QCOMPARE(f.log->errorDialogs().size(), 1);
         QCOMPARE(f.log->errorDialogs().first().procedure, QStringLiteral("TXT_RAGIONESOC_KeyDown"));
         QVERIFY(nominaLaTabella(f.log->errorDialogs().first(), QStringLiteral("CG16_ANAGGEN")));
-        QVERIFY(f.log->messages().isEmpty());   // no "no result" message after a failure
+        QVERIFY(f.log->messages().isEmpty()); // no "no result" message after a failure
         f.log->answerNext(fw::Answer::Abort);
         f.control<QPushButton>(QStringLiteral("CMD_RICERCA"))->click();
         QCOMPARE(f.log->errorDialogs().size(), 2);
@@ -168,7 +168,8 @@ private slots:
         QTest::keyClick(code, Qt::Key_Return);
         const db::RecordsetPtr found = f.control<fw::RecordsetGrid>(QStringLiteral("GRD_CERCADISTINTA"))->recordset();
         QVERIFY(found);
-        QCOMPARE(DistintaFixture::colonna(found, QStringLiteral("ANAGRAFICA")), QVariantList({QStringLiteral("20-Pasticceria Rossi")}));
+        QCOMPARE(DistintaFixture::colonna(found, QStringLiteral("ANAGRAFICA")),
+                 QVariantList({QStringLiteral("20-Pasticceria Rossi")}));
     }
 };
 

@@ -20,7 +20,8 @@ class TestDistintaGestioni : public QObject
             soggetto(0, 10, QStringLiteral("Bar Sport"));
             soggetto(0, 20, QStringLiteral("Caffè Roma"));
             soggetto(1, 500, QStringLiteral("Trasporti Veloci"));
-            std = priorita(QStringLiteral("STD"), QStringLiteral("Priorità standard"), 0, {QStringLiteral("Listino base")});
+            std = priorita(QStringLiteral("STD"), QStringLiteral("Priorità standard"), 0,
+                           {QStringLiteral("Listino base")});
             gdo = priorita(QStringLiteral("GDO"), QStringLiteral("Priorità grande distribuzione"), 0,
                            {QStringLiteral("Prezzi netti"), QStringLiteral("Listino base")});
             one = priorita(QStringLiteral("O'NE"), QStringLiteral("Priorità con apice"));
@@ -106,8 +107,9 @@ private slots:
         // A host without a module manager: one message naming the management, nothing else.
         f.host.globals().setModuleManager(nullptr);
         f.gestione(QStringLiteral("Listini"))->trigger();
-        QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Il programma non può aprire la gestione \"Gestione listini e condizioni\".")});
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList {QStringLiteral("Il programma non può aprire la gestione \"Gestione listini e condizioni\".")});
         QCOMPARE(f.host.log().messages().first().style, int(fw::MessageStyle::Warning));
         QVERIFY(f.host.log().errorDialogs().isEmpty());
         QCOMPARE(f.host.modules().requests.size(), 3);
@@ -131,7 +133,7 @@ private slots:
         QCOMPARE(types->windowTitle(), QStringLiteral("Anagrafica distinta"));
         QVERIFY(f.host.modules().requests.isEmpty());
 
-        f.gestione(QStringLiteral("Distinta"))->trigger();   // already open: the same form
+        f.gestione(QStringLiteral("Distinta"))->trigger(); // already open: the same form
         QCOMPARE(f.form->parti().gestioni.anagraficaDistinta(), types);
         QVERIFY(types->unload());
 
@@ -150,14 +152,15 @@ private slots:
         f.divisioneDi(1, QStringLiteral("ALI"), QStringLiteral("Divisione alimentare"));
         f.apri();
         f.clicca(QStringLiteral("F%1").arg(f.f01));
-        QCOMPARE(f.codiciAlbero(), QStringList{"500"});
+        QCOMPARE(f.codiciAlbero(), QStringList {"500"});
         f.gestione(QStringLiteral("Distinta"))->trigger();
         f.anagrafica = f.form->parti().gestioni.anagraficaDistinta();
         f.anagrafica->Form_Activate();
         QCoreApplication::processEvents();
         f.nuovoTipo(QStringLiteral("F02"), QStringLiteral("Fornitori alimentari"), 1, QStringLiteral("ALI"));
         QVERIFY(f.host.log().isQuiet());
-        const qint64 f02 = f.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'F02'")).toLongLong();
+        const qint64 f02 = f.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'F02'"))
+                               .toLongLong();
         QVERIFY(!f.voce(QStringLiteral("F%1").arg(f02)));
 
         QVERIFY(f.anagrafica->unload());
@@ -165,7 +168,7 @@ private slots:
         QVERIFY(added);
         QCOMPARE(added->text(0), QStringLiteral("F02-Fornitori alimentari"));
         QCOMPARE(f.selettore()->currentItem(), f.voce(QStringLiteral("F%1").arg(f.f01)));
-        QCOMPARE(f.codiciAlbero(), QStringList{"500"});
+        QCOMPARE(f.codiciAlbero(), QStringList {"500"});
         QVERIFY(f.titolo().contains(QStringLiteral("F01-Fornitori vari")));
     }
 
@@ -197,15 +200,15 @@ private slots:
         QStringList entries;
         for (const QAction *action : menu->actions())
             entries << action->text();
-        QCOMPARE(entries, QStringList({QStringLiteral("Collegamento ad anagrafica"),
-                                       QStringLiteral("Collegamento scheda anagrafica"),
-                                       QStringLiteral("Imposta valori fatturazione sui figli"),
-                                       QStringLiteral("Gestione stato")}));
+        QCOMPARE(
+            entries,
+            QStringList({QStringLiteral("Collegamento ad anagrafica"), QStringLiteral("Collegamento scheda anagrafica"),
+                         QStringLiteral("Imposta valori fatturazione sui figli"), QStringLiteral("Gestione stato")}));
 
         f.host.globals().setModuleManager(nullptr);
         f.menuSu(QStringLiteral("500"), QStringLiteral("mnuSchedaCF"));
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Il programma non può aprire la gestione \"Scheda fornitore\".")});
+                 QStringList {QStringLiteral("Il programma non può aprire la gestione \"Scheda fornitore\".")});
     }
 
     // The fields show the focused node's priority codes; a code typed, its quotes doubled,
@@ -231,7 +234,7 @@ private slots:
 
         f.digita(localised, QStringLiteral("XX"));
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Attenzione il codice della priorità listini localizzata non è valido")});
+                 QStringList {QStringLiteral("Attenzione il codice della priorità listini localizzata non è valido")});
         QVERIFY(f.prioritaNodo(QStringLiteral("GD02_IDLOCALIZZATA_LP09"), f.n20).isNull());
         QVERIFY(localised->text().isEmpty());
 
@@ -243,7 +246,7 @@ private slots:
         f.digita(structure, QString());
         QVERIFY(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n20).isNull());
         f.focalizza(f.n10);
-        QCOMPARE(structure->text(), QStringLiteral("STD"));   // the other node kept its own
+        QCOMPARE(structure->text(), QStringLiteral("STD")); // the other node kept its own
 
         // An empty tree leaves nothing to type into.
         f.clicca(QStringLiteral("P0"));
@@ -259,24 +262,32 @@ private slots:
         f.apri();
         fw::TreeList *tree = f.albero();
         fw::TreeListNode child = tree->firstNode().next();
-        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(child, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
-                                   [](FRMGD_LISTINI *picker) {
-                                       auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
-                                       QCOMPARE(grid->groupModel()->groupText(0), QStringLiteral("Priorità grande distribuzione"));
-                                       grid->setCurrentIndex(grid->groupModel()->index(1, 1, grid->groupModel()->index(0, 0)));
-                                       QTest::keyClick(grid, Qt::Key_Return);
-                                   });
+        GestioniFixture::conPicker(
+            [&] {
+                f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(child,
+                                                                        QStringLiteral("trGD02_IDLOCALIZZATA_LP09"));
+            },
+            [](FRMGD_LISTINI *picker) {
+                auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
+                QCOMPARE(grid->groupModel()->groupText(0), QStringLiteral("Priorità grande distribuzione"));
+                grid->setCurrentIndex(grid->groupModel()->index(1, 1, grid->groupModel()->index(0, 0)));
+                QTest::keyClick(grid, Qt::Key_Return);
+            });
         QCOMPARE(f.prioritaNodo(QStringLiteral("GD02_IDLOCALIZZATA_LP09"), f.n20).toLongLong(), f.gdo);
         QCOMPARE(tree->focusedNode().value(QStringLiteral("trGD02_CLIFOR_CG44")).toString(), QStringLiteral("20"));
         QCOMPARE(tree->focusedNode().displayText(QStringLiteral("trGD02_IDLOCALIZZATA_LP09")),
                  QStringLiteral("Priorità grande distribuzione"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_LOCALIZZATA"))->text(), QStringLiteral("GDO"));
 
-        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(tree->firstNode(), QStringLiteral("trGD02_IDSTRUTTURA_LP09")); },
-                                   [](FRMGD_LISTINI *picker) {
-                                       QTest::keyClick(GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI")),
-                                                       Qt::Key_Escape);
-                                   });
+        GestioniFixture::conPicker(
+            [&] {
+                f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(tree->firstNode(),
+                                                                        QStringLiteral("trGD02_IDSTRUTTURA_LP09"));
+            },
+            [](FRMGD_LISTINI *picker) {
+                QTest::keyClick(GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI")),
+                                Qt::Key_Escape);
+            });
         QCOMPARE(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n10).toLongLong(), f.std);
         QVERIFY(f.host.log().isQuiet());
     }
@@ -288,11 +299,14 @@ private slots:
         Editor f;
         f.apri();
         f.focalizza(f.n10);
-        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDSTRUTTURA_LP09 = %1 WHERE GD02_ID = %2").arg(f.gdo).arg(f.n10));
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_IDSTRUTTURA_LP09 = %1 WHERE GD02_ID = %2")
+                   .arg(f.gdo)
+                   .arg(f.n10));
         f.digita(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA")), QStringLiteral("O'NE"));
-        QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: le modifiche "
-                                            "non sono state salvate.")});
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList {QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: le modifiche "
+                                        "non sono state salvate.")});
         QCOMPARE(f.prioritaNodo(QStringLiteral("GD02_IDSTRUTTURA_LP09"), f.n10).toLongLong(), f.gdo);
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_STRUTTURA"))->text(), QStringLiteral("GDO"));

@@ -21,7 +21,8 @@ class TestDistintaInserimento : public QObject
             b01 = tipo(0, QStringLiteral("B01"), QStringLiteral("Altri"));
             n10 = nodo(a01, 0, 10, {.start = QStringLiteral("2020-01-01")});
             n11 = nodo(a01, 0, 11, {.parent = n10});
-            n12 = nodo(a01, 0, 12, {.parent = n11, .start = QStringLiteral("2025-03-01"), .end = QStringLiteral("2030-06-30")});
+            n12 = nodo(a01, 0, 12,
+                       {.parent = n11, .start = QStringLiteral("2025-03-01"), .end = QStringLiteral("2030-06-30")});
             nodo(a01, 0, 13);
             nodo(b01, 0, 50);
         }
@@ -30,15 +31,20 @@ class TestDistintaInserimento : public QObject
         QString riga(int code)
         {
             return scalar(QStringLiteral(
-                              "SELECT COALESCE(GD02_IDPARENT_GD02, 'null') || '|' || substr(GD02_DATAINIZIOVAL, 1, 10) || '|' "
-                              "|| substr(GD02_DATAFINEVAL, 1, 10) || '|' || GD02_TIPOANAGFATT || '|' || GD02_INDEREPROMO || '|' "
+                              "SELECT COALESCE(GD02_IDPARENT_GD02, 'null') || '|' || substr(GD02_DATAINIZIOVAL, 1, 10) "
+                              "|| '|' "
+                              "|| substr(GD02_DATAFINEVAL, 1, 10) || '|' || GD02_TIPOANAGFATT || '|' || "
+                              "GD02_INDEREPROMO || '|' "
                               "|| GD02_ID_WF02 || '|' || GD02_UTENTECRE || '|' || GD02_GRUPPOVAR FROM GD02_DISTINTA "
-                              "WHERE GD02_ID_GD01 = %1 AND GD02_CLIFOR_CG44 = %2").arg(a01).arg(code))
+                              "WHERE GD02_ID_GD01 = %1 AND GD02_CLIFOR_CG44 = %2")
+                              .arg(a01)
+                              .arg(code))
                 .toString();
         }
         int righe(int code)
         {
-            return scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_CLIFOR_CG44 = %1").arg(code)).toInt();
+            return scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_CLIFOR_CG44 = %1").arg(code))
+                .toInt();
         }
         void aggiungi(const QList<int> &codes, const QString &button = QStringLiteral("CMD_ADDANAGR"))
         {
@@ -51,7 +57,8 @@ class TestDistintaInserimento : public QObject
         void parametri(const QString &values)
         {
             exec(QStringLiteral("INSERT INTO GD03_PARAMETRI (GD03_DITTA_CG18, GD03_TIPOCARICODATA, GD03_DATAINIZIOVAL, "
-                                "GD03_DATAFINEVAL, GD03_TIPOANAGFATT) VALUES (1, %1)").arg(values));
+                                "GD03_DATAFINEVAL, GD03_TIPOANAGFATT) VALUES (1, %1)")
+                     .arg(values));
         }
 
         qint64 a01 = 0, b01 = 0, n10 = 0, n11 = 0, n12 = 0;
@@ -71,12 +78,17 @@ private slots:
         QVERIFY(f.host.log().isQuiet());
         const QString today = QDate::currentDate().toString(Qt::ISODate);
         QCOMPARE(f.riga(14), QStringLiteral("%1|2024-01-01|2099-12-31|0|0|0|tester|ADMIN").arg(f.n11));
-        QCOMPARE(f.scalar(QStringLiteral("SELECT substr(GD02_DATACRE, 1, 10) || substr(GD02_DATAVAR, 1, 10) FROM GD02_DISTINTA "
-                                         "WHERE GD02_CLIFOR_CG44 = 14")).toString(), today + today);
+        QCOMPARE(f.scalar(QStringLiteral(
+                              "SELECT substr(GD02_DATACRE, 1, 10) || substr(GD02_DATAVAR, 1, 10) FROM GD02_DISTINTA "
+                              "WHERE GD02_CLIFOR_CG44 = 14"))
+                     .toString(),
+                 today + today);
         QCOMPARE(f.codiciAlbero(), QStringList({"10", ".11", "..12", "..14", "..15", "13"}));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("11"));
         // Every tick is gone; the subjects added show as linked.
-        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona"))
+                     .count(QVariant(1)),
+                 0);
         QCOMPARE(f.cellaLista(14, QStringLiteral("AssociatoInDistinta")).toInt(), 1);
         f.attendi();
         QVERIFY(!f.control<QPushButton>(QStringLiteral("CMD_ADDANAGR"))->isEnabled());
@@ -113,7 +125,10 @@ private slots:
         QVERIFY(!f.albero()->focusedNode().isValid());
         f.aggiungi({17});
         QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 || '|' || GD02_INDEREPROMO FROM GD02_DISTINTA "
-                                         "WHERE GD02_ID_GD01 = %1").arg(vuota)).toString(), QStringLiteral("0|2"));
+                                         "WHERE GD02_ID_GD01 = %1")
+                              .arg(vuota))
+                     .toString(),
+                 QStringLiteral("0|2"));
         QCOMPARE(f.codiciAlbero(), QStringList({"17"}));
     }
 
@@ -121,7 +136,7 @@ private slots:
     void refusedSubjectsAreListed()
     {
         Distinte f;
-        f.nodo(f.b01, 0, 19, {.parent = f.nodo(f.b01, 0, 18)});   // 19 under 18 in B01, from 2024
+        f.nodo(f.b01, 0, 19, {.parent = f.nodo(f.b01, 0, 18)}); // 19 under 18 in B01, from 2024
         // Fixed dates after 12's own period, so that 12 under itself meets no link of its own.
         f.parametri(QStringLiteral("1, '2031-01-01 00:00:00', '2032-12-31 00:00:00', 0"));
         f.apri();
@@ -133,17 +148,21 @@ private slots:
         QCOMPARE(f.host.log().messages().size(), 1);
         const auto message = f.host.log().messages().at(0);
         QCOMPARE(message.style, fw::MessageStyle::Notice);
-        QCOMPARE(message.text,
-                 QStringLiteral("Anagrafiche non importate:\n"
-                                "Cliente 10 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2020 al 31/12/2099\n"
-                                "Cliente 12 uguale al nodo padre, non è possibile salvare la struttura.\n"
-                                "Cliente 19 già legato alla distinta B01 - Altri: Nodo padre 18 - Cliente 18 nel periodo dal "
-                                "01/01/2024 al 31/12/2099\n"
-                                "Cliente 50 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2024 al 31/12/2099\n"));
+        QCOMPARE(
+            message.text,
+            QStringLiteral(
+                "Anagrafiche non importate:\n"
+                "Cliente 10 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2020 al 31/12/2099\n"
+                "Cliente 12 uguale al nodo padre, non è possibile salvare la struttura.\n"
+                "Cliente 19 già legato alla distinta B01 - Altri: Nodo padre 18 - Cliente 18 nel periodo dal "
+                "01/01/2024 al 31/12/2099\n"
+                "Cliente 50 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2024 al 31/12/2099\n"));
         QCOMPARE(f.righe(16), 1);
         QCOMPARE(f.righe(10) + f.righe(12) + f.righe(19) + f.righe(50), 4);
-        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 0);
-        QCOMPARE(f.cellaLista(12, QStringLiteral("AssociatoInDistinta")).toInt(), 1);   // as it was
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona"))
+                     .count(QVariant(1)),
+                 0);
+        QCOMPARE(f.cellaLista(12, QStringLiteral("AssociatoInDistinta")).toInt(), 1); // as it was
     }
 
     // The branch rule works on the tree as shown: a subject already below the node, or above it
@@ -152,18 +171,21 @@ private slots:
     {
         Distinte f;
         // 10's link ends before the new period, so only the branch rule can refuse it.
-        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = '2024-12-31 00:00:00' WHERE GD02_ID = %1").arg(f.n10));
-        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAINIZIOVAL = '2025-01-01 00:00:00' WHERE GD02_ID = %1").arg(f.n11));
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = '2024-12-31 00:00:00' WHERE GD02_ID = %1")
+                   .arg(f.n10));
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAINIZIOVAL = '2025-01-01 00:00:00' WHERE GD02_ID = %1")
+                   .arg(f.n11));
         f.apri();
         f.paginaAnagrafiche();
 
-        f.focalizza(12);   // level 2: 10 sits above it
+        f.focalizza(12); // level 2: 10 sits above it
         f.aggiungi({10});
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList({QStringLiteral("Anagrafiche non importate:\nCliente 10 nodo è già un nodo padre nella struttura.\n")}));
+                 QStringList({QStringLiteral(
+                     "Anagrafiche non importate:\nCliente 10 nodo è già un nodo padre nella struttura.\n")}));
 
         f.host.log().clear();
-        f.focalizza(11);   // level 1: the root above is not looked at
+        f.focalizza(11); // level 1: the root above is not looked at
         f.aggiungi({10});
         QVERIFY(f.host.log().isQuiet());
         QCOMPARE(f.righe(10), 2);
@@ -174,7 +196,8 @@ private slots:
         f.focalizza(10);
         f.aggiungi({12});
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList({QStringLiteral("Anagrafiche non importate:\nCliente 12 nodo è già un nodo figlio nella struttura.\n")}));
+                 QStringList({QStringLiteral(
+                     "Anagrafiche non importate:\nCliente 12 nodo è già un nodo figlio nella struttura.\n")}));
     }
 
     // A parent another clerk removed meanwhile takes no children; a failing insert is reported

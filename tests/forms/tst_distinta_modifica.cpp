@@ -58,7 +58,10 @@ class TestDistintaModifica : public QObject
         {
             // Read as text, so that a date comes back as the database stores it.
             return scalar(QStringLiteral("SELECT '=' || COALESCE(%1, 'null') FROM GD02_DISTINTA WHERE GD02_ID = %2")
-                              .arg(column).arg(node)).toString().mid(1);
+                              .arg(column)
+                              .arg(node))
+                .toString()
+                .mid(1);
         }
         QLineEdit *txtAlfa() const { return control<QLineEdit>(QStringLiteral("TXT_ALFA")); }
         void digitaCodice(const QString &text, Qt::Key key = Qt::Key_Return)
@@ -85,20 +88,23 @@ private slots:
         f.scriviData(12, QStringLiteral("trGD02_DATAFINEVAL"), QString());
         f.scriviData(12, QStringLiteral("trGD02_DATAINIZIOVAL"), QStringLiteral("01/01/2100"));
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList({inizio, inizio, fine,
-                              QStringLiteral("Attenzione data validità inizio deve essere inferiore di data validità fine")}));
+                 QStringList(
+                     {inizio, inizio, fine,
+                      QStringLiteral("Attenzione data validità inizio deve essere inferiore di data validità fine")}));
         for (const auto &message : f.host.log().messages())
             QCOMPARE(message.style, fw::MessageStyle::Warning);
         QCOMPARE(f.campo(f.n12, QStringLiteral("GD02_DATAINIZIOVAL")), QStringLiteral("2024-01-01 00:00:00"));
         QCOMPARE(f.campo(f.n12, QStringLiteral("GD02_DATAFINEVAL")), QStringLiteral("2099-12-31 00:00:00"));
-        QCOMPARE(f.albero()->focusedNode().displayText(QStringLiteral("trGD02_DATAINIZIOVAL")), QStringLiteral("01/01/2024"));
+        QCOMPARE(f.albero()->focusedNode().displayText(QStringLiteral("trGD02_DATAINIZIOVAL")),
+                 QStringLiteral("01/01/2024"));
 
         f.host.log().clear();
         f.scriviData(12, QStringLiteral("trGD02_DATAINIZIOVAL"), QStringLiteral("15/03/2024"));
         f.scriviData(12, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("15/03/2024"));
         QVERIFY(f.host.log().isQuiet());
-        QCOMPARE(f.campo(f.n12, QStringLiteral("substr(GD02_DATAINIZIOVAL, 1, 10) || substr(GD02_DATAFINEVAL, 1, 10) "
-                                               "|| GD02_UTENTEVAR || GD02_GRUPPOVAR")),
+        QCOMPARE(f.campo(f.n12,
+                         QStringLiteral("substr(GD02_DATAINIZIOVAL, 1, 10) || substr(GD02_DATAFINEVAL, 1, 10) "
+                                        "|| GD02_UTENTEVAR || GD02_GRUPPOVAR")),
                  QStringLiteral("2024-03-152024-03-15testerADMIN"));
     }
 
@@ -154,7 +160,8 @@ private slots:
 
         f.scegliRegola(11, 4);
         QVERIFY(f.txtAlfa()->isVisible());
-        QVERIFY(f.albero()->cellRect(f.albero()->focusedNode(), QStringLiteral("trGD02_CLIFORFATT_CG44"))
+        QVERIFY(f.albero()
+                    ->cellRect(f.albero()->focusedNode(), QStringLiteral("trGD02_CLIFORFATT_CG44"))
                     .contains(f.txtAlfa()->geometry().center()));
         f.digitaCodice(QStringLiteral("abc"));
         f.digitaCodice(QStringLiteral("999"));
@@ -164,8 +171,10 @@ private slots:
         QVERIFY(f.txtAlfa()->isVisible());
         f.digitaCodice(QStringLiteral("14"));
         QVERIFY(!f.txtAlfa()->isVisible());
-        QCOMPARE(f.campo(f.n11, QStringLiteral("GD02_TIPOANAGFATT || '/' || GD02_CLIFORFATT_CG44")), QStringLiteral("4/14"));
-        QCOMPARE(f.albero()->focusedNode().displayText(QStringLiteral("RagioneSocialeFatt")), QStringLiteral("Cliente 14"));
+        QCOMPARE(f.campo(f.n11, QStringLiteral("GD02_TIPOANAGFATT || '/' || GD02_CLIFORFATT_CG44")),
+                 QStringLiteral("4/14"));
+        QCOMPARE(f.albero()->focusedNode().displayText(QStringLiteral("RagioneSocialeFatt")),
+                 QStringLiteral("Cliente 14"));
 
         // Editing the filled code of a "Manuale" node opens the editor; Escape keeps the code.
         f.albero()->editCell(f.albero()->focusedNode(), QStringLiteral("trGD02_CLIFORFATT_CG44"));
@@ -177,7 +186,8 @@ private slots:
         QCOMPARE(f.campo(f.n11, QStringLiteral("GD02_CLIFORFATT_CG44")), QStringLiteral("14"));
 
         // Under any other rule, starting to edit a filled code wipes it.
-        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 1, GD02_CLIFORFATT_CG44 = 13 WHERE GD02_ID = %1")
+        f.exec(QStringLiteral(
+                   "UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 1, GD02_CLIFORFATT_CG44 = 13 WHERE GD02_ID = %1")
                    .arg(f.n12));
         f.form->CaricaDistinta();
         f.focalizza(12);
@@ -192,7 +202,8 @@ private slots:
     {
         Nodi f;
         f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = NULL, GD02_DATAINIZIOVAL = NULL "
-                              "WHERE GD02_ID = %1").arg(f.n12));
+                              "WHERE GD02_ID = %1")
+                   .arg(f.n12));
         f.apri();
         auto *editor = f.apriEditor<QLineEdit>(12, QStringLiteral("trGD02_DESCR"));
         editor->setText(QStringLiteral("Senza controlli"));
@@ -209,7 +220,8 @@ private slots:
         f.apri();
         const db::ConnectionPtr other = db::Connection::open(f.host.database().connectionString());
         other->execute(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAINIZIOVAL = '2024-02-01 00:00:00', "
-                                      "GD02_DESCR = 'altrove' WHERE GD02_ID = %1").arg(f.n12));
+                                      "GD02_DESCR = 'altrove' WHERE GD02_ID = %1")
+                           .arg(f.n12));
         f.scriviData(12, QStringLiteral("trGD02_DATAINIZIOVAL"), QStringLiteral("01/03/2024"));
         QCOMPARE(f.host.log().messageTexts(),
                  QStringList({QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: "

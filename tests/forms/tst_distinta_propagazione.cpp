@@ -25,9 +25,10 @@ class TestDistintaPropagazione : public QObject
             n13 = nodo(a01, 0, 13, {.parent = n12, .billingRule = 0});
             n14 = nodo(a01, 0, 14, {.parent = n10, .billingRule = 0});
             n15 = nodo(a01, 0, 15, {.billingRule = 2});
-            exec(QStringLiteral("INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, "
-                                "WF01_ORDINE) VALUES (0, 'DISTINTA', 'NUOVO', 'Nuovo', 1, 0), "
-                                "(3, 'DISTINTA', 'APPROV', 'Approvato', 0, 3)"));
+            exec(QStringLiteral(
+                "INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, "
+                "WF01_ORDINE) VALUES (0, 'DISTINTA', 'NUOVO', 'Nuovo', 1, 0), "
+                "(3, 'DISTINTA', 'APPROV', 'Approvato', 0, 3)"));
         }
 
         // The menu opened on a node, as a right click opens it, and one of its commands chosen.
@@ -42,13 +43,16 @@ class TestDistintaPropagazione : public QObject
         QString fatturazione(qint64 node)
         {
             return scalar(QStringLiteral("SELECT GD02_TIPOANAGFATT || '/' || COALESCE(GD02_CLIFORFATT_CG44, '-') "
-                                         "FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(node)).toString();
+                                         "FROM GD02_DISTINTA WHERE GD02_ID = %1")
+                              .arg(node))
+                .toString();
         }
         QString stato(qint64 node)
         {
             return scalar(QStringLiteral("SELECT COALESCE(MAX(WF01_DESCR), '-') FROM GD02_DISTINTA "
                                          "LEFT JOIN WF02_STATORIGA ON WF02_GUID = gd02_guid "
-                                         "LEFT JOIN WF01_STATI ON WF01_ID = WF02_ID_WF01 WHERE GD02_ID = %1").arg(node))
+                                         "LEFT JOIN WF01_STATI ON WF01_ID = WF02_ID_WF01 WHERE GD02_ID = %1")
+                              .arg(node))
                 .toString();
         }
         QComboBox *controlloStato() const
@@ -84,9 +88,10 @@ private slots:
         QVERIFY(!sent.contains(QStringLiteral("GD03_PARAMETRI")));
 
         // An empty code is pushed down as no code.
-        f.comando(11, QStringLiteral("mnuPropagaFigli"));   // 11 now holds 4/13: nothing changes
+        f.comando(11, QStringLiteral("mnuPropagaFigli")); // 11 now holds 4/13: nothing changes
         f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_CLIFORFATT_CG44 = NULL, GD02_TIPOANAGFATT = 2 "
-                              "WHERE GD02_ID = %1").arg(f.n11));
+                              "WHERE GD02_ID = %1")
+                   .arg(f.n11));
         f.form->CaricaDistinta();
         f.comando(11, QStringLiteral("mnuPropagaFigli"));
         QCOMPARE(f.fatturazione(f.n12), QStringLiteral("2/-"));

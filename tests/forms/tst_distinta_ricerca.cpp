@@ -90,7 +90,7 @@ private slots:
         QCOMPARE(f.form->nodi()->value(QStringLiteral("GD02_CLIFOR_CG44")).toInt(), 20);
         f.cercaNellAlbero(QStringLiteral("Osteria"), QStringLiteral("RagSoc"));
         QVERIFY(f.form->nodi()->eof());
-        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));   // moved to the first row before looking
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30")); // moved to the first row before looking
         f.cercaNellAlbero(QString(), QStringLiteral("RagSoc"));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
         QVERIFY(f.host.log().isQuiet());
@@ -109,13 +109,13 @@ private slots:
         QCOMPARE(f.form->nodi()->currentRow(), 0);
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
 
-        f.cercaNellAlbero(QStringLiteral("Bar"), QStringLiteral("RagSoc"));   // "Bar Sport" comes first
+        f.cercaNellAlbero(QStringLiteral("Bar"), QStringLiteral("RagSoc")); // "Bar Sport" comes first
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
-        f.cercaNellAlbero(QStringLiteral("0"), QStringLiteral("Codice"));      // in 10, 20 and 30, equal to none
+        f.cercaNellAlbero(QStringLiteral("0"), QStringLiteral("Codice")); // in 10, 20 and 30, equal to none
         QVERIFY(f.form->nodi()->eof());
         f.cercaNellAlbero(QStringLiteral(" 10 "), QStringLiteral("Codice"));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
-        f.cercaNellAlbero(QStringLiteral("pasticceria"), QStringLiteral("RagSoc"));   // any case
+        f.cercaNellAlbero(QStringLiteral("pasticceria"), QStringLiteral("RagSoc")); // any case
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("20"));
         QVERIFY(f.host.log().isQuiet());
     }
@@ -130,12 +130,13 @@ private slots:
         code->setText(QStringLiteral("30"));
         QTest::keyClick(code, Qt::Key_Return);
         QCOMPARE(f.risultato(QStringLiteral("ANAGRAFICA")), QVariantList({QStringLiteral("30-Bar Sport")}));
-        QCOMPARE(f.risultato(QStringLiteral("DITTA")), QVariantList({1}));   // not the other company's 30
+        QCOMPARE(f.risultato(QStringLiteral("DITTA")), QVariantList({1})); // not the other company's 30
 
         code->setText(QStringLiteral("99"));
         QTest::keyClick(code, Qt::Key_Return);
         QCOMPARE(f.risultati()->model()->rowCount(), 0);
-        QCOMPARE(f.host.log().messageTexts(), QStringList({QStringLiteral("La ricerca non ha prodotto alcun risultato.")}));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList({QStringLiteral("La ricerca non ha prodotto alcun risultato.")}));
     }
 
     void searchAcrossEveryClassification()
@@ -150,7 +151,8 @@ private slots:
         QFile trace(tracePath);
         QVERIFY(trace.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(trace.readAll()),
-                 ricercastatements::crossListSearchQuery(1, QString(), QStringLiteral("dell'Angolo")) + QStringLiteral("\nGO\n"));
+                 ricercastatements::crossListSearchQuery(1, QString(), QStringLiteral("dell'Angolo"))
+                     + QStringLiteral("\nGO\n"));
         QCOMPARE(f.risultato(QStringLiteral("ANAGRAFICA")), QVariantList({QStringLiteral("10-Bar dell'Angolo")}));
         QCOMPARE(f.risultato(QStringLiteral("DISTINTA")), QVariantList({QStringLiteral("A01-Bar e locali")}));
 
@@ -192,7 +194,8 @@ private slots:
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
         const auto vai = [&](int row) {
             fw::RecordsetGrid *grid = f.risultati();
-            QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(row, 0)).center());
+            QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                              grid->visualRect(grid->model()->index(row, 0)).center());
         };
 
         f.cercaOvunque(QString(), QStringLiteral("Forniture"));
@@ -202,7 +205,7 @@ private slots:
         QCOMPARE(f.titolo(), QStringLiteral("FORNITORI       DISTINTA F01-Fornitori merci      (Divisioni: tutte)"));
         QCOMPARE(f.codiciAlbero(), QStringList({"10"}));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXTCERCA"))->text(), QStringLiteral("10"));
-        QCOMPARE(f.form->parti().anagrafiche.lista()->recordCount(), 1);   // the suppliers' list
+        QCOMPARE(f.form->parti().anagrafiche.lista()->recordCount(), 1); // the suppliers' list
 
         f.cercaOvunque(QString(), QStringLiteral("dell'Angolo"));
         vai(0);
@@ -217,7 +220,7 @@ private slots:
         vai(0);
         QCOMPARE(f.selettore()->currentItem(), f.voce(QStringLiteral("C%1").arg(f.a01)));
         QCOMPARE(f.form->parti().albero.tipoSoggetto(), 1);
-        QCOMPARE(f.albero()->count(), 0);   // the customer type read as a supplier type
+        QCOMPARE(f.albero()->count(), 0); // the customer type read as a supplier type
     }
 };
 

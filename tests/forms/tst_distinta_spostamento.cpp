@@ -30,17 +30,21 @@ class TestDistintaSpostamento : public QObject
             n4 = nodo(a01, 0, 1004, {.parent = n2});
             n5 = nodo(a01, 0, 1005);
             n6 = nodo(a01, 0, 1006, {.parent = n5});
-            exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 1, GD02_DESCR = 'ramo' WHERE GD02_ID IN (%1, %2)")
-                     .arg(n2).arg(n3));
+            exec(QStringLiteral(
+                     "UPDATE GD02_DISTINTA SET GD02_INDEREPROMO = 1, GD02_DESCR = 'ramo' WHERE GD02_ID IN (%1, %2)")
+                     .arg(n2)
+                     .arg(n3));
             apri();
         }
         // Every column of the nodes but the parent and the change stamp, to see that a move
         // touches nothing else.
         QStringList righe()
         {
-            const db::RecordsetPtr rows = host.database().connection()->openRecordset(QStringLiteral(
-                "SELECT GD02_ID, GD02_ID_GD01, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, GD02_TIPOANAGFATT, "
-                "GD02_CLIFORFATT_CG44, GD02_DESCR, GD02_INDEREPROMO, GD02_ID_WF02, gd02_guid FROM GD02_DISTINTA ORDER BY GD02_ID"));
+            const db::RecordsetPtr rows = host.database().connection()->openRecordset(
+                QStringLiteral("SELECT GD02_ID, GD02_ID_GD01, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, "
+                               "GD02_TIPOANAGFATT, "
+                               "GD02_CLIFORFATT_CG44, GD02_DESCR, GD02_INDEREPROMO, GD02_ID_WF02, gd02_guid FROM "
+                               "GD02_DISTINTA ORDER BY GD02_ID"));
             QStringList result;
             for (int row = 0; row < rows->recordCount(); ++row) {
                 QStringList values;
@@ -52,7 +56,9 @@ class TestDistintaSpostamento : public QObject
         }
         qint64 padre(qint64 id)
         {
-            return scalar(QStringLiteral("SELECT IFNULL(GD02_IDPARENT_GD02, 0) FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(id)).toLongLong();
+            return scalar(QStringLiteral("SELECT IFNULL(GD02_IDPARENT_GD02, 0) FROM GD02_DISTINTA WHERE GD02_ID = %1")
+                              .arg(id))
+                .toLongLong();
         }
         fw::TreeListNode nodoDi(int code) const
         {
@@ -67,7 +73,8 @@ class TestDistintaSpostamento : public QObject
         {
             rilasciaSu(node, targetCode != 0 ? nodoDi(targetCode) : fw::TreeListNode(), from);
         }
-        void rilasciaSu(const fw::TreeListNode &node, const fw::TreeListNode &target, fw::TreeListNodeMover *from = nullptr)
+        void rilasciaSu(const fw::TreeListNode &node, const fw::TreeListNode &target,
+                        fw::TreeListNodeMover *from = nullptr)
         {
             auto *mover = albero()->findChild<fw::TreeListNodeMover *>();
             QVERIFY(mover);
@@ -91,14 +98,16 @@ private slots:
         const QStringList before = f.righe();
         f.host.log().answerNext(fw::Answer::Yes);
         f.rilascia(f.nodoDi(1002), 1006);
-        QCOMPARE(f.host.log().messageTexts(), QStringList(QStringLiteral("Spostare 1002 - Beta e i suoi 2 nodi sotto 1006 - Zeta?")));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Spostare 1002 - Beta e i suoi 2 nodi sotto 1006 - Zeta?")));
         QCOMPARE(f.host.log().messages().at(0).style, int(fw::MessageStyle::YesNoWarning));
         QCOMPARE(f.padre(f.n2), f.n6);
         QCOMPARE(f.righe(), before);
         QCOMPARE(f.codiciAlbero(), QStringList({"1001", "1005", ".1006", "..1002", "...1003", "...1004"}));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("1002"));
         QVERIFY(f.albero()->isExpanded(f.nodoDi(1006)));
-        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_UTENTEVAR FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n2)).toString(),
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_UTENTEVAR FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n2))
+                     .toString(),
                  f.host.globals().user());
 
         // Onto the empty area: a root, with promotions of its own as a new root has.
@@ -107,7 +116,9 @@ private slots:
         f.rilascia(f.nodoDi(1003), 0);
         QCOMPARE(f.host.log().messageTexts(), QStringList(QStringLiteral("Spostare 1003 - Gamma come capostipite?")));
         QCOMPARE(f.padre(f.n3), 0);
-        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n3)).toInt(), 2);
+        QCOMPARE(
+            f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n3)).toInt(),
+            2);
         QCOMPARE(f.codiciAlbero(), QStringList({"1001", "1003", "1005", ".1006", "..1002", "...1004"}));
     }
 
@@ -121,7 +132,8 @@ private slots:
         QCOMPARE(f.form->parti().spostamento.nodoTagliato(), f.n4);
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->isEnabled());
         QCOMPARE(f.control<QPushButton>(QStringLiteral("CMD_INCOLLANODO"))->toolTip(),
-                 QStringLiteral("Sposta 1004 - Delta sotto il nodo selezionato (Alt+N, Ctrl+V); come capostipite: Ctrl+Maiusc+V"));
+                 QStringLiteral(
+                     "Sposta 1004 - Delta sotto il nodo selezionato (Alt+N, Ctrl+V); come capostipite: Ctrl+Maiusc+V"));
         f.focalizza(1001);
         f.host.log().answerNext(fw::Answer::Yes);
         QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);
@@ -152,15 +164,17 @@ private slots:
             QCOMPARE(f.codiciAlbero(), tree);
         };
         refused(1002, 1002, QStringLiteral("Il nodo 1002 - Beta non può essere spostato sotto sé stesso."));
-        refused(1002, 1004, QStringLiteral("Il nodo 1004 - Delta è nel ramo di 1002 - Beta: un ramo non può essere "
-                                           "spostato sotto uno dei suoi nodi."));
+        refused(1002, 1004,
+                QStringLiteral("Il nodo 1004 - Delta è nel ramo di 1002 - Beta: un ramo non può essere "
+                               "spostato sotto uno dei suoi nodi."));
         refused(1002, 1001, QStringLiteral("Il nodo 1002 - Beta è già sotto 1001 - Alfa."));
         refused(1005, 0, QStringLiteral("Il nodo 1005 - Epsilon è già un capostipite."));
 
         // A subject of the branch on the new parent: 1001's branch holds 1002, which a node of
         // another period also links under 1006.
-        const qint64 other = f.nodo(f.a01, 0, 1002, {.parent = f.n6, .start = QStringLiteral("1990-01-01"),
-                                                     .end = QStringLiteral("1990-12-31")});
+        const qint64 other = f.nodo(
+            f.a01, 0, 1002,
+            {.parent = f.n6, .start = QStringLiteral("1990-01-01"), .end = QStringLiteral("1990-12-31")});
         f.form->CaricaDistinta();
         const QStringList withOther = f.righe();
         f.host.log().clear();
@@ -176,9 +190,10 @@ private slots:
         fw::TreeList otherTree;
         fw::TreeListNodeMover otherMover(&otherTree);
         f.rilascia(f.nodoDi(1001), 1005, &otherMover);
-        QCOMPARE(f.host.log().messageTexts(),
-                 QStringList(QStringLiteral("Il nodo appartiene a un'altra distinta: un nodo si sposta solo all'interno "
-                                            "della sua distinta.")));
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList(QStringLiteral("Il nodo appartiene a un'altra distinta: un nodo si sposta solo all'interno "
+                                       "della sua distinta.")));
     }
 
     void anotherUsersChangeStopsTheMove()
@@ -211,7 +226,7 @@ private slots:
         Rete f;
         const qint64 contract = f.contratto(1003);
         f.scadenza(f.condizione(contract, f.n3), QStringLiteral("2024-12-31"), 2);
-        f.scadenza(f.condizione(contract, f.n6), QStringLiteral("2024-12-31"), 2);   // outside the branch
+        f.scadenza(f.condizione(contract, f.n6), QStringLiteral("2024-12-31"), 2); // outside the branch
         f.host.log().answerNext(fw::Answer::No);
         f.rilascia(f.nodoDi(1002), 1006);
         QCOMPARE(f.host.log().messageTexts(),

@@ -70,7 +70,9 @@ class TestDistintaStampa : public QObject
         {
             const db::RecordsetPtr rows = host.database().connection()->openRecordset(
                 QStringLiteral("SELECT GD04_LIVELLO, GD04_CLIFOR_CG44 FROM GD04_STDISTINTA WHERE GD04_KEY = '%1' "
-                               "AND GD04_DITTA_CG18 = %2 ORDER BY GD04_ID").arg(key).arg(company));
+                               "AND GD04_DITTA_CG18 = %2 ORDER BY GD04_ID")
+                    .arg(key)
+                    .arg(company));
             QStringList result;
             for (int row = 0; row < rows->recordCount(); ++row)
                 result << rows->valueAt(row, 0).toString() + QLatin1Char(' ') + rows->valueAt(row, 1).toString();
@@ -98,11 +100,11 @@ private slots:
         QTest::newRow("empty combo: roots") << QString() << roots;
         QTest::newRow("0: roots") << QStringLiteral("0") << roots;
         QTest::newRow("1° livello: two levels")
-            << QStringLiteral("1°") << QStringList{".1 1001", "..2 1002", ".1 1004", "..2 1005"};
-        QTest::newRow("2: three levels")
-            << QStringLiteral("2") << QStringList{".1 1001", "..2 1002", "...3 1003", ".1 1004", "..2 1005"};
-        QTest::newRow("beyond the depth") << QStringLiteral("40") << QStringList{".1 1001", "..2 1002", "...3 1003",
-                                                                                 ".1 1004", "..2 1005"};
+            << QStringLiteral("1°") << QStringList {".1 1001", "..2 1002", ".1 1004", "..2 1005"};
+        QTest::newRow("2: three levels") << QStringLiteral("2")
+                                         << QStringList {".1 1001", "..2 1002", "...3 1003", ".1 1004", "..2 1005"};
+        QTest::newRow("beyond the depth")
+            << QStringLiteral("40") << QStringList {".1 1001", "..2 1002", "...3 1003", ".1 1004", "..2 1005"};
         QTest::newRow("not a number: roots") << QStringLiteral("livello") << roots;
     }
 
@@ -147,10 +149,10 @@ private slots:
         f.scegliLivello(QStringLiteral("0"));
         f.stampa();
         QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", ".1 1004"}));
-        QCOMPARE(f.righe(f.chiave(), 2), QStringList{".1 7001"});
-        QCOMPARE(f.righe(QStringLiteral("ALTRA-POSTAZIONEaltro")), QStringList{".1 7003"});
+        QCOMPARE(f.righe(f.chiave(), 2), QStringList {".1 7001"});
+        QCOMPARE(f.righe(QStringLiteral("ALTRA-POSTAZIONEaltro")), QStringList {".1 7003"});
 
-        f.stampa();   // the next print replaces its own rows, nothing more
+        f.stampa(); // the next print replaces its own rows, nothing more
         QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", ".1 1004"}));
     }
 
@@ -168,7 +170,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(f.pdf));
         QVERIFY(f.host.log().isQuiet());
 
-        f.clicca(QStringLiteral("C%1").arg(f.tipoA));   // back on a tree: printable again
+        f.clicca(QStringLiteral("C%1").arg(f.tipoA)); // back on a tree: printable again
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_STAMPA"))->isEnabled());
     }
 
@@ -185,7 +187,8 @@ private slots:
         f.stampa();
         QCOMPARE(f.host.log().errorDialogs().size(), 1);
         QCOMPARE(f.host.log().errorDialogs().at(0).procedure, QStringLiteral("Stampa"));
-        QVERIFY(f.host.log().errorDialogs().at(0).databaseErrors.value(0).description.contains(QStringLiteral("spazio esaurito")));
+        QVERIFY(f.host.log().errorDialogs().at(0).databaseErrors.value(0).description.contains(
+            QStringLiteral("spazio esaurito")));
         QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", "..2 1002", ".1 1004", "..2 1005"}));
         QVERIFY(QFileInfo::exists(f.pdf));
 
@@ -194,7 +197,7 @@ private slots:
         f.host.log().answerNext(fw::Answer::Abort);
         f.stampa();
         QCOMPARE(f.host.log().errorDialogs().size(), 1);
-        QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", "..2 1002"}));   // left for the next print
+        QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", "..2 1002"})); // left for the next print
         QVERIFY(!QFileInfo::exists(f.pdf));
     }
 
@@ -222,16 +225,18 @@ private slots:
             if (line.startsWith(QLatin1Char('.')))
                 list << line;
         }
-        QCOMPARE(list, QStringList({".1 1001 Alfa Distribuzione S.p.A. Verona VR 01/01/2024 31/12/2099",
-                                    "..2 1002 Bar dell'Angolo Verona VR 01/01/2024 31/12/2099",
-                                    ".1 1004 Delta Market Verona VR 01/01/2024 31/12/2099",
-                                    "..2 1005 Zakład Łódź Ωmega Verona VR 01/01/2024 31/12/2099"}));
+        QCOMPARE(list,
+                 QStringList({".1 1001 Alfa Distribuzione S.p.A. Verona VR 01/01/2024 31/12/2099",
+                              "..2 1002 Bar dell'Angolo Verona VR 01/01/2024 31/12/2099",
+                              ".1 1004 Delta Market Verona VR 01/01/2024 31/12/2099",
+                              "..2 1005 Zakład Łódź Ωmega Verona VR 01/01/2024 31/12/2099"}));
         // Each level 3 mm (8.5 points) further right.
         const double indent = text.find(QStringLiteral("..2")).x - text.find(QStringLiteral(".1")).x;
         QVERIFY2(qAbs(indent - 3 * 72 / 25.4) < 0.2, qPrintable(QString::number(indent)));
         QVERIFY(lines.last().endsWith(QStringLiteral("Pagina 1 di 1")));
         QVERIFY(QRegularExpression(QStringLiteral("^Stampato il \\d\\d/\\d\\d/\\d{4} alle \\d\\d:\\d\\d"))
-                    .match(lines.last()).hasMatch());
+                    .match(lines.last())
+                    .hasMatch());
     }
 
     // Pages carry the column headings, their number and the count; the title opens the first.
@@ -251,8 +256,9 @@ private slots:
         for (int page = 1; page <= 3; ++page) {
             const QStringList lines = text.lines(page);
             QCOMPARE(lines.contains(QStringLiteral("Distinta di Classificazione anagrafiche")), page == 1);
-            QVERIFY2(lines.contains(QStringLiteral("Livello / Codice Ragione sociale Città Prov. Valido dal Valido al")),
-                     qPrintable(lines.mid(0, 8).join('\n')));
+            QVERIFY2(
+                lines.contains(QStringLiteral("Livello / Codice Ragione sociale Città Prov. Valido dal Valido al")),
+                qPrintable(lines.mid(0, 8).join('\n')));
             QVERIFY2(lines.last().endsWith(QStringLiteral("Pagina %1 di 3").arg(page)), qPrintable(lines.last()));
         }
         QStringList codes;
@@ -299,9 +305,9 @@ private slots:
         f.tipo(0, QStringLiteral("CLI-B"), QStringLiteral("Senza nodi"));
         QVERIFY(f.entry->printList(QStringLiteral("cli-a"), 0));
         QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", ".1 1004"}));
-        QVERIFY(f.entry->printList(QStringLiteral("CLI-A"), std::nullopt));   // the whole tree
+        QVERIFY(f.entry->printList(QStringLiteral("CLI-A"), std::nullopt)); // the whole tree
         QCOMPARE(f.righe(f.chiave()).size(), 5);
-        QVERIFY(!f.entry->form());                                           // no window was opened
+        QVERIFY(!f.entry->form()); // no window was opened
 
         QVERIFY(!f.entry->printList(QStringLiteral("CLI-Z"), 2));
         QVERIFY(!f.entry->printList(QStringLiteral("CLI-B"), 2));

@@ -37,7 +37,10 @@ class TestDistintaUsabilita : public QObject
             b01 = tipo(0, QStringLiteral("B01"), QStringLiteral("Vuota"));
             nodo(a01, 0, 10);
         }
-        fw::RecordsetGrid *griglia() const { return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA")); }
+        fw::RecordsetGrid *griglia() const
+        {
+            return control<fw::RecordsetGrid>(QStringLiteral("GRD_ANAGRAFICHEDISTINTA"));
+        }
         QLineEdit *filtro() const { return control<QLineEdit>(QStringLiteral("TXT_FILTROANAGRAFICHE")); }
         QStringList codiciMostrati() const
         {
@@ -89,17 +92,17 @@ private slots:
         f.clicca(QStringLiteral("C%1").arg(f.a01));
         f.paginaAnagrafiche();
         DistintaFixture::attendi();
-        QCOMPARE(f.codiciMostrati(), (QStringList{"10", "20", "30", "40", "50"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"10", "20", "30", "40", "50"}));
         QCOMPARE(f.filtro()->placeholderText(), QStringLiteral("Filtra per codice, ragione sociale o città"));
 
         QTemporaryDir traceFolder;
         const QString trace = traceFolder.filePath(QStringLiteral("filtro.sql"));
         qputenv("DISTINTA_SQL_TRACE", trace.toLocal8Bit());
         f.filtra(QStringLiteral("ROSSI"));
-        QCOMPARE(f.codiciMostrati(), (QStringList{"10", "30"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"10", "30"}));
         f.spuntaMostrato(30);
         f.filtra(QStringLiteral("100%"));
-        QCOMPARE(f.codiciMostrati(), (QStringList{"40"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"40"}));
         f.spuntaMostrato(40);
         f.filtra(QStringLiteral("Bianchi"));
         qunsetenv("DISTINTA_SQL_TRACE");
@@ -109,9 +112,9 @@ private slots:
 
         f.premi(QStringLiteral("CMD_ADDANAGRCAPO"));
         QVERIFY(f.host.log().isQuiet());
-        QCOMPARE(f.codiciAlbero(), (QStringList{"10", "30", "40"}));
+        QCOMPARE(f.codiciAlbero(), (QStringList {"10", "30", "40"}));
         // The rebuilt list keeps the filter typed.
-        QCOMPARE(f.codiciMostrati(), (QStringList{"20"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"20"}));
     }
 
     // A click on a heading orders the rows (a second one reverses them); the "Sel." heading
@@ -131,16 +134,18 @@ private slots:
         };
         header->resizeSection(3, 200);
         clickHeading(3);
-        QCOMPARE(f.codiciMostrati(), (QStringList{"20", "40", "30", "10", "50"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"20", "40", "30", "10", "50"}));
         clickHeading(3);
-        QCOMPARE(f.codiciMostrati(), (QStringList{"50", "10", "30", "40", "20"}));
+        QCOMPARE(f.codiciMostrati(), (QStringList {"50", "10", "30", "40", "20"}));
         QCOMPARE(grid->model()->index(0, 0).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
         QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Codice")),
-                 (QVariantList{10, 20, 30, 40, 50}));
+                 (QVariantList {10, 20, 30, 40, 50}));
 
         clickHeading(0);
-        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona")).count(QVariant(1)), 5);
-        QCOMPARE(f.codiciMostrati(), (QStringList{"50", "10", "30", "40", "20"}));
+        QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona"))
+                     .count(QVariant(1)),
+                 5);
+        QCOMPARE(f.codiciMostrati(), (QStringList {"50", "10", "30", "40", "20"}));
 
         for (int column = 0; column < grid->model()->columnCount(); ++column)
             QVERIFY2(!grid->model()->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString().isEmpty(),
@@ -168,13 +173,15 @@ private slots:
         QCOMPARE(stop = nextStop(stop), widget(f.albero()->view()));
         QCOMPARE(stop = nextStop(stop), widget(f.control<QLineEdit>(QStringLiteral("TXTCERCA"))));
         QCOMPARE(stop = nextStop(stop), widget(f.control<QToolButton>(QStringLiteral("CMD_CERCA"))));
-        QCOMPARE(stop = nextStop(stop), widget(f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->tabBar()));
+        QCOMPARE(stop = nextStop(stop),
+                 widget(f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->tabBar()));
         f.paginaAnagrafiche();
         QCOMPARE(stop = nextStop(stop), widget(f.filtro()));
         QCOMPARE(stop = nextStop(stop), widget(f.griglia()));
 
         for (QAbstractButton *button : f.form->findChildren<QAbstractButton *>()) {
-            if (!button->objectName().startsWith(QLatin1String("CMD_")) || button->objectName() == QLatin1String("CMD_ESPANDICOLLASSA"))
+            if (!button->objectName().startsWith(QLatin1String("CMD_"))
+                || button->objectName() == QLatin1String("CMD_ESPANDICOLLASSA"))
                 continue;
             QVERIFY2(button->text().contains(QLatin1Char('&')), qPrintable(button->objectName()));
             QVERIFY2(button->toolTip().contains(QLatin1String("Alt+")), qPrintable(button->objectName()));
@@ -218,12 +225,12 @@ private slots:
         f.focalizza(10);
         QTest::keyClick(f.albero()->view(), Qt::Key_Insert);
         QVERIFY(f.host.log().isQuiet());
-        QCOMPARE(f.codiciAlbero(), (QStringList{"10", ".20"}));
+        QCOMPARE(f.codiciAlbero(), (QStringList {"10", ".20"}));
 
         // F5 reads the tree again: a node written meanwhile by someone else shows.
         f.nodo(f.a01, 0, 50);
         QTest::keyClick(f.albero()->view(), Qt::Key_F5);
-        QCOMPARE(f.codiciAlbero(), (QStringList{"10", ".20", "50"}));
+        QCOMPARE(f.codiciAlbero(), (QStringList {"10", ".20", "50"}));
     }
 
     // Empty areas say what to do; a search in the tree without result marks its box, and F3
@@ -271,7 +278,7 @@ private slots:
         search->setText(QStringLiteral("Neri"));
         QVERIFY(search->styleSheet().isEmpty()); // a new text, no mark
         QTest::keyClick(search, Qt::Key_Return);
-        QVERIFY(f.host.log().isQuiet());         // no dialog
+        QVERIFY(f.host.log().isQuiet()); // no dialog
         QVERIFY(!search->styleSheet().isEmpty());
         QTest::keyClick(search, Qt::Key_Backspace);
         QVERIFY(search->styleSheet().isEmpty());
@@ -307,8 +314,9 @@ private slots:
                      qPrintable(QString::number(sizes.at(0))));
             f.form->unload();
         }
-        QSettings(file, QSettings::IniFormat).setValue(QStringLiteral("utente_tester/FRMGD_DISTINTA/TVW_DISTINTA/colonne"),
-                                                      QStringList{QStringLiteral("trGD02_CLIFOR_CG44")});
+        QSettings(file, QSettings::IniFormat)
+            .setValue(QStringLiteral("utente_tester/FRMGD_DISTINTA/TVW_DISTINTA/colonne"),
+                      QStringList {QStringLiteral("trGD02_CLIFOR_CG44")});
         {
             Editor f;
             f.apri();
@@ -349,8 +357,9 @@ private slots:
             auto *tabs = demo.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"));
             tabs->setCurrentIndex(2);
             foto(QStringLiteral("ricerca_vuota"));
-            demo.clicca(QStringLiteral("C%1").arg(demo.scalar(QStringLiteral(
-                "SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'ZZZ'")).toLongLong()));
+            demo.clicca(QStringLiteral("C%1").arg(
+                demo.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'ZZZ'"))
+                    .toLongLong()));
             foto(QStringLiteral("albero_vuoto"));
             demo.clicca(QStringLiteral("P0"));
             foto(QStringLiteral("nessuna_distinta"));

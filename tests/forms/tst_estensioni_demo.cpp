@@ -40,7 +40,8 @@ private slots:
         // The Ho.Re.Ca. channel: a branch head whose link ended with 2022 keeps children linked
         // for good.
         const qint64 horeca = f.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1 "
-                                                      "AND GD01_CODICE = 'CLI-HOR'")).toLongLong();
+                                                      "AND GD01_CODICE = 'CLI-HOR'"))
+                                  .toLongLong();
         f.clicca(QStringLiteral("C%1").arg(horeca));
         const int whole = f.albero()->count();
         QVERIFY(whole > 20);
@@ -55,8 +56,9 @@ private slots:
         int marked = 0;
         for (fw::TreeListNode node = f.albero()->firstNode(); node.isValid(); node = node.next()) {
             const bool valid = data(node, QStringLiteral("trGD02_DATAINIZIOVAL")) <= day
-                               && day <= data(node, QStringLiteral("trGD02_DATAFINEVAL"));
-            const bool isMarked = node.displayText(QStringLiteral("RagioneSociale")).endsWith(QStringLiteral("(non valido al 01/01/2023)"));
+                && day <= data(node, QStringLiteral("trGD02_DATAFINEVAL"));
+            const bool isMarked = node.displayText(QStringLiteral("RagioneSociale"))
+                                      .endsWith(QStringLiteral("(non valido al 01/01/2023)"));
             QCOMPARE(isMarked, !valid);
             if (!valid) {
                 ++marked;
@@ -65,7 +67,7 @@ private slots:
         }
         QVERIFY(marked > 0);
         QVERIFY(f.titolo().contains(QStringLiteral("DISTINTA CLI-HOR-Canale Ho.Re.Ca. alla data 01/01/2023      (")));
-        f.albero()->setFocusedNode(f.albero()->nodeAt(1));   // the greyed head shows unselected
+        f.albero()->setFocusedNode(f.albero()->nodeAt(1)); // the greyed head shows unselected
         foto(f.form, QStringLiteral("alla_data_01-01-2023.png"));
 
         // ---- the workbook of what is shown, all levels
@@ -73,7 +75,8 @@ private slots:
         const QString folder = cartella().isEmpty() ? temporary.path() : cartella();
         const QString workbook = QDir(folder).filePath(QStringLiteral("distinta_al_01-01-2023.xlsx"));
         auto *levels = f.control<QComboBox>(QStringLiteral("CMB_LIVELLO"));
-        QVERIFY(f.form->parti().esportazione.EsportaDistinta(workbook, fw::ExportFile::Format::Xlsx, levels->itemText(levels->count() - 1)));
+        QVERIFY(f.form->parti().esportazione.EsportaDistinta(workbook, fw::ExportFile::Format::Xlsx,
+                                                             levels->itemText(levels->count() - 1)));
         const XlsxSheet sheet(workbook);
         QVERIFY2(sheet.isValid(), qPrintable(sheet.error()));
         QCOMPARE(sheet.rows().size(), shown + 1);
@@ -89,12 +92,15 @@ private slots:
             QStringList cells;
             for (const XlsxSheet::Cell &cell : row.cells)
                 cells << cell.value;
-            dump << QStringLiteral("%1 | %2%3").arg(row.outlineLevel).arg(QString(level * 2, QLatin1Char(' ')), cells.join(QStringLiteral(" ; ")));
+            dump << QStringLiteral("%1 | %2%3")
+                        .arg(row.outlineLevel)
+                        .arg(QString(level * 2, QLatin1Char(' ')), cells.join(QStringLiteral(" ; ")));
         }
         if (!cartella().isEmpty()) {
             QFile text(QDir(folder).filePath(QStringLiteral("distinta_al_01-01-2023.txt")));
             QVERIFY(text.open(QIODevice::WriteOnly));
-            text.write((QStringLiteral("outline | row cells (dates as Excel serial days)\n") + dump.join(u'\n') + u'\n').toUtf8());
+            text.write((QStringLiteral("outline | row cells (dates as Excel serial days)\n") + dump.join(u'\n') + u'\n')
+                           .toUtf8());
         }
 
         // ---- back to the whole list; a leaf of the first root's branch dropped on the last root
@@ -113,8 +119,11 @@ private slots:
         const int leafCode = leaf.value(QStringLiteral("trGD02_CLIFOR_CG44")).toInt();
         const QString homeCode = leaf.parent().value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
         const QString rootCode = lastRoot.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
-        const qint64 leafId = f.form->nodi()->valueAt(leaf.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
-        const qint64 homeId = f.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(leafId)).toLongLong();
+        const qint64 leafId =
+            f.form->nodi()->valueAt(leaf.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
+        const qint64 homeId = f.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1")
+                                           .arg(leafId))
+                                  .toLongLong();
         f.albero()->setFocusedNode(leaf);
         foto(f.form, QStringLiteral("spostamento_prima.png"));
 
@@ -137,7 +146,8 @@ private slots:
         QTest::keyClick(f.albero()->view(), Qt::Key_X, Qt::ControlModifier);
         f.focalizza(homeCode.toInt());
         QTest::keyClick(f.albero()->view(), Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(leafId)).toLongLong(),
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_IDPARENT_GD02 FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(leafId))
+                     .toLongLong(),
                  homeId);
         QCOMPARE(f.albero()->count(), whole);
         QVERIFY(f.host.log().errorDialogs().isEmpty());

@@ -21,7 +21,8 @@ class Shell : public QMainWindow, public fw::MdiHost
     Q_INTERFACES(fw::MdiHost)
 
 public:
-    Shell() : area(new QMdiArea)
+    Shell()
+        : area(new QMdiArea)
     {
         setCentralWidget(area);
         resize(1280, 800);
@@ -68,19 +69,20 @@ private slots:
         std::vector<std::unique_ptr<SubjectCardComponent>> cards;
         QPointer<SubjectCardForm> card;
         f.host.modules().cardOpener = [&](const QString &programId, int company, qint64 code) {
-            auto component = std::make_unique<SubjectCardComponent>(programId == SubjectCardComponent::CustomerCard ? 0 : 1);
+            auto component = std::make_unique<SubjectCardComponent>(
+                programId == SubjectCardComponent::CustomerCard ? 0 : 1);
             fw::HostContext context = f.host.context();
             context.activeFrame = &shell;
             fw::fillHostContract(*component, context);
             component->ShowForm();
-            component->TransferData(QVariantMap{{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), code}});
+            component->TransferData(QVariantMap {{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), code}});
             card = component->form();
             cards.push_back(std::move(component));
             return true;
         };
         f.apri();
         QVERIFY(f.form->isVisible());
-        QCOMPARE(shell.area->subWindowList().size(), 1);   // the editor, in the area
+        QCOMPARE(shell.area->subWindowList().size(), 1); // the editor, in the area
 
         // The type maintenance from the linked managements, on the type the editor shows.
         for (QAction *action : f.control<QToolButton>(QStringLiteral("CMD_GESTIONICOLLEGATE"))->menu()->actions()) {
@@ -101,7 +103,9 @@ private slots:
         foto(&shell, QStringLiteral("anagdistinta.png"));
         QVERIFY(f.anagrafica->unload());
 
-        const qint64 type = f.scalar(QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'FOR-LOG'")).toLongLong();
+        const qint64 type = f.scalar(
+                                 QStringLiteral("SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'FOR-LOG'"))
+                                .toLongLong();
         QTreeWidgetItem *added = f.voce(QStringLiteral("F%1").arg(type));
         QVERIFY(added);
         QCOMPARE(added->parent(), f.voce(QStringLiteral("P1")));
@@ -111,24 +115,32 @@ private slots:
         fw::TreeList *tree = f.albero();
         const fw::TreeListNode node = tree->firstNode().next();
         const QString subject = node.value(QStringLiteral("trGD02_CLIFOR_CG44")).toString();
-        const qint64 nodeId = f.form->nodi()->valueAt(node.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
-        GestioniFixture::conPicker([&] { f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(node, QStringLiteral("trGD02_IDLOCALIZZATA_LP09")); },
-                                   [&](FRMGD_LISTINI *picker) {
-                                       picker->move(shell.geometry().center() - QPoint(picker->width() / 2, picker->height() / 2));
-                                       auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
-                                       QCOMPARE(grid->groupModel()->groupCount(), 3);   // GDO, HOR and STD; NEW has no conditions
-                                       grid->setCurrentIndex(grid->groupModel()->index(1, 1, grid->groupModel()->index(1, 0)));
-                                       foto(picker, QStringLiteral("listini.png"), true);
-                                       QTest::keyClick(grid, Qt::Key_Return);
-                                   });
+        const qint64 nodeId =
+            f.form->nodi()->valueAt(node.row(), f.form->nodi()->fieldIndex(QStringLiteral("GD02_ID"))).toLongLong();
+        GestioniFixture::conPicker(
+            [&] {
+                f.form->parti().priorita.TVW_DISTINTA_OnEditButtonClick(node,
+                                                                        QStringLiteral("trGD02_IDLOCALIZZATA_LP09"));
+            },
+            [&](FRMGD_LISTINI *picker) {
+                picker->move(shell.geometry().center() - QPoint(picker->width() / 2, picker->height() / 2));
+                auto *grid = GestioniFixture::in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
+                QCOMPARE(grid->groupModel()->groupCount(), 3); // GDO, HOR and STD; NEW has no conditions
+                grid->setCurrentIndex(grid->groupModel()->index(1, 1, grid->groupModel()->index(1, 0)));
+                foto(picker, QStringLiteral("listini.png"), true);
+                QTest::keyClick(grid, Qt::Key_Return);
+            });
         QCOMPARE(f.scalar(QStringLiteral("SELECT LP09_CODICE FROM GD02_DISTINTA INNER JOIN LP09_TESTATAPRIORITA "
-                                         "ON LP09_ID = GD02_IDLOCALIZZATA_LP09 WHERE GD02_ID = %1").arg(nodeId)).toString(),
+                                         "ON LP09_ID = GD02_IDLOCALIZZATA_LP09 WHERE GD02_ID = %1")
+                              .arg(nodeId))
+                     .toString(),
                  QStringLiteral("HOR"));
         QCOMPARE(f.control<QLineEdit>(QStringLiteral("TXT_PRIORITA_LOCALIZZATA"))->text(), QStringLiteral("HOR"));
 
         // The subject's card from the tree's menu.
         const QRect cell = tree->cellRect(tree->focusedNode(), QStringLiteral("RagioneSociale"));
-        QTest::mouseClick(tree->view()->viewport(), Qt::RightButton, {}, tree->view()->viewport()->mapFrom(tree, cell.center()));
+        QTest::mouseClick(tree->view()->viewport(), Qt::RightButton, {},
+                          tree->view()->viewport()->mapFrom(tree, cell.center()));
         auto *menu = f.form->findChild<QMenu *>(QStringLiteral("mnuCollegamento"));
         QVERIFY(menu->isVisible());
         for (QAction *action : menu->actions()) {

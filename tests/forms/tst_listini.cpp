@@ -20,7 +20,8 @@ class TestListini : public QObject
                            {QStringLiteral("Condizioni da contratto"), QStringLiteral("Prezzi netti"),
                             QStringLiteral("Listino base")});
             priorita(QStringLiteral("NEW"), QStringLiteral("Priorità in preparazione"));
-            priorita(QStringLiteral("LOCN"), QStringLiteral("Priorità localizzata Nord"), 1, {QStringLiteral("Listino base")});
+            priorita(QStringLiteral("LOCN"), QStringLiteral("Priorità localizzata Nord"), 1,
+                     {QStringLiteral("Listino base")});
             priorita(QStringLiteral("STD"), QStringLiteral("Priorità della seconda ditta"), 0,
                      {QStringLiteral("Listino base")}, 2);
         }
@@ -36,7 +37,10 @@ class TestListini : public QObject
             return opened;
         }
 
-        fw::RecordsetGroupGrid *griglia() const { return in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI")); }
+        fw::RecordsetGroupGrid *griglia() const
+        {
+            return in<fw::RecordsetGroupGrid>(picker, QStringLiteral("QGRID_LISTINI"));
+        }
         ~Priorita() { delete picker; }
 
         PrioritaScelta scelta;
@@ -65,7 +69,10 @@ private slots:
             conditions << model->index(row, condition, gdo).data().toString();
         QCOMPARE(conditions, QStringList({"Condizioni da contratto", "Prezzi netti", "Listino base"}));
         QCOMPARE(gdo.data().toString(), QStringLiteral("Priorità grande distribuzione"));
-        QVERIFY(model->index(0, condition, gdo).siblingAtColumn(model->columnOf(QStringLiteral("Priorità"))).data().isNull());
+        QVERIFY(model->index(0, condition, gdo)
+                    .siblingAtColumn(model->columnOf(QStringLiteral("Priorità")))
+                    .data()
+                    .isNull());
 
         QCOMPARE(model->headerData(model->columnOf(QStringLiteral("Priorità")), Qt::Horizontal).toString(), QString());
         QCOMPARE(model->headerData(condition, Qt::Horizontal).toString(), QStringLiteral("Condizione listini"));
@@ -94,7 +101,7 @@ private slots:
             Priorita f;
             f.apriPicker();
             fw::RecordsetGroupGrid *grid = f.griglia();
-            grid->setCurrentIndex(grid->groupModel()->index(1, 0));   // the heading of STD
+            grid->setCurrentIndex(grid->groupModel()->index(1, 0)); // the heading of STD
             QTest::keyClick(grid, Qt::Key_Return);
             QCOMPARE(f.scelta.IDPriorita, std::optional<double>(double(f.std)));
             QCOMPARE(f.scelta.CodicePriorita, QStringLiteral("STD"));

@@ -56,10 +56,14 @@ class TestParametri : public QObject
             auto *edit = di<QLineEdit>(p, field);
             edit->setText(text);
         }
-        void salva(FRMGD_PARAMETRI *p) { di<fw::GridNavigator>(p, QStringLiteral("GRIDNAV_PARAMETRI"))->press(QStringLiteral("Salva")); }
+        void salva(FRMGD_PARAMETRI *p)
+        {
+            di<fw::GridNavigator>(p, QStringLiteral("GRIDNAV_PARAMETRI"))->press(QStringLiteral("Salva"));
+        }
         QString campo(const QString &column)
         {
-            return scalar(QStringLiteral("SELECT %1 FROM GD03_PARAMETRI WHERE GD03_DITTA_CG18 = 1").arg(column)).toString();
+            return scalar(QStringLiteral("SELECT %1 FROM GD03_PARAMETRI WHERE GD03_DITTA_CG18 = 1").arg(column))
+                .toString();
         }
 
         qint64 a01 = 0, n10 = 0, n11 = 0;
@@ -78,7 +82,8 @@ private slots:
         QCOMPARE(f.di<QComboBox>(p, QStringLiteral("CMB_GD03_TIPOCARICODATA"))->count(), 2);
         QCOMPARE(f.di<QComboBox>(p, QStringLiteral("CMB_GD03_TIPOANAGFATT"))->itemText(3),
                  QStringLiteral("Cli per fatt. del nodo padre"));
-        QCOMPARE(f.di<QComboBox>(p, QStringLiteral("CBO_EREPROMO"))->itemText(2), QStringLiteral("Specifiche per anagrafica"));
+        QCOMPARE(f.di<QComboBox>(p, QStringLiteral("CBO_EREPROMO"))->itemText(2),
+                 QStringLiteral("Specifiche per anagrafica"));
         QVERIFY(f.di<QCheckBox>(p, QStringLiteral("CHK_GD03_FLG_ANAG"))->isHidden());
 
         f.scegli(p, QStringLiteral("CMB_GD03_TIPOCARICODATA"), 1);
@@ -120,7 +125,8 @@ private slots:
         f.scrivi(p, QStringLiteral("TXT_GD03_DATAFINEVAL"), QStringLiteral("01/01/2025"));
         f.salva(p);
         QCOMPARE(f.host.log().messageTexts(),
-                 QStringList{QStringLiteral("Attenzione la data di inizio validità deve essere inferiore alla data di fine validità")});
+                 QStringList {QStringLiteral(
+                     "Attenzione la data di inizio validità deve essere inferiore alla data di fine validità")});
         QCOMPARE(f.host.log().messages().at(0).title, QStringLiteral("Parametri"));
         QCOMPARE(f.campo(QStringLiteral("GD03_DATAINIZIOVAL")), QString());
 
@@ -202,7 +208,9 @@ private slots:
         f.attendi();
         QVERIFY(qobject_cast<QStandardItemModel *>(rule->model())->item(1)->isEnabled());
         f.scegli(p, QStringLiteral("CBO_EREPROMO"), 2);
-        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n11)).toInt(), 2);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n11))
+                     .toInt(),
+                 2);
         QCOMPARE(f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"))->currentData().toInt(), 2);
         QVERIFY(f.host.log().isQuiet());
     }

@@ -84,7 +84,7 @@ private slots:
         auto entry = host.createEntryClass();
         FRMGD_DISTINTA *form = host.openEditor(*entry);
         QList<ScriptedNavigator::FormEvent> &events = host.navigator().formEvents;
-        QCOMPARE(events.size(), 1);   // tsOpen at start-up
+        QCOMPARE(events.size(), 1); // tsOpen at start-up
         QCOMPARE(events.first().formIdentifier, QStringLiteral("FRMGD_DISTINTA"));
         QCOMPARE(events.first().open, 1);
 
@@ -106,7 +106,7 @@ private slots:
         FRMGD_DISTINTA *form = host.openEditor(*entry);
         QVERIFY(!form->isFirstActivation());
         const db::ConnectionPtr connection = form->connection();
-        QVERIFY(connection && connection != host.database().connection());   // a connection of its own
+        QVERIFY(connection && connection != host.database().connection()); // a connection of its own
         QCOMPARE(connection->connectionString(), host.database().connectionString());
         const db::RecordsetPtr recordset = form->recordFrame()->recordset();
 
@@ -137,16 +137,18 @@ private slots:
     {
         ScriptedHost host;
         db::Connection &db = *host.database().connection();
-        db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (2, 'GDO', 'Altra ditta')"));
-        db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, 'GDO', 'Grande distribuzione')"));
+        db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (2, "
+                                  "'GDO', 'Altra ditta')"));
+        db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR) VALUES (1, "
+                                  "'GDO', 'Grande distribuzione')"));
         auto entry = host.createEntryClass();
         auto form = openTypesForm(host, *entry);
         fw::RecordFrame *frame = form->recordFrame();
 
-        QCOMPARE(form->EseguiQuery(), false);            // browsing: nothing to search
+        QCOMPARE(form->EseguiQuery(), false); // browsing: nothing to search
         frame->addNew();
         form->code->setText(QStringLiteral("NUOVO"));
-        QCOMPARE(form->EseguiQuery(), false);            // not there: the new row stays
+        QCOMPARE(form->EseguiQuery(), false); // not there: the new row stays
         QCOMPARE(frame->state(), int(fw::RecordFrame::Insert));
         QCOMPARE(form->code->text(), QStringLiteral("NUOVO"));
 
@@ -198,7 +200,7 @@ private slots:
         QCOMPARE(ran, QStringList(QStringLiteral("seguente")));
         procedure(fw::Answer::Abort);
         QVERIFY(ran.isEmpty());
-        procedure(fw::Answer::Ok);       // any other answer leaves too
+        procedure(fw::Answer::Ok); // any other answer leaves too
         QVERIFY(ran.isEmpty());
         QCOMPARE(log.errorDialogs().size(), 4);
     }
@@ -241,7 +243,8 @@ private slots:
 
         host.log().answerNext(fw::Answer::Abort);
         QVERIFY(!form->writeRow(
-            QStringLiteral("Salva"), [&] { form->connection()->execute(QStringLiteral("UPDATE TABELLA_INESISTENTE SET X = 1")); },
+            QStringLiteral("Salva"),
+            [&] { form->connection()->execute(QStringLiteral("UPDATE TABELLA_INESISTENTE SET X = 1")); },
             [&](const db::DatabaseError &error) { stale << error; }));
         QCOMPARE(stale.size(), 1);
         QCOMPARE(host.log().errorDialogs().size(), 1);
@@ -250,11 +253,16 @@ private slots:
 
     void errorHandlerWithoutLogServiceAborts()
     {
-        TypesForm form;   // no host: no log service
+        TypesForm form; // no host: no log service
         form.setWindowTitle(QStringLiteral("Tipi distinta"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Classe Log non settata")));
         int attempts = 0;
-        QCOMPARE(form.step(QStringLiteral("Form_Activate"), [&] { ++attempts; throw std::runtime_error("x"); }), false);
+        QCOMPARE(form.step(QStringLiteral("Form_Activate"),
+                           [&] {
+                               ++attempts;
+                               throw std::runtime_error("x");
+                           }),
+                 false);
         QCOMPARE(attempts, 1);
     }
 
@@ -272,7 +280,7 @@ private slots:
         QCOMPARE(form->unload(), false);
         QCOMPARE(host.log().messages().size(), 1);
         QCOMPARE(host.log().messages().first().title, QStringLiteral("Tipi distinta"));
-        QVERIFY(host.navigator().closeQuestions.isEmpty());   // stopped before the script layer
+        QVERIFY(host.navigator().closeQuestions.isEmpty()); // stopped before the script layer
 
         // Saving fails (another user changed the row): whatever the answer to the error, the
         // form stays open with the change, nothing is lost.
@@ -322,13 +330,14 @@ private slots:
         form->workingCompanyChanged();
         QCOMPARE(host.log().messages().size(), 1);
         const ScriptedLogService::Message &message = host.log().messages().first();
-        QCOMPARE(message.text, QStringLiteral("Cambiando la ditta di lavoro è necessario uscire e rientrare nel programma."));
+        QCOMPARE(message.text,
+                 QStringLiteral("Cambiando la ditta di lavoro è necessario uscire e rientrare nel programma."));
         QCOMPARE(message.style, 48);
         QCOMPARE(message.title, QStringLiteral("Distinta clienti"));
         QVERIFY(!form || (!form->isVisible() && !form->ActiveDll()));
         QCOMPARE(host.navigator().formEvents.last().open, 0);
 
-        TypesForm other;   // a form without the operation ignores the change
+        TypesForm other; // a form without the operation ignores the change
         other.workingCompanyChanged();
         QCOMPARE(host.log().messages().size(), 1);
     }

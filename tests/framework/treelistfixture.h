@@ -16,7 +16,7 @@ struct TreeListFixture
     struct Node
     {
         qint64 id;
-        QVariant parent;   // null for a root
+        QVariant parent; // null for a root
         QString name;
         bool loaded = true;
     };
@@ -29,31 +29,48 @@ struct TreeListFixture
 
     TreeListFixture()
     {
-        connection = db::Connection::open(QStringLiteral("Provider=SQLite;Data Source=%1")
-                                              .arg(folder.filePath(QStringLiteral("nodi.sqlite"))));
-        connection->execute(QStringLiteral(
-            "CREATE TABLE NODI (ID INTEGER PRIMARY KEY, PADRE INTEGER NULL, SEQ INTEGER NOT NULL, "
-            "NOME VARCHAR(60) NOT NULL, INIZIO DATETIME NULL, TIPO INTEGER NULL, PRIO INTEGER NULL, "
-            "CARICATO INTEGER NOT NULL)"));
+        connection = db::Connection::open(
+            QStringLiteral("Provider=SQLite;Data Source=%1").arg(folder.filePath(QStringLiteral("nodi.sqlite"))));
+        connection->execute(
+            QStringLiteral("CREATE TABLE NODI (ID INTEGER PRIMARY KEY, PADRE INTEGER NULL, SEQ INTEGER NOT NULL, "
+                           "NOME VARCHAR(60) NOT NULL, INIZIO DATETIME NULL, TIPO INTEGER NULL, PRIO INTEGER NULL, "
+                           "CARICATO INTEGER NOT NULL)"));
         tree = std::make_unique<fw::TreeList>();
         tree->setBandCaption(QStringLiteral("Dettaglio"));
         using Kind = fw::TreeListColumnKind;
-        tree->addColumn({.name = QStringLiteral("trID"), .caption = QStringLiteral("Codice"),
-                         .fieldName = QStringLiteral("ID"), .alignment = Qt::AlignRight, .readOnly = true,
+        tree->addColumn({.name = QStringLiteral("trID"),
+                         .caption = QStringLiteral("Codice"),
+                         .fieldName = QStringLiteral("ID"),
+                         .alignment = Qt::AlignRight,
+                         .readOnly = true,
                          .inPlaceEditor = false});
-        tree->addColumn({.name = QStringLiteral("trNOME"), .caption = QStringLiteral("Nome"),
-                         .fieldName = QStringLiteral("NOME"), .designWidth = 300});
-        tree->addColumn({.name = QStringLiteral("trINIZIO"), .caption = QStringLiteral("Inizio"),
-                         .fieldName = QStringLiteral("INIZIO"), .kind = Kind::Date, .designWidth = 300});
-        tree->addColumn({.name = QStringLiteral("trTIPO"), .caption = QStringLiteral("Tipo"),
-                         .fieldName = QStringLiteral("TIPO"), .kind = Kind::ImageCombo, .designWidth = 300,
-                         .comboItems = {{0, QStringLiteral("Nessuno"), {}}, {1, QStringLiteral("Padre"), {}},
-                                        {4, QStringLiteral("Manuale"), {}}}});
-        tree->addColumn({.name = QStringLiteral("trPRIO"), .caption = QStringLiteral("Priorità"),
-                         .fieldName = QStringLiteral("PRIO"), .kind = Kind::ButtonEdit, .readOnly = true,
+        tree->addColumn({.name = QStringLiteral("trNOME"),
+                         .caption = QStringLiteral("Nome"),
+                         .fieldName = QStringLiteral("NOME"),
                          .designWidth = 300});
-        tree->addColumn({.name = QStringLiteral("Nota"), .caption = QStringLiteral("Nota"),
-                         .kind = Kind::Unbound, .designWidth = 300});
+        tree->addColumn({.name = QStringLiteral("trINIZIO"),
+                         .caption = QStringLiteral("Inizio"),
+                         .fieldName = QStringLiteral("INIZIO"),
+                         .kind = Kind::Date,
+                         .designWidth = 300});
+        tree->addColumn({.name = QStringLiteral("trTIPO"),
+                         .caption = QStringLiteral("Tipo"),
+                         .fieldName = QStringLiteral("TIPO"),
+                         .kind = Kind::ImageCombo,
+                         .designWidth = 300,
+                         .comboItems = {{0, QStringLiteral("Nessuno"), {}},
+                                        {1, QStringLiteral("Padre"), {}},
+                                        {4, QStringLiteral("Manuale"), {}}}});
+        tree->addColumn({.name = QStringLiteral("trPRIO"),
+                         .caption = QStringLiteral("Priorità"),
+                         .fieldName = QStringLiteral("PRIO"),
+                         .kind = Kind::ButtonEdit,
+                         .readOnly = true,
+                         .designWidth = 300});
+        tree->addColumn({.name = QStringLiteral("Nota"),
+                         .caption = QStringLiteral("Nota"),
+                         .kind = Kind::Unbound,
+                         .designWidth = 300});
         tree->setKeyField(QStringLiteral("ID"));
         tree->setParentField(QStringLiteral("PADRE"));
         tester = std::make_unique<QAbstractItemModelTester>(tree->model(),
@@ -76,8 +93,8 @@ struct TreeListFixture
 
     void bind()
     {
-        recordset = connection->openRecordset(QStringLiteral(
-            "SELECT ID, PADRE, NOME, INIZIO, TIPO, PRIO FROM NODI WHERE CARICATO = 1 ORDER BY SEQ"));
+        recordset = connection->openRecordset(
+            QStringLiteral("SELECT ID, PADRE, NOME, INIZIO, TIPO, PRIO FROM NODI WHERE CARICATO = 1 ORDER BY SEQ"));
         tree->setRecordset(recordset);
     }
 

@@ -23,27 +23,33 @@ private slots:
         QTest::addColumn<QVariant>("expected");
         const auto midnight = [](int y, int m, int d) { return QVariant(QDateTime(QDate(y, m, d), QTime(0, 0))); };
 
-        QTest::newRow("integer") << QVariant(QStringLiteral(" 1043 ")) << int(db::FieldType::Integer) << QVariant(1043LL);
-        QTest::newRow("negative integer") << QVariant(QStringLiteral("-7")) << int(db::FieldType::Integer) << QVariant(-7LL);
-        QTest::newRow("integer with letters stays") << QVariant(QStringLiteral("12a")) << int(db::FieldType::Integer)
-                                                    << QVariant(QStringLiteral("12a"));
+        QTest::newRow("integer") << QVariant(QStringLiteral(" 1043 ")) << int(db::FieldType::Integer)
+                                 << QVariant(1043LL);
+        QTest::newRow("negative integer")
+            << QVariant(QStringLiteral("-7")) << int(db::FieldType::Integer) << QVariant(-7LL);
+        QTest::newRow("integer with letters stays")
+            << QVariant(QStringLiteral("12a")) << int(db::FieldType::Integer) << QVariant(QStringLiteral("12a"));
         QTest::newRow("flag from a box") << QVariant(true) << int(db::FieldType::Boolean) << QVariant(1);
-        QTest::newRow("decimal comma") << QVariant(QStringLiteral("1,5")) << int(db::FieldType::Decimal) << QVariant(1.5);
-        QTest::newRow("decimal point") << QVariant(QStringLiteral("2.25")) << int(db::FieldType::Double) << QVariant(2.25);
-        QTest::newRow("decimal not a number stays") << QVariant(QStringLiteral("uno")) << int(db::FieldType::Decimal)
-                                                    << QVariant(QStringLiteral("uno"));
+        QTest::newRow("decimal comma") << QVariant(QStringLiteral("1,5")) << int(db::FieldType::Decimal)
+                                       << QVariant(1.5);
+        QTest::newRow("decimal point") << QVariant(QStringLiteral("2.25")) << int(db::FieldType::Double)
+                                       << QVariant(2.25);
+        QTest::newRow("decimal not a number stays")
+            << QVariant(QStringLiteral("uno")) << int(db::FieldType::Decimal) << QVariant(QStringLiteral("uno"));
         QTest::newRow("date typed") << QVariant(QStringLiteral("05/03/2024")) << int(db::FieldType::DateTime)
                                     << midnight(2024, 3, 5);
         QTest::newRow("open end") << QVariant(QStringLiteral("31/12/2099")) << int(db::FieldType::DateTime)
                                   << midnight(2099, 12, 31);
         QTest::newRow("leap day") << QVariant(QStringLiteral("29/02/2024")) << int(db::FieldType::DateTime)
                                   << midnight(2024, 2, 29);
-        QTest::newRow("no leap day stays text") << QVariant(QStringLiteral("29/02/2023")) << int(db::FieldType::DateTime)
-                                                << QVariant(QStringLiteral("29/02/2023"));
-        QTest::newRow("month first stays text") << QVariant(QStringLiteral("12/31/2099")) << int(db::FieldType::DateTime)
-                                                << QVariant(QStringLiteral("12/31/2099"));
-        QTest::newRow("date from a calendar") << QVariant(QDate(2024, 1, 31)) << int(db::FieldType::DateTime)
-                                              << midnight(2024, 1, 31);
+        QTest::newRow("no leap day stays text")
+            << QVariant(QStringLiteral("29/02/2023")) << int(db::FieldType::DateTime)
+            << QVariant(QStringLiteral("29/02/2023"));
+        QTest::newRow("month first stays text")
+            << QVariant(QStringLiteral("12/31/2099")) << int(db::FieldType::DateTime)
+            << QVariant(QStringLiteral("12/31/2099"));
+        QTest::newRow("date from a calendar")
+            << QVariant(QDate(2024, 1, 31)) << int(db::FieldType::DateTime) << midnight(2024, 1, 31);
         QTest::newRow("text untouched") << QVariant(QStringLiteral(" A01 ")) << int(db::FieldType::Text)
                                         << QVariant(QStringLiteral(" A01 "));
         QTest::newRow("null stays null") << QVariant() << int(db::FieldType::Integer) << QVariant();
@@ -66,26 +72,27 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("same");
 
-        QTest::newRow("code typed as text") << QVariant(QStringLiteral("1043")) << QVariant(1043LL)
-                                            << int(db::FieldType::Integer) << true;
+        QTest::newRow("code typed as text")
+            << QVariant(QStringLiteral("1043")) << QVariant(1043LL) << int(db::FieldType::Integer) << true;
         QTest::newRow("another code") << QVariant(QStringLiteral("1044")) << QVariant(1043LL)
                                       << int(db::FieldType::Integer) << false;
-        QTest::newRow("amount with a comma") << QVariant(QStringLiteral("1,50")) << QVariant(1.5)
-                                             << int(db::FieldType::Decimal) << true;
-        QTest::newRow("letters against a number") << QVariant(QStringLiteral("abc")) << QVariant(0LL)
-                                                  << int(db::FieldType::Integer) << false;
-        QTest::newRow("text ignores case and blanks") << QVariant(QStringLiteral(" a01")) << QVariant(QStringLiteral("A01  "))
-                                                      << int(db::FieldType::Text) << true;
+        QTest::newRow("amount with a comma")
+            << QVariant(QStringLiteral("1,50")) << QVariant(1.5) << int(db::FieldType::Decimal) << true;
+        QTest::newRow("letters against a number")
+            << QVariant(QStringLiteral("abc")) << QVariant(0LL) << int(db::FieldType::Integer) << false;
+        QTest::newRow("text ignores case and blanks")
+            << QVariant(QStringLiteral(" a01")) << QVariant(QStringLiteral("A01  ")) << int(db::FieldType::Text)
+            << true;
         QTest::newRow("text differs") << QVariant(QStringLiteral("A01")) << QVariant(QStringLiteral("A011"))
                                       << int(db::FieldType::Text) << false;
         QTest::newRow("date typed against the stored day")
             << QVariant(QStringLiteral("05/03/2024")) << QVariant(QDateTime(QDate(2024, 3, 5), QTime(0, 0)))
             << int(db::FieldType::DateTime) << true;
         QTest::newRow("the next day") << QVariant(QStringLiteral("06/03/2024"))
-                                      << QVariant(QDateTime(QDate(2024, 3, 5), QTime(0, 0))) << int(db::FieldType::DateTime)
-                                      << false;
-        QTest::newRow("a null stored value matches nothing") << QVariant(QStringLiteral("")) << QVariant()
-                                                             << int(db::FieldType::Text) << false;
+                                      << QVariant(QDateTime(QDate(2024, 3, 5), QTime(0, 0)))
+                                      << int(db::FieldType::DateTime) << false;
+        QTest::newRow("a null stored value matches nothing")
+            << QVariant(QStringLiteral("")) << QVariant() << int(db::FieldType::Text) << false;
         QTest::newRow("not even a null typed") << QVariant() << QVariant() << int(db::FieldType::Integer) << false;
     }
 
@@ -138,7 +145,7 @@ private slots:
         controlvalue::write(&kind, QVariant());
         QCOMPARE(kind.currentIndex(), -1);
         QVERIFY(controlvalue::read(&kind).isNull());
-        controlvalue::write(&kind, 7);   // no such item
+        controlvalue::write(&kind, 7); // no such item
         QCOMPARE(kind.currentIndex(), -1);
 
         QComboBox plain;
@@ -181,7 +188,7 @@ private slots:
         QCheckBox flag;
         QSpinBox spin;
         QPlainTextEdit note;
-        for (QWidget *control : std::initializer_list<QWidget *>{&line, &combo, &flag, &spin, &note})
+        for (QWidget *control : std::initializer_list<QWidget *> {&line, &combo, &flag, &spin, &note})
             QVERIFY(controlvalue::onChange(control, &context, count));
         line.setText(QStringLiteral("x"));
         combo.setCurrentIndex(1);

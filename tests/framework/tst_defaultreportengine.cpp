@@ -92,14 +92,15 @@ private slots:
         connect(types.get(), &fw::ReportEngine::BeforePrintReport, this, [&] {
             ++before;
             try {
-                types->setParameter(QStringLiteral("NOTE"), QStringLiteral("x"));   // the layout has none
+                types->setParameter(QStringLiteral("NOTE"), QStringLiteral("x")); // the layout has none
             } catch (const std::invalid_argument &error) {
                 refused = QString::fromUtf8(error.what());
             }
         });
         types->run();
         QCOMPARE(before, 1);
-        QCOMPARE(refused, QStringLiteral("Il modello di stampa \"%1\" non ha il parametro NOTE.").arg(types->layoutPath()));
+        QCOMPARE(refused,
+                 QStringLiteral("Il modello di stampa \"%1\" non ha il parametro NOTE.").arg(types->layoutPath()));
         QVERIFY(!types->wasCancelled());
         QCOMPARE(types->pageCount(), 1);
 
@@ -221,7 +222,7 @@ private slots:
         QVERIFY(rows.wasCancelled());
         QVERIFY(old.open(QIODevice::ReadOnly));
         QCOMPARE(old.readAll(), QByteArray("vecchio"));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"righe.pdf"});
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList {"righe.pdf"});
     }
 
     void whatCannotBePrintedSaysWhy()
@@ -233,7 +234,8 @@ private slots:
         types->setRunMode(fw::ReportEngine::RunMode::Pdf);
 
         types->setOutputFile(folder.path());
-        QCOMPARE(runError(*types), QStringLiteral("Impossibile scrivere il file PDF \"%1\": è una cartella.").arg(folder.path()));
+        QCOMPARE(runError(*types),
+                 QStringLiteral("Impossibile scrivere il file PDF \"%1\": è una cartella.").arg(folder.path()));
         const QString nowhere = folder.filePath(QStringLiteral("manca/tipi.pdf"));
         types->setOutputFile(nowhere);
         QVERIFY(runError(*types).startsWith(QStringLiteral("Impossibile scrivere il file PDF \"%1\": ").arg(nowhere)));
@@ -249,8 +251,10 @@ private slots:
         types->setRunMode(fw::ReportEngine::RunMode::Pdf);
         types->setOutputFile(folder.filePath(QStringLiteral("tipi.pdf")));
         types->setQuery(QStringLiteral("SELECT MO09_CODDIST FROM MO09_TIPODIST"));
-        QCOMPARE(runError(*types), QStringLiteral("Modello di stampa \"%1\", riga 26: il campo MO09_DITTA non è tra "
-                                                  "quelli letti dalla stampa").arg(types->layoutPath()));
+        QCOMPARE(runError(*types),
+                 QStringLiteral("Modello di stampa \"%1\", riga 26: il campo MO09_DITTA non è tra "
+                                "quelli letti dalla stampa")
+                     .arg(types->layoutPath()));
         QVERIFY(types->layoutPath().endsWith(QStringLiteral("/reports/MO09_TIPODIST_01.layout")));
         QVERIFY(!QFileInfo::exists(folder.filePath(QStringLiteral("tipi.pdf"))));
     }

@@ -55,9 +55,9 @@ private slots:
     void themeNamesEveryGridColour()
     {
         fw::DefaultTheme theme;
-        for (const char *name : {"GridHeaderColor", "GridFontColor", "GridBorderColor", "GridFooterColor",
-                                 "GridHeaderFontColor", "GridHideSelectionColor", "GridHighLightColor",
-                                 "GridHighLightFontColor"})
+        for (const char *name :
+             {"GridHeaderColor", "GridFontColor", "GridBorderColor", "GridFooterColor", "GridHeaderFontColor",
+              "GridHideSelectionColor", "GridHighLightColor", "GridHighLightFontColor"})
             QVERIFY2(theme.color(QLatin1String(name)).isValid(), name);
         QVERIFY(!theme.color(QStringLiteral("Sconosciuto")).isValid());
     }
@@ -79,7 +79,8 @@ private slots:
         const auto visible = [&] {
             const db::RecordsetPtr rows = database.connection()->openRecordset(
                 QStringLiteral("SELECT GD01_CODICE FROM GD01_TIPODISTINTA WHERE GD01_DITTA_CG18 = 1")
-                + globals.divisionVisibility(QStringLiteral("GD01_IDDIV_CO1A")) + QStringLiteral(" ORDER BY GD01_CODICE"));
+                + globals.divisionVisibility(QStringLiteral("GD01_IDDIV_CO1A"))
+                + QStringLiteral(" ORDER BY GD01_CODICE"));
             QStringList codes;
             for (int row = 0; row < rows->recordCount(); ++row)
                 codes << rows->valueAt(row, 0).toString();
@@ -96,10 +97,12 @@ private slots:
     {
         TestDatabase database;
         db::Connection &db = *database.connection();
-        db.execute(QStringLiteral("INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE)"
-                                  " VALUES (5, 'DISTINTA', 'BOZ', 'Bozza', 1, 1)"));
-        db.execute(QStringLiteral("INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE)"
-                                  " VALUES (6, 'DISTINTA', 'APP', 'Approvata', 0, 2)"));
+        db.execute(QStringLiteral(
+            "INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE)"
+            " VALUES (5, 'DISTINTA', 'BOZ', 'Bozza', 1, 1)"));
+        db.execute(QStringLiteral(
+            "INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE)"
+            " VALUES (6, 'DISTINTA', 'APP', 'Approvata', 0, 2)"));
         fw::SqlWorkflowStateService states(database.connection(), QStringLiteral("tester"), QStringLiteral("ADMIN"));
 
         QCOMPARE(states.GetDefaultFlussoStato(QStringLiteral("DISTINTA")), 5);
@@ -107,14 +110,15 @@ private slots:
         QVERIFY(states.GetDescrizioneStatoFromGUID(QStringLiteral("g-1")).isEmpty());
 
         states.ConfermaStato(QStringLiteral("g-1"), 5);
-        states.ConfermaStato(QStringLiteral("g-1"), 6);   // changes the state, no second record
+        states.ConfermaStato(QStringLiteral("g-1"), 6); // changes the state, no second record
         QCOMPARE(states.GetDescrizioneStatoFromGUID(QStringLiteral("g-1")), QStringLiteral("Approvata"));
         QCOMPARE(database.scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA")).toInt(), 1);
-        QCOMPARE(database.scalar(QStringLiteral("SELECT WF02_UTENTEVAR FROM WF02_STATORIGA")).toString(), QStringLiteral("tester"));
+        QCOMPARE(database.scalar(QStringLiteral("SELECT WF02_UTENTEVAR FROM WF02_STATORIGA")).toString(),
+                 QStringLiteral("tester"));
 
         states.DuplicaStato(QStringLiteral("g-1"), QStringLiteral("g'2"));
         QCOMPARE(states.GetDescrizioneStatoFromGUID(QStringLiteral("g'2")), QStringLiteral("Approvata"));
-        states.DuplicaStato(QStringLiteral("senza"), QStringLiteral("g-3"));   // no state to copy
+        states.DuplicaStato(QStringLiteral("senza"), QStringLiteral("g-3")); // no state to copy
         QCOMPARE(database.scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA")).toInt(), 2);
     }
 };

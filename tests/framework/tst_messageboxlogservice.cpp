@@ -84,7 +84,8 @@ private slots:
         whenTheBoxOpens(&error, pressing(QMessageBox::Abort));
         log.showMessage(QStringLiteral("Errore"), QStringLiteral("Titolo"), fw::MessageStyle::ErrorDialog);
         error.captions.sort();
-        QCOMPARE(error.captions, QStringList({QStringLiteral("Ignora"), QStringLiteral("Interrompi"), QStringLiteral("Riprova")}));
+        QCOMPARE(error.captions,
+                 QStringList({QStringLiteral("Ignora"), QStringLiteral("Interrompi"), QStringLiteral("Riprova")}));
     }
 
     void stylesGiveButtonsIconAndDefault_data()
@@ -97,23 +98,24 @@ private slots:
         QTest::addColumn<int>("pressed");
         QTest::addColumn<int>("answer");
 
-        QTest::newRow("48 warning") << 48 << QList<B>{B::Ok} << int(QMessageBox::Warning) << int(B::Ok)
-                                    << int(B::Ok) << int(fw::Answer::Ok);
-        QTest::newRow("64 notice") << 64 << QList<B>{B::Ok} << int(QMessageBox::Information) << int(B::Ok)
+        QTest::newRow("48 warning") << 48 << QList<B> {B::Ok} << int(QMessageBox::Warning) << int(B::Ok) << int(B::Ok)
+                                    << int(fw::Answer::Ok);
+        QTest::newRow("64 notice") << 64 << QList<B> {B::Ok} << int(QMessageBox::Information) << int(B::Ok)
                                    << int(B::Ok) << int(fw::Answer::Ok);
         QTest::newRow("308 yes/no, No default, Yes taken")
-            << 308 << QList<B>{B::Yes, B::No} << int(QMessageBox::Warning) << int(B::No) << int(B::Yes) << int(fw::Answer::Yes);
-        QTest::newRow("292 question") << 292 << QList<B>{B::Yes, B::No} << int(QMessageBox::Question) << int(B::No)
+            << 308 << QList<B> {B::Yes, B::No} << int(QMessageBox::Warning) << int(B::No) << int(B::Yes)
+            << int(fw::Answer::Yes);
+        QTest::newRow("292 question") << 292 << QList<B> {B::Yes, B::No} << int(QMessageBox::Question) << int(B::No)
                                       << int(B::No) << int(fw::Answer::No);
         QTest::newRow("4370 error dialog, Ignore taken")
-            << 4370 << QList<B>{B::Abort, B::Retry, B::Ignore} << int(QMessageBox::Critical) << int(B::Retry)
+            << 4370 << QList<B> {B::Abort, B::Retry, B::Ignore} << int(QMessageBox::Critical) << int(B::Retry)
             << int(B::Ignore) << int(fw::Answer::Ignore);
         QTest::newRow("yes/no/cancel, Cancel default")
-            << 3 + 32 + 512 << QList<B>{B::Yes, B::No, B::Cancel} << int(QMessageBox::Question) << int(B::Cancel)
+            << 3 + 32 + 512 << QList<B> {B::Yes, B::No, B::Cancel} << int(QMessageBox::Question) << int(B::Cancel)
             << int(B::No) << int(fw::Answer::No);
-        QTest::newRow("ok/cancel, first default") << 1 + 16 << QList<B>{B::Ok, B::Cancel} << int(QMessageBox::Critical)
-                                                 << int(B::Ok) << int(B::Cancel) << int(fw::Answer::Cancel);
-        QTest::newRow("retry/cancel") << 5 << QList<B>{B::Retry, B::Cancel} << int(QMessageBox::NoIcon)
+        QTest::newRow("ok/cancel, first default") << 1 + 16 << QList<B> {B::Ok, B::Cancel} << int(QMessageBox::Critical)
+                                                  << int(B::Ok) << int(B::Cancel) << int(fw::Answer::Cancel);
+        QTest::newRow("retry/cancel") << 5 << QList<B> {B::Retry, B::Cancel} << int(QMessageBox::NoIcon)
                                       << int(B::Retry) << int(B::Retry) << int(fw::Answer::Retry);
     }
 
@@ -136,7 +138,7 @@ private slots:
         QCOMPARE(int(*seen.defaultButton), defaultButton);
         QCOMPARE(seen.title, QStringLiteral("Titolo"));
         QCOMPARE(seen.text, QStringLiteral("Testo"));
-        QCOMPARE(seen.onTop, bool(style & fw::MessageStyle::SystemModal));   // system-modal stays in front
+        QCOMPARE(seen.onTop, bool(style & fw::MessageStyle::SystemModal)); // system-modal stays in front
         // The unattended service answers what the default button would.
         QCOMPARE(fw::MessageBoxLogService::defaultAnswer(style), [&] {
             switch (defaultButton) {
@@ -176,19 +178,21 @@ private slots:
     {
         fw::MessageBoxLogService log;
         log.logError(QStringLiteral("CaricaDistinta"), QStringLiteral("no such table: GD02_DISTINTA"));
-        log.logDatabaseErrors({{QStringLiteral("no such table: GD02_DISTINTA"), QStringLiteral("SQLite"), QString(), 1},
-                               {QStringLiteral("Login non riuscito"), QStringLiteral("ODBC"), QStringLiteral("28000"), 18456}});
+        log.logDatabaseErrors(
+            {{QStringLiteral("no such table: GD02_DISTINTA"), QStringLiteral("SQLite"), QString(), 1},
+             {QStringLiteral("Login non riuscito"), QStringLiteral("ODBC"), QStringLiteral("28000"), 18456}});
         Seen seen;
         whenTheBoxOpens(&seen, pressing(QMessageBox::Retry));
         QCOMPARE(log.showErrorDialog(QStringLiteral("CaricaDistinta"), QStringLiteral("VRAX Prove"),
                                      QStringLiteral("Distinta di classificazione"), fw::MessageStyle::ErrorDialog),
                  int(fw::Answer::Retry));
         QCOMPARE(seen.title, QStringLiteral("VRAX Prove - Distinta di classificazione"));
-        QCOMPARE(seen.text, QStringLiteral("Si è verificato un errore in CaricaDistinta.\n"
-                                           "\nno such table: GD02_DISTINTA\n"
-                                           "\nErrori del database:\n"
-                                           "SQLite (1): no such table: GD02_DISTINTA\n"
-                                           "ODBC [28000] (18456): Login non riuscito"));
+        QCOMPARE(seen.text,
+                 QStringLiteral("Si è verificato un errore in CaricaDistinta.\n"
+                                "\nno such table: GD02_DISTINTA\n"
+                                "\nErrori del database:\n"
+                                "SQLite (1): no such table: GD02_DISTINTA\n"
+                                "ODBC [28000] (18456): Login non riuscito"));
         QVERIFY(seen.onTop);
 
         // The next dialog starts afresh; without a caption the title is the application's.
@@ -209,15 +213,17 @@ private slots:
         const auto run = std::make_shared<fw::UnattendedRun>();
         fw::MessageBoxLogService log(run);
         log.logError(QStringLiteral("CaricaDistinta"), QStringLiteral("database disk image is malformed"));
-        log.logDatabaseErrors({{QStringLiteral("database disk image is malformed"), QStringLiteral("SQLite"), QString(), 11}});
-        QCOMPARE(log.showErrorDialog(QStringLiteral("CaricaDistinta"), QStringLiteral("VRAX"), QStringLiteral("Distinta"),
-                                     fw::MessageStyle::ErrorDialog),
+        log.logDatabaseErrors(
+            {{QStringLiteral("database disk image is malformed"), QStringLiteral("SQLite"), QString(), 11}});
+        QCOMPARE(log.showErrorDialog(QStringLiteral("CaricaDistinta"), QStringLiteral("VRAX"),
+                                     QStringLiteral("Distinta"), fw::MessageStyle::ErrorDialog),
                  int(fw::Answer::Abort));
         QVERIFY(run->failed());
-        QCOMPARE(run->report(), QStringLiteral("VRAX - Distinta: Si è verificato un errore in CaricaDistinta.\n"
-                                               "\ndatabase disk image is malformed\n"
-                                               "\nErrori del database:\n"
-                                               "SQLite (11): database disk image is malformed"));
+        QCOMPARE(run->report(),
+                 QStringLiteral("VRAX - Distinta: Si è verificato un errore in CaricaDistinta.\n"
+                                "\ndatabase disk image is malformed\n"
+                                "\nErrori del database:\n"
+                                "SQLite (11): database disk image is malformed"));
         log.logError(QStringLiteral("Form_Activate"), QStringLiteral("altro"));
         QCOMPARE(log.showErrorDialog(QStringLiteral("Form_Activate"), QStringLiteral("VRAX"), QString(),
                                      fw::MessageStyle::ErrorDialog),

@@ -18,7 +18,7 @@ class TestRecordFrame : public QObject
     {
         TestDatabase database;
         ScriptedLogService log;
-        fw::RecordFrame frame{database.connection()};
+        fw::RecordFrame frame {database.connection()};
         QLineEdit code;
         QLineEdit description;
         QComboBox kind;
@@ -26,12 +26,15 @@ class TestRecordFrame : public QObject
         Fixture()
         {
             db::Connection &db = *database.connection();
-            db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_INDTIPOSOGG) VALUES (1, 'A', 'Prima', 0)"));
-            db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_INDTIPOSOGG) VALUES (1, 'B', 'Seconda', 1)"));
+            db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
+                                      "GD01_INDTIPOSOGG) VALUES (1, 'A', 'Prima', 0)"));
+            db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, "
+                                      "GD01_INDTIPOSOGG) VALUES (1, 'B', 'Seconda', 1)"));
             kind.addItem(QStringLiteral("Cliente"), 0);
             kind.addItem(QStringLiteral("Fornitore"), 1);
             frame.setLogService(&log, QStringLiteral("Prova"));
-            frame.open(QStringLiteral("SELECT * FROM GD01_TIPODISTINTA ORDER BY GD01_CODICE"), QStringLiteral("GD01_ID"));
+            frame.open(QStringLiteral("SELECT * FROM GD01_TIPODISTINTA ORDER BY GD01_CODICE"),
+                       QStringLiteral("GD01_ID"));
             frame.bind(&code, QStringLiteral("GD01_CODICE"));
             frame.bind(&description, QStringLiteral("GD01_DESCR"));
             frame.bind(&kind, QStringLiteral("GD01_INDTIPOSOGG"));
@@ -49,7 +52,7 @@ private slots:
         f.frame.recordset()->moveNext();
         QCOMPARE(f.description.text(), QStringLiteral("Seconda"));
         QCOMPARE(f.kind.currentText(), QStringLiteral("Fornitore"));
-        f.frame.recordset()->moveNext();   // EOF: nothing to show
+        f.frame.recordset()->moveNext(); // EOF: nothing to show
         QVERIFY(f.code.text().isEmpty());
         QCOMPARE(f.kind.currentIndex(), -1);
     }
@@ -70,15 +73,18 @@ private slots:
         f.kind.setCurrentIndex(1);
         QCOMPARE(f.frame.state(), int(fw::RecordFrame::Edit));
         QCOMPARE(status.size(), 1);
-        QCOMPARE(f.frame.update(), false);   // refused: nothing written
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
-                 QStringLiteral("Prima"));
+        QCOMPARE(f.frame.update(), false); // refused: nothing written
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
+            QStringLiteral("Prima"));
 
         refuse = false;
         QCOMPARE(f.frame.update(), true);
         QCOMPARE(validations, 2);
         QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR || '/' || GD01_INDTIPOSOGG || '/' || GD01_UTENTEVAR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
+        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR || '/' || GD01_INDTIPOSOGG || '/' || GD01_UTENTEVAR FROM "
+                                         "GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'"))
+                     .toString(),
                  QStringLiteral("Rinominata/1/tester"));
     }
 
@@ -109,7 +115,7 @@ private slots:
         QVERIFY(f.frame.update());
         QCOMPARE(f.stored(QStringLiteral("SELECT COUNT(*) FROM GD01_TIPODISTINTA")).toInt(), 3);
         f.frame.requery();
-        QCOMPARE(f.code.text(), QStringLiteral("C"));   // still on the row just saved
+        QCOMPARE(f.code.text(), QStringLiteral("C")); // still on the row just saved
     }
 
     void deleteAsksItsHandlerFirst()
@@ -133,10 +139,10 @@ private slots:
         QCOMPARE(f.frame.mayClose(), true);
         QCOMPARE(f.description.text(), QStringLiteral("Prima"));
         QCOMPARE(f.log.messages().size(), 2);
-        QCOMPARE(f.log.messages().first().style, 3 + 32 + 512);   // Yes/No/Cancel, Cancel default
+        QCOMPARE(f.log.messages().first().style, 3 + 32 + 512); // Yes/No/Cancel, Cancel default
         QCOMPARE(f.log.messages().first().title, QStringLiteral("Prova"));
 
-        f.frame.addNew();   // an untouched new row is no pending change
+        f.frame.addNew(); // an untouched new row is no pending change
         QVERIFY(f.frame.mayClose());
         QCOMPARE(f.log.messages().size(), 2);
     }
@@ -144,7 +150,7 @@ private slots:
     void failuresReachTheCaller()
     {
         Fixture f;
-        f.frame.addNew();   // GD01_DITTA_CG18 is mandatory
+        f.frame.addNew(); // GD01_DITTA_CG18 is mandatory
         f.code.setText(QStringLiteral("X"));
         f.description.setText(QStringLiteral("Senza ditta"));
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError, f.frame.update());
@@ -166,20 +172,20 @@ private slots:
         f.frame.recordset()->moveNext();
         QVERIFY(shown >= 1);
         QCOMPARE(shownCode.text(), QStringLiteral("b"));
-        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));   // filling is no change
+        QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse)); // filling is no change
 
-        connect(&f.frame, &fw::RecordFrame::BeforeUpdate, this, [&](bool &) {
-            f.frame.recordset()->setValue(QStringLiteral("GD01_DESCR"), shownCode.text());
-        });
+        connect(&f.frame, &fw::RecordFrame::BeforeUpdate, this,
+                [&](bool &) { f.frame.recordset()->setValue(QStringLiteral("GD01_DESCR"), shownCode.text()); });
         shownCode.setText(QStringLiteral("scritto"));
         QCOMPARE(f.frame.state(), int(fw::RecordFrame::Edit));
         QVERIFY(f.frame.update());
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'B'")).toString(),
-                 QStringLiteral("scritto"));
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'B'")).toString(),
+            QStringLiteral("scritto"));
 
         shownCode.setText(QStringLiteral("annullato"));
         f.frame.undo();
-        QCOMPARE(shownCode.text(), QStringLiteral("b"));   // shown again from the row
+        QCOMPARE(shownCode.text(), QStringLiteral("b")); // shown again from the row
         QCOMPARE(f.frame.state(), int(fw::RecordFrame::Browse));
     }
 
@@ -201,8 +207,9 @@ private slots:
         QCOMPARE(f.frame.state(), int(fw::RecordFrame::Edit));
         refuse = false;
         QVERIFY(f.frame.leaveRow());
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
-                 QStringLiteral("Cambiata"));
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A'")).toString(),
+            QStringLiteral("Cambiata"));
     }
 };
 

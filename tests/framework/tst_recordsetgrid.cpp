@@ -27,13 +27,19 @@ class TestRecordsetGrid : public QObject
         Fixture()
         {
             db::Connection &db = *database.connection();
-            db.execute(QStringLiteral("INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_INDTIPOSOGG)"
-                                      " VALUES (1, 'A01', 'Bar', 0), (1, 'B01', 'Grossisti', 1), (1, 'C01', 'Export', 0)"));
+            db.execute(QStringLiteral(
+                "INSERT INTO GD01_TIPODISTINTA (GD01_DITTA_CG18, GD01_CODICE, GD01_DESCR, GD01_INDTIPOSOGG)"
+                " VALUES (1, 'A01', 'Bar', 0), (1, 'B01', 'Grossisti', 1), (1, 'C01', 'Export', 0)"));
             grid.setColumns({
                 {.key = QStringLiteral("VAI"), .caption = QStringLiteral("Vai"), .width = 600, .kind = Kind::Button},
-                {.key = QStringLiteral("GD01_INDTIPOSOGG"), .caption = QStringLiteral("Forn."), .width = 750,
-                 .kind = Kind::Check, .readOnly = false},
-                {.key = QStringLiteral("GD01_CODICE"), .caption = QStringLiteral("Codice"), .width = 1500,
+                {.key = QStringLiteral("GD01_INDTIPOSOGG"),
+                 .caption = QStringLiteral("Forn."),
+                 .width = 750,
+                 .kind = Kind::Check,
+                 .readOnly = false},
+                {.key = QStringLiteral("GD01_CODICE"),
+                 .caption = QStringLiteral("Codice"),
+                 .width = 1500,
                  .background = QColor(255, 255, 153)},
                 {.key = QStringLiteral("GD01_DESCR"), .width = 3000, .readOnly = false},
             });
@@ -66,10 +72,10 @@ private slots:
         QCOMPARE(f.grid.columnOf(QStringLiteral("GD01_ID")), -1);
 
         QCOMPARE(f.cell(1, 2).data().toString(), QStringLiteral("B01"));
-        QCOMPARE(f.cell(1, 0).data().toString(), QStringLiteral("Vai"));   // a button shows its caption
+        QCOMPARE(f.cell(1, 0).data().toString(), QStringLiteral("Vai")); // a button shows its caption
         QCOMPARE(f.cell(0, 1).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Unchecked);
         QCOMPARE(f.cell(1, 1).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
-        QVERIFY(!f.cell(1, 1).data(Qt::DisplayRole).isValid());   // a flag is a box, not a number
+        QVERIFY(!f.cell(1, 1).data(Qt::DisplayRole).isValid()); // a flag is a box, not a number
 
         // Only the painted column has a background, on every row.
         for (int row = 0; row < 3; ++row) {
@@ -84,10 +90,12 @@ private slots:
         // Read-only, button and unknown columns take no edit; the flag is a box, the text an editor.
         QVERIFY(!(f.model()->flags(f.cell(0, 2)) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)));
         QVERIFY(!(f.model()->flags(f.cell(0, 0)) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)));
-        QCOMPARE(f.model()->flags(f.cell(0, 1)) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable), Qt::ItemIsUserCheckable);
+        QCOMPARE(f.model()->flags(f.cell(0, 1)) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable),
+                 Qt::ItemIsUserCheckable);
         QCOMPARE(f.model()->flags(f.cell(0, 3)) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable), Qt::ItemIsEditable);
         QVERIFY(!f.model()->setData(f.cell(0, 2), QStringLiteral("Z99")));
-        QCOMPARE(f.types->valueAt(0, f.types->fieldIndex(QStringLiteral("GD01_CODICE"))).toString(), QStringLiteral("A01"));
+        QCOMPARE(f.types->valueAt(0, f.types->fieldIndex(QStringLiteral("GD01_CODICE"))).toString(),
+                 QStringLiteral("A01"));
     }
 
     // A tick writes the integer 1 through the recordset, and the recordset writes it to its
@@ -95,14 +103,17 @@ private slots:
     void checkBoxesWriteOneAndZeroThroughTheRecordset()
     {
         Fixture f;
-        const QString kindOfA01 = QStringLiteral("SELECT GD01_INDTIPOSOGG FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'");
+        const QString kindOfA01 = QStringLiteral(
+            "SELECT GD01_INDTIPOSOGG FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'");
         QVERIFY(f.model()->setData(f.cell(0, 1), Qt::Checked, Qt::CheckStateRole));
         const QVariant written = f.types->valueAt(0, f.types->fieldIndex(QStringLiteral("GD01_INDTIPOSOGG")));
         QCOMPARE(written.toInt(), 1);
         QVERIFY(written.typeId() == QMetaType::LongLong || written.typeId() == QMetaType::Int);
         QCOMPARE(f.stored(kindOfA01).toInt(), 1);
-        QCOMPARE(f.stored(QStringLiteral("SELECT typeof(GD01_INDTIPOSOGG) FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'")).toString(),
-                 QStringLiteral("integer"));
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT typeof(GD01_INDTIPOSOGG) FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'"))
+                .toString(),
+            QStringLiteral("integer"));
         QCOMPARE(f.cell(0, 1).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
 
         QVERIFY(f.model()->setData(f.cell(0, 1), Qt::Unchecked, Qt::CheckStateRole));
@@ -112,8 +123,9 @@ private slots:
 
         // The text column writes what is typed.
         QVERIFY(f.model()->setData(f.cell(2, 3), QStringLiteral("Estero")));
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'C01'")).toString(),
-                 QStringLiteral("Estero"));
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'C01'")).toString(),
+            QStringLiteral("Estero"));
 
         // A click on the box by the user ticks it as well.
         const QRect box = f.grid.visualRect(f.cell(2, 1));
@@ -123,18 +135,20 @@ private slots:
         option.features |= QStyleOptionViewItem::HasCheckIndicator;
         const QRect indicator = f.grid.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &f.grid);
         QTest::mouseClick(f.grid.viewport(), Qt::LeftButton, {}, indicator.center());
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_INDTIPOSOGG FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'C01'")).toInt(), 1);
+        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_INDTIPOSOGG FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'C01'"))
+                     .toInt(),
+                 1);
     }
 
     void currentRowFollowsTheRecordsetBothWays()
     {
         Fixture f;
-        QCOMPARE(f.grid.currentIndex().row(), 0);   // a new recordset sits on its first row
+        QCOMPARE(f.grid.currentIndex().row(), 0); // a new recordset sits on its first row
 
         f.types->moveLast();
         QCOMPARE(f.grid.currentIndex().row(), 2);
         QCOMPARE(f.grid.selectionModel()->selectedRows().size(), 1);
-        f.types->moveNext();   // EOF: no current cell
+        f.types->moveNext(); // EOF: no current cell
         QVERIFY(!f.grid.currentIndex().isValid());
 
         f.click(1, 3);
@@ -162,8 +176,9 @@ private slots:
         QCOMPARE(f.types->currentRow(), 0);
         QCOMPARE(f.grid.currentIndex().row(), 0);
         QVERIFY(f.types->isEditing());
-        QCOMPARE(f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'")).toString(),
-                 QStringLiteral("Altrui"));
+        QCOMPARE(
+            f.stored(QStringLiteral("SELECT GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'A01'")).toString(),
+            QStringLiteral("Altrui"));
     }
 
     void buttonsAndHeadingsReportTheirColumnKey()
@@ -176,19 +191,20 @@ private slots:
         QCOMPARE(buttons.size(), 1);
         QCOMPARE(buttons.first().at(0).toInt(), 2);
         QCOMPARE(buttons.first().at(1).toString(), QStringLiteral("VAI"));
-        QCOMPARE(f.types->currentRow(), 2);   // the pressed row became current first
-        f.click(1, 2);   // a text cell is no button
+        QCOMPARE(f.types->currentRow(), 2); // the pressed row became current first
+        f.click(1, 2);                      // a text cell is no button
         QCOMPARE(buttons.size(), 1);
 
         QHeaderView *header = f.grid.horizontalHeader();
         for (int column : {1, 3}) {
-            const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
+            const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
+                                header->height() / 2);
             QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, centre);
         }
         QCOMPARE(headings.size(), 2);
         QCOMPARE(headings.at(0).at(0).toString(), QStringLiteral("GD01_INDTIPOSOGG"));
         QCOMPARE(headings.at(1).at(0).toString(), QStringLiteral("GD01_DESCR"));
-        QCOMPARE(f.cell(0, 2).data().toString(), QStringLiteral("A01"));   // a heading never sorts
+        QCOMPARE(f.cell(0, 2).data().toString(), QStringLiteral("A01")); // a heading never sorts
     }
 
     // Rows added, changed or removed through a clone show at once; a new recordset replaces the
@@ -209,7 +225,7 @@ private slots:
             QStringLiteral("SELECT GD01_CODICE, GD01_DESCR FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'C01'"));
         f.grid.setRecordset(other);
         QCOMPARE(f.model()->rowCount(), 1);
-        QVERIFY(!f.cell(0, 1).data(Qt::CheckStateRole).isValid());   // no such field here
+        QVERIFY(!f.cell(0, 1).data(Qt::CheckStateRole).isValid()); // no such field here
         QVERIFY(!(f.model()->flags(f.cell(0, 1)) & Qt::ItemIsUserCheckable));
         f.types->moveFirst();
         f.types->moveNext();
@@ -224,8 +240,7 @@ private slots:
     {
         TestDatabase database;
         fw::RecordsetGrid grid;
-        grid.setRecordset(database.connection()->openRecordset(
-            QStringLiteral("SELECT 0 AS Seleziona, 'x' AS Testo")));
+        grid.setRecordset(database.connection()->openRecordset(QStringLiteral("SELECT 0 AS Seleziona, 'x' AS Testo")));
         QCOMPARE(grid.model()->columnCount(), 2);
         QCOMPARE(grid.model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Testo"));
         QCOMPARE(grid.model()->index(0, 1).data().toString(), QStringLiteral("x"));
@@ -239,10 +254,12 @@ private slots:
         Fixture f;
         QList<fw::RecordsetGridColumn> columns = {
             {.key = QStringLiteral("GD01_CODICE"), .caption = QStringLiteral("Codice")},
-            {.key = QStringLiteral("GD01_INDTIPOSOGG"), .caption = QStringLiteral("Tipo"),
-             .displayText = [](const QVariant &value) {
-                 return value.toInt() == 1 ? QStringLiteral("Fornitore") : QStringLiteral("Cliente");
-             }},
+            {.key = QStringLiteral("GD01_INDTIPOSOGG"),
+             .caption = QStringLiteral("Tipo"),
+             .displayText =
+                 [](const QVariant &value) {
+                     return value.toInt() == 1 ? QStringLiteral("Fornitore") : QStringLiteral("Cliente");
+                 }},
             {.key = QStringLiteral("GD01_ID"), .visible = false},
         };
         f.grid.setColumns(columns);
@@ -259,7 +276,10 @@ private slots:
         Fixture f;
         bool allow = false;
         int asked = 0;
-        f.grid.setRowChangeGuard([&] { ++asked; return allow; });
+        f.grid.setRowChangeGuard([&] {
+            ++asked;
+            return allow;
+        });
         f.click(2, 2);
         QCOMPARE(asked, 1);
         QCOMPARE(f.types->currentRow(), 0);

@@ -29,19 +29,24 @@ class TestRecordsetGridFilter : public QObject
             db::Connection &db = *database.connection();
             db.execute(QStringLiteral("CREATE TEMP TABLE LISTA (Seleziona INTEGER, Codice INTEGER, "
                                       "\"Ragione sociale\" TEXT, Citta TEXT, Provincia TEXT)"));
-            db.execute(QStringLiteral(
-                "INSERT INTO LISTA VALUES (0, 10, 'Rossi Mario', 'Verona', 'VR'), (0, 20, 'Bianchi & C.', 'Forlì', 'FC'), "
-                "(0, 30, 'D''Amico 50% Srl', NULL, 'BA'), (0, 40, 'Ωmega_Trade', 'Milano', NULL), "
-                "(0, 5, 'rossi luigi', 'Verona', 'VR'), (0, 100, NULL, 'Bari', 'BA')"));
+            db.execute(
+                QStringLiteral("INSERT INTO LISTA VALUES (0, 10, 'Rossi Mario', 'Verona', 'VR'), (0, 20, 'Bianchi & "
+                               "C.', 'Forlì', 'FC'), "
+                               "(0, 30, 'D''Amico 50% Srl', NULL, 'BA'), (0, 40, 'Ωmega_Trade', 'Milano', NULL), "
+                               "(0, 5, 'rossi luigi', 'Verona', 'VR'), (0, 100, NULL, 'Bari', 'BA')"));
             grid.setColumns({
-                {.key = QStringLiteral("Seleziona"), .caption = QStringLiteral("Sel."), .kind = Kind::Check, .readOnly = false},
+                {.key = QStringLiteral("Seleziona"),
+                 .caption = QStringLiteral("Sel."),
+                 .kind = Kind::Check,
+                 .readOnly = false},
                 {.key = QStringLiteral("Codice")},
                 {.key = QStringLiteral("Ragione sociale")},
                 {.key = QStringLiteral("Citta")},
                 {.key = QStringLiteral("Provincia")},
             });
-            filter = grid.enableRowFilter({QStringLiteral("Codice"), QStringLiteral("Ragione sociale"), QStringLiteral("Citta")},
-                                          {QStringLiteral("Seleziona")});
+            filter = grid.enableRowFilter(
+                {QStringLiteral("Codice"), QStringLiteral("Ragione sociale"), QStringLiteral("Citta")},
+                {QStringLiteral("Seleziona")});
             rows = db.openRecordset(QStringLiteral("SELECT * FROM LISTA"));
             grid.setRecordset(rows);
             grid.resize(700, 300);
@@ -87,17 +92,17 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("codes");
-        QTest::newRow("empty shows all") << QString() << QStringList{"10", "20", "30", "40", "5", "100"};
-        QTest::newRow("name, any case") << "ROSSI" << QStringList{"10", "5"};
-        QTest::newRow("city") << "verona" << QStringList{"10", "5"};
-        QTest::newRow("accented city") << "FORLÌ" << QStringList{"20"};
-        QTest::newRow("code digits") << "10" << QStringList{"10", "100"};
-        QTest::newRow("quote is a character") << "D'Amico" << QStringList{"30"};
-        QTest::newRow("percent is a character") << "50%" << QStringList{"30"};
-        QTest::newRow("underscore is a character") << "a_t" << QStringList{"40"};
-        QTest::newRow("outside Latin-1") << "ωMEGA" << QStringList{"40"};
-        QTest::newRow("not in the filter columns") << "VR" << QStringList{};
-        QTest::newRow("nothing") << "zzz" << QStringList{};
+        QTest::newRow("empty shows all") << QString() << QStringList {"10", "20", "30", "40", "5", "100"};
+        QTest::newRow("name, any case") << "ROSSI" << QStringList {"10", "5"};
+        QTest::newRow("city") << "verona" << QStringList {"10", "5"};
+        QTest::newRow("accented city") << "FORLÌ" << QStringList {"20"};
+        QTest::newRow("code digits") << "10" << QStringList {"10", "100"};
+        QTest::newRow("quote is a character") << "D'Amico" << QStringList {"30"};
+        QTest::newRow("percent is a character") << "50%" << QStringList {"30"};
+        QTest::newRow("underscore is a character") << "a_t" << QStringList {"40"};
+        QTest::newRow("outside Latin-1") << "ωMEGA" << QStringList {"40"};
+        QTest::newRow("not in the filter columns") << "VR" << QStringList {};
+        QTest::newRow("nothing") << "zzz" << QStringList {};
     }
     void filterMatchesLiterallyWithoutCase()
     {
@@ -120,31 +125,31 @@ private slots:
         f.tick(5);
         f.filter->setFilterText(QStringLiteral("bari"));
         f.tick(100);
-        QCOMPARE(f.codes(), (QStringList{"100"}));
-        QCOMPARE(f.tickedInRecordset(), (QList<int>{5, 100}));
+        QCOMPARE(f.codes(), (QStringList {"100"}));
+        QCOMPARE(f.tickedInRecordset(), (QList<int> {5, 100}));
 
         f.filter->setFilterText(QString());
         f.clickHeading(2); // by name: empty first, then without regard to case
-        QCOMPARE(f.codes(), (QStringList{"100", "20", "30", "5", "10", "40"}));
+        QCOMPARE(f.codes(), (QStringList {"100", "20", "30", "5", "10", "40"}));
         QCOMPARE(f.grid.model()->index(0, 0).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
         QCOMPARE(f.grid.model()->index(3, 0).data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Checked);
         f.tick(40);
-        QCOMPARE(f.tickedInRecordset(), (QList<int>{40, 5, 100}));
+        QCOMPARE(f.tickedInRecordset(), (QList<int> {40, 5, 100}));
     }
 
     void headingSortsNumbersAsNumbersAndReverses()
     {
         Fixture f;
         f.clickHeading(1);
-        QCOMPARE(f.codes(), (QStringList{"5", "10", "20", "30", "40", "100"}));
+        QCOMPARE(f.codes(), (QStringList {"5", "10", "20", "30", "40", "100"}));
         QCOMPARE(f.grid.horizontalHeader()->sortIndicatorSection(), 1);
         f.clickHeading(1);
-        QCOMPARE(f.codes(), (QStringList{"100", "40", "30", "20", "10", "5"}));
+        QCOMPARE(f.codes(), (QStringList {"100", "40", "30", "20", "10", "5"}));
         QCOMPARE(f.grid.horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
         f.clickHeading(3); // city: empty first, equal cities keep the recordset's order
-        QCOMPARE(f.codes(), (QStringList{"30", "100", "20", "40", "10", "5"}));
+        QCOMPARE(f.codes(), (QStringList {"30", "100", "20", "40", "10", "5"}));
         f.clickHeading(0); // the tick column is not an order
-        QCOMPARE(f.codes(), (QStringList{"30", "100", "20", "40", "10", "5"}));
+        QCOMPARE(f.codes(), (QStringList {"30", "100", "20", "40", "10", "5"}));
         QCOMPARE(f.rows->valueAt(0, f.rows->fieldIndex(QStringLiteral("Codice"))).toInt(), 10);
     }
 
@@ -178,10 +183,10 @@ private slots:
         QAbstractItemModelTester tester(f.grid.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         f.filter->setFilterText(QStringLiteral("verona"));
         f.clickHeading(1);
-        QCOMPARE(f.codes(), (QStringList{"5", "10"}));
+        QCOMPARE(f.codes(), (QStringList {"5", "10"}));
         f.database.connection()->execute(QStringLiteral("INSERT INTO LISTA VALUES (0, 7, 'Verdi', 'Verona', 'VR')"));
         f.grid.setRecordset(f.database.connection()->openRecordset(QStringLiteral("SELECT * FROM LISTA")));
-        QCOMPARE(f.codes(), (QStringList{"5", "7", "10"}));
+        QCOMPARE(f.codes(), (QStringList {"5", "7", "10"}));
         f.grid.setRecordset(nullptr);
         QCOMPARE(f.grid.model()->rowCount(), 0);
     }

@@ -14,19 +14,21 @@ class TestRecordsetGroupModel : public QObject
     {
         TestDatabase database;
         fw::RecordsetGroupModel model;
-        QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::QtTest};
+        QAbstractItemModelTester tester {&model, QAbstractItemModelTester::FailureReportingMode::QtTest};
 
         Fixture()
         {
             db::Connection &db = *database.connection();
-            db.execute(QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) VALUES "
-                                      "(1, 'A1', 'zeta'), (1, 'A2', 'Alfa'), (1, 'A3', 'zeta'), (2, 'B1', 'beta'), "
-                                      "(1, 'A4', 'Alfa')"));
+            db.execute(
+                QStringLiteral("INSERT INTO CO1A_ANAGDIVISIONI (CO1A_DITTA_CG18, CO1A_CODICE, CO1A_DESCR) VALUES "
+                               "(1, 'A1', 'zeta'), (1, 'A2', 'Alfa'), (1, 'A3', 'zeta'), (2, 'B1', 'beta'), "
+                               "(1, 'A4', 'Alfa')"));
             model.setColumns({{.key = QStringLiteral("CO1A_DESCR"), .caption = QStringLiteral("")},
                               {.key = QStringLiteral("CO1A_CODICE"), .caption = QStringLiteral("Codice")},
                               {.key = QStringLiteral("CO1A_IDDIV"), .visible = false}});
             model.setGroupField(QStringLiteral("CO1A_DESCR"));
-            model.setRecordset(db.openRecordset(QStringLiteral("SELECT * FROM CO1A_ANAGDIVISIONI ORDER BY CO1A_IDDIV")));
+            model.setRecordset(
+                db.openRecordset(QStringLiteral("SELECT * FROM CO1A_ANAGDIVISIONI ORDER BY CO1A_IDDIV")));
         }
     };
 

@@ -15,15 +15,16 @@ class TestSqlWorkflowStateService : public QObject
     struct Fixture
     {
         TestDatabase database;
-        fw::SqlWorkflowStateService states{database.connection(), QStringLiteral("tester"), QStringLiteral("ADMIN")};
+        fw::SqlWorkflowStateService states {database.connection(), QStringLiteral("tester"), QStringLiteral("ADMIN")};
 
         Fixture()
         {
-            database.connection()->execute(QStringLiteral(
-                "INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, WF01_FLGDEFAULT, WF01_ORDINE) VALUES"
-                " (5, 'DISTINTA', 'BOZ', 'Bozza   ', 1, 2), (6, 'DISTINTA', 'APP', 'Approvata', 0, 3),"
-                " (7, 'DISTINTA', 'SOS', 'Sospesa', 1, 1), (8, 'DISTINTA', 'ANN', 'Annullata', 0, 0),"
-                " (9, 'O''CONTRATTI', 'NUO', 'Nuovo', 1, 1)"));
+            database.connection()->execute(
+                QStringLiteral("INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, "
+                               "WF01_FLGDEFAULT, WF01_ORDINE) VALUES"
+                               " (5, 'DISTINTA', 'BOZ', 'Bozza   ', 1, 2), (6, 'DISTINTA', 'APP', 'Approvata', 0, 3),"
+                               " (7, 'DISTINTA', 'SOS', 'Sospesa', 1, 1), (8, 'DISTINTA', 'ANN', 'Annullata', 0, 0),"
+                               " (9, 'O''CONTRATTI', 'NUO', 'Nuovo', 1, 1)"));
         }
 
         db::RecordsetPtr record(const QString &guid) const
@@ -65,11 +66,14 @@ private slots:
             QCOMPARE(row->value(QLatin1String(column)).toString(), QStringLiteral("ADMIN"));
         for (const char *column : {"WF02_DATACRE", "WF02_DATAVAR"}) {
             const QDateTime stamp = row->value(QLatin1String(column)).toDateTime();
-            QVERIFY2(stamp >= before && stamp <= after, column);   // day, month and time as they are
+            QVERIFY2(stamp >= before && stamp <= after, column); // day, month and time as they are
         }
         // Stored as the embedded database keeps dates, so that they compare in order.
-        QCOMPARE(f.database.scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_DATACRE LIKE"
-                                                  " '____-__-__ __:__:__' AND WF02_DATAVAR = WF02_DATACRE")).toInt(), 1);
+        QCOMPARE(f.database
+                     .scalar(QStringLiteral("SELECT COUNT(*) FROM WF02_STATORIGA WHERE WF02_DATACRE LIKE"
+                                            " '____-__-__ __:__:__' AND WF02_DATAVAR = WF02_DATACRE"))
+                     .toInt(),
+                 1);
         QCOMPARE(f.states.GetDescrizioneStatoFromGUID(QStringLiteral("0A1B-01")), QStringLiteral("Bozza"));
 
         // Another user approves: the creation stamp stays, the change stamp is theirs.
@@ -149,7 +153,9 @@ private slots:
         f.states.ConfermaStato(QStringLiteral("orfano"), 42);
         QVERIFY(f.states.GetDescrizioneStatoFromGUID(QStringLiteral("orfano")).isEmpty());
         f.states.DuplicaStato(QStringLiteral("orfano"), QStringLiteral("copia"));
-        QCOMPARE(f.database.scalar(QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = 'copia'")).toInt(), 42);
+        QCOMPARE(f.database.scalar(QStringLiteral("SELECT WF02_ID_WF01 FROM WF02_STATORIGA WHERE WF02_GUID = 'copia'"))
+                     .toInt(),
+                 42);
     }
 
     void databaseFailuresReachTheCaller()
@@ -159,7 +165,7 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError, f.states.ConfermaStato(QStringLiteral("g"), 5));
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError, f.states.GetDescrizioneStatoFromGUID(QStringLiteral("g")));
         QVERIFY(!f.database.connection()->errors().isEmpty());
-        QCOMPARE(f.states.GetDefaultFlussoStato(QStringLiteral("DISTINTA")), 7);   // WF01 is still there
+        QCOMPARE(f.states.GetDefaultFlussoStato(QStringLiteral("DISTINTA")), 7); // WF01 is still there
     }
 };
 

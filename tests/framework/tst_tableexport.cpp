@@ -52,7 +52,8 @@ private slots:
                              "1;1001;\"Alfa; \"\"Beta\"\" S.p.A.\";01/01/2024\r\n"
                              "2;1002;Zakład Łódź Ωmega;31/12/2099\r\n"
                              "3;1003;\"Riga\nseconda\";\r\n"
-                             "10;1004;;29/02/2000\r\n").toUtf8();
+                             "10;1004;;29/02/2000\r\n")
+                  .toUtf8();
         QCOMPARE(contenuto(path), expected);
     }
 
@@ -67,7 +68,7 @@ private slots:
         const XlsxSheet sheet(path);
         QVERIFY2(sheet.isValid(), qPrintable(sheet.error()));
         QCOMPARE(sheet.rows().size(), 5);
-        QVERIFY(QFileInfo(path).permissions() & QFileDevice::ReadOther);   // not the temporary file's
+        QVERIFY(QFileInfo(path).permissions() & QFileDevice::ReadOther); // not the temporary file's
 
         // Header: bold, frozen; outline summary above the details.
         const XlsxSheet::Row &header = sheet.rows().at(0);
@@ -86,8 +87,8 @@ private slots:
             outline << row.outlineLevel;
             levels << row.value(QStringLiteral("A"));
         }
-        QCOMPARE(outline, (QList<int>{0, 1, 2, 7}));
-        QCOMPARE(levels, (QStringList{"1", "2", "3", "10"}));
+        QCOMPARE(outline, (QList<int> {0, 1, 2, 7}));
+        QCOMPARE(levels, (QStringList {"1", "2", "3", "10"}));
 
         // Codes are numbers, texts keep every character, dates are serial days shown dd/mm/yyyy.
         const XlsxSheet::Row &first = sheet.rows().at(1);
@@ -98,15 +99,15 @@ private slots:
         QCOMPARE(sheet.rows().at(2).value(QStringLiteral("C")), QStringLiteral("Zakład Łódź Ωmega"));
         const XlsxSheet::Cell &date = first.cells.at(3);
         QCOMPARE(date.type, QStringLiteral("n"));
-        QCOMPARE(date.value.toDouble(), 45292.0);   // 1 January 2024
+        QCOMPARE(date.value.toDouble(), 45292.0); // 1 January 2024
         QCOMPARE(sheet.numberFormat(date.style), QStringLiteral("dd/mm/yyyy"));
-        QCOMPARE(sheet.rows().at(4).value(QStringLiteral("D")).toDouble(), 36585.0);   // 29 February 2000
+        QCOMPARE(sheet.rows().at(4).value(QStringLiteral("D")).toDouble(), 36585.0); // 29 February 2000
         QCOMPARE(sheet.rows().at(3).value(QStringLiteral("D")), QString());
 
         // Widths follow the longest text of each column, header included (Excel stores them
         // with a little padding of its own).
         QVERIFY(qAbs(sheet.columnWidth(2) - (QStringLiteral("Alfa; \"Beta\" S.p.A.").size() + 2)) < 1);
-        QVERIFY(qAbs(sheet.columnWidth(1) - 8) < 1);   // "Codice" is longer than the codes
+        QVERIFY(qAbs(sheet.columnWidth(1) - 8) < 1); // "Codice" is longer than the codes
     }
 
     // A writer dropped before commit() (a cancel, a failure) leaves the older file and no
@@ -138,14 +139,17 @@ private slots:
                  QStringLiteral("Impossibile scrivere il file \"%1\": la cartella non esiste.")
                      .arg(QDir::toNativeSeparators(folder.filePath(QStringLiteral("manca/x.xlsx")))));
         QCOMPARE(fw::ExportFile::problem(folder.path()),
-                 QStringLiteral("Impossibile scrivere il file \"%1\": è una cartella.").arg(QDir::toNativeSeparators(folder.path())));
-        QCOMPARE(fw::ExportFile::problem(QStringLiteral("  ")), QStringLiteral("Non è stato indicato il file da scrivere."));
+                 QStringLiteral("Impossibile scrivere il file \"%1\": è una cartella.")
+                     .arg(QDir::toNativeSeparators(folder.path())));
+        QCOMPARE(fw::ExportFile::problem(QStringLiteral("  ")),
+                 QStringLiteral("Non è stato indicato il file da scrivere."));
         QVERIFY(fw::ExportFile::problem(folder.filePath(QStringLiteral("nuovo.xlsx"))).isEmpty());
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
 
         fw::XlsxTableWriter writer;
-        QVERIFY_THROWS_EXCEPTION(std::runtime_error,
-                                 writer.open(folder.filePath(QStringLiteral("manca/x.xlsx")), QStringLiteral("X"), colonne()));
+        QVERIFY_THROWS_EXCEPTION(
+            std::runtime_error,
+            writer.open(folder.filePath(QStringLiteral("manca/x.xlsx")), QStringLiteral("X"), colonne()));
     }
 
     void sheetNamesExcelAccepts()

@@ -64,8 +64,13 @@ QList<int> TestTreeList::rootIds(const TreeListFixture &f)
 // 1 ─ 2 ─ 3 ─ 4, 1 ─ 5, 6 ─ 7
 void TestTreeList::insertThreeLevels(TreeListFixture &f)
 {
-    f.insert({{1, {}, "Uno"}, {2, 1, "Due"}, {3, 2, "Tre"}, {4, 3, "Quattro"}, {5, 1, "Cinque"},
-              {6, {}, "Sei"}, {7, 6, "Sette"}});
+    f.insert({{1, {}, "Uno"},
+              {2, 1, "Due"},
+              {3, 2, "Tre"},
+              {4, 3, "Quattro"},
+              {5, 1, "Cinque"},
+              {6, {}, "Sei"},
+              {7, 6, "Sette"}});
     f.bind();
 }
 
@@ -73,13 +78,13 @@ void TestTreeList::buildsTheHierarchyFromFlatRows()
 {
     TreeListFixture f;
     f.insert({
-        {15, 10, "Figlio letto prima"},     // its parent comes later in the rows
+        {15, 10, "Figlio letto prima"}, // its parent comes later in the rows
         {10, {}, "Radice"},
         {20, 0, "Padre zero"},
         {12, 10, "Figlio letto dopo"},
-        {30, 99, "Orfano"},                  // 99 does not exist
+        {30, 99, "Orfano"}, // 99 does not exist
         {31, 30, "Figlio dell'orfano"},
-        {50, {}, "Non caricato", false},     // exists, but not in the recordset
+        {50, {}, "Non caricato", false}, // exists, but not in the recordset
         {40, 50, "Figlio del non caricato"},
         {41, 40, "Nipote del non caricato"},
         {60, 61, "Anello A"},
@@ -89,12 +94,12 @@ void TestTreeList::buildsTheHierarchyFromFlatRows()
 
     QCOMPARE(f.tree->count(), 10);
     QCOMPARE(f.tree->model()->rowCount(), 5);
-    QCOMPARE(rootIds(f), (QList<int>{10, 20, 30, 40, 60}));
-    QCOMPARE(childIds(f.node(10)), (QList<int>{15, 12}));
-    QCOMPARE(childIds(f.node(30)), QList<int>{31});
-    QCOMPARE(childIds(f.node(40)), QList<int>{41});
+    QCOMPARE(rootIds(f), (QList<int> {10, 20, 30, 40, 60}));
+    QCOMPARE(childIds(f.node(10)), (QList<int> {15, 12}));
+    QCOMPARE(childIds(f.node(30)), QList<int> {31});
+    QCOMPARE(childIds(f.node(40)), QList<int> {41});
     // A loop of parents is cut where it was found; none of its nodes gets lost.
-    QCOMPARE(childIds(f.node(60)), QList<int>{61});
+    QCOMPARE(childIds(f.node(60)), QList<int> {61});
 
     QCOMPARE(f.node(12).parent(), f.node(10));
     QVERIFY(!f.node(10).parent().isValid());
@@ -110,8 +115,11 @@ void TestTreeList::buildsTheHierarchyFromFlatRows()
 void TestTreeList::keysOfAnyKindLinkAlike()
 {
     TreeListFixture f;
-    f.insert({{9000000000000, qint64(3000000000), "Nipote"}, {3000000000, 7, "Figlio"}, {7, {}, "Radice"},
-              {8, 5, "Orfano"}, {4000000000, 7, "Secondo figlio"}});
+    f.insert({{9000000000000, qint64(3000000000), "Nipote"},
+              {3000000000, 7, "Figlio"},
+              {7, {}, "Radice"},
+              {8, 5, "Orfano"},
+              {4000000000, 7, "Secondo figlio"}});
     const auto parentsByName = [&] {
         QMap<QString, QString> parents;
         for (TreeListNode node = f.tree->firstNode(); node.isValid(); node = node.next())
@@ -119,16 +127,16 @@ void TestTreeList::keysOfAnyKindLinkAlike()
                            node.parent().value(QStringLiteral("trNOME")).toString());
         return parents;
     };
-    const QMap<QString, QString> expected{{"Radice", ""}, {"Figlio", "Radice"}, {"Nipote", "Figlio"},
-                                          {"Orfano", ""}, {"Secondo figlio", "Radice"}};
+    const QMap<QString, QString> expected {
+        {"Radice", ""}, {"Figlio", "Radice"}, {"Nipote", "Figlio"}, {"Orfano", ""}, {"Secondo figlio", "Radice"}};
     f.bind();
     QCOMPARE(parentsByName(), expected);
 
     f.tree->setKeyField(QStringLiteral("CHIAVE"));
     f.tree->setParentField(QStringLiteral("PADRE_CHIAVE"));
-    f.tree->setRecordset(f.connection->openRecordset(QStringLiteral(
-        "SELECT 'K' + CAST(ID AS VARCHAR) AS CHIAVE, 'K' + CAST(PADRE AS VARCHAR) AS PADRE_CHIAVE, NOME "
-        "FROM NODI ORDER BY SEQ")));
+    f.tree->setRecordset(f.connection->openRecordset(
+        QStringLiteral("SELECT 'K' + CAST(ID AS VARCHAR) AS CHIAVE, 'K' + CAST(PADRE AS VARCHAR) AS PADRE_CHIAVE, NOME "
+                       "FROM NODI ORDER BY SEQ")));
     QCOMPARE(parentsByName(), expected);
 }
 
@@ -136,7 +144,7 @@ void TestTreeList::nextNodeFollowsTreeOrderWhateverIsExpanded()
 {
     TreeListFixture f;
     insertThreeLevels(f);
-    const QList<int> order{1, 2, 3, 4, 5, 6, 7};
+    const QList<int> order {1, 2, 3, 4, 5, 6, 7};
     QCOMPARE(idsInTreeOrder(f), order);
     QVERIFY(!f.node(7).next().isValid());
     QCOMPARE(f.node(4).level(), 3);
@@ -209,8 +217,8 @@ void TestTreeList::focusAndCurrentRowFollowEachOther()
     QList<QPair<int, int>> changes;
     connect(f.tree.get(), &fw::TreeList::focusedNodeChanged, f.tree.get(),
             [&](const TreeListNode &previous, const TreeListNode &current) {
-                changes.append({previous.value(QStringLiteral("trID")).toInt(),
-                                current.value(QStringLiteral("trID")).toInt()});
+                changes.append(
+                    {previous.value(QStringLiteral("trID")).toInt(), current.value(QStringLiteral("trID")).toInt()});
             });
 
     f.tree->setFocusedNode(f.node(5));
@@ -226,7 +234,7 @@ void TestTreeList::focusAndCurrentRowFollowEachOther()
     QVERIFY(f.node(1).isExpanded() && f.node(2).isExpanded() && f.node(3).isExpanded());
     QCOMPARE(f.tree->view()->currentIndex(), f.tree->model()->indexOfNode(f.node(4).id()));
     QVERIFY(f.tree->view()->viewport()->rect().intersects(f.tree->cellRect(f.node(4), QStringLiteral("trNOME"))));
-    QCOMPARE(changes, (QList<QPair<int, int>>{{1, 5}, {5, 6}, {6, 1}, {1, 4}}));
+    QCOMPARE(changes, (QList<QPair<int, int>> {{1, 5}, {5, 6}, {6, 1}, {1, 4}}));
 
     // Past the last row there is no node: the focus stays where it was.
     QVERIFY(!f.recordset->find(QStringLiteral("NOME = 'Nessuno'")));
@@ -255,7 +263,7 @@ void TestTreeList::collapsingAnAncestorTakesTheFocus()
     f.tree->expandAll();
     f.tree->setFocusedNode(f.node(4));
 
-    f.node(5).collapse();                    // not an ancestor: nothing moves
+    f.node(5).collapse(); // not an ancestor: nothing moves
     QCOMPARE(f.tree->focusedNode(), f.node(4));
     {
         fw::WindowUpdateLock batch(f.tree.get());
@@ -276,7 +284,7 @@ void TestTreeList::recordsetChangesRebuildTheHierarchy()
     f.recordset->setCurrentRow(f.node(7).row());
     f.recordset->setValue(QStringLiteral("PADRE"), 5);
     f.recordset->update();
-    QCOMPARE(childIds(f.node(5)), QList<int>{7});
+    QCOMPARE(childIds(f.node(5)), QList<int> {7});
     QVERIFY(!f.node(6).hasChildren());
     QVERIFY(f.node(1).isExpanded() && f.node(3).isExpanded() && f.node(5).isExpanded());
     QCOMPARE(f.tree->focusedNode(), f.node(7));
@@ -294,7 +302,7 @@ void TestTreeList::recordsetChangesRebuildTheHierarchy()
     f.recordset->setFilter(QStringLiteral("ID <> 2"));
     QVERIFY(!before.isValid());
     QCOMPARE(f.tree->count(), 6);
-    QCOMPARE(rootIds(f), (QList<int>{1, 3, 6}));
+    QCOMPARE(rootIds(f), (QList<int> {1, 3, 6}));
 }
 
 void TestTreeList::unbindingEmptiesTheTree()

@@ -75,16 +75,14 @@ void TestTreeListEditing::textEditReachesRecordsetAndDatabase()
 {
     QStringList edited;
     connect(f->tree.get(), &fw::TreeList::edited, f->tree.get(),
-            [&](const TreeListNode &node, const QString &column) {
-                edited.append(node.displayText(column));
-            });
+            [&](const TreeListNode &node, const QString &column) { edited.append(node.displayText(column)); });
     auto *editor = openEditor<QLineEdit>(2, QStringLiteral("trNOME"));
     QVERIFY(editor);
     QCOMPARE(editor->text(), QStringLiteral("Due"));
     editor->setText(QStringLiteral("Due modificato"));
     commit(editor);
 
-    QCOMPARE(edited, QStringList{QStringLiteral("Due modificato")});
+    QCOMPARE(edited, QStringList {QStringLiteral("Due modificato")});
     QCOMPARE(f->recordset->valueAt(f->node(2).row(), f->recordset->fieldIndex(QStringLiteral("NOME"))).toString(),
              QStringLiteral("Due modificato"));
     QCOMPARE(f->stored(QStringLiteral("NOME"), 2).toString(), QStringLiteral("Due modificato"));
@@ -140,8 +138,8 @@ void TestTreeListEditing::editingStartedDecidesWhetherAnEditorOpens()
     commit(f->tree->view()->viewport()->findChild<QLineEdit *>(), Qt::Key_Escape);
     QVERIFY(!openEditor<QLineEdit>(1, QStringLiteral("trID")));
     f->tree->setColumnReadOnly(QStringLiteral("trID"), false);
-    QVERIFY(!openEditor<QLineEdit>(1, QStringLiteral("trID")));    // no in-place editor, yet announced
-    QCOMPARE(started, (QStringList{QStringLiteral("trNOME@1"), QStringLiteral("trNOME@1"), QStringLiteral("trID@1")}));
+    QVERIFY(!openEditor<QLineEdit>(1, QStringLiteral("trID"))); // no in-place editor, yet announced
+    QCOMPARE(started, (QStringList {QStringLiteral("trNOME@1"), QStringLiteral("trNOME@1"), QStringLiteral("trID@1")}));
 }
 
 void TestTreeListEditing::dateEditorTypesPicksAndClears()
@@ -181,7 +179,7 @@ void TestTreeListEditing::dateEditorTypesPicksAndClears()
     editor->calendarPopup()->clearButton()->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(f->stored(QStringLiteral("INIZIO"), 1).isNull());
-    QCOMPARE(closeUps, (QList<QVariant>{QDate::currentDate(), QVariant()}));
+    QCOMPARE(closeUps, (QList<QVariant> {QDate::currentDate(), QVariant()}));
 }
 
 void TestTreeListEditing::comboChoiceClosesUpAndStores()
@@ -202,7 +200,7 @@ void TestTreeListEditing::comboChoiceClosesUpAndStores()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
     QCOMPARE(closeUp.toInt(), 4);
-    QCOMPARE(storedAtCloseUp.toInt(), 0);   // the close-up comes before the value is stored
+    QCOMPARE(storedAtCloseUp.toInt(), 0); // the close-up comes before the value is stored
     QCOMPARE(f->stored(QStringLiteral("TIPO"), 2).toInt(), 4);
     QCOMPARE(f->node(2).displayText(QStringLiteral("trTIPO")), QStringLiteral("Manuale"));
     QVERIFY(!f->tree->view()->viewport()->findChild<QComboBox *>());
@@ -253,7 +251,7 @@ void TestTreeListEditing::drawTimeTextFillsUnboundAndButtonCells()
     f->recordset->update();
 
     QSet<QString> painted;
-    const QHash<int, QString> priorities{{7, QStringLiteral("Priorità sette")}};
+    const QHash<int, QString> priorities {{7, QStringLiteral("Priorità sette")}};
     connect(f->tree.get(), &fw::TreeList::customDrawCell, f->tree.get(),
             [&](const TreeListNode &node, const QString &column, QString &text) {
                 painted.insert(column + QLatin1Char('@') + node.value(QStringLiteral("trID")).toString());
@@ -286,7 +284,7 @@ void TestTreeListEditing::buttonClickIsReported()
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center() - QPoint(cell.width() / 4, 0));
     QVERIFY(clicks.isEmpty());
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, fw::TreeListButtonDelegate::buttonRect(cell).center());
-    QCOMPARE(clicks, (QList<QPair<int, QString>>{{3, QStringLiteral("trPRIO")}}));
+    QCOMPARE(clicks, (QList<QPair<int, QString>> {{3, QStringLiteral("trPRIO")}}));
     QCOMPARE(f->recordset->value(QStringLiteral("ID")).toInt(), 3);
 }
 

@@ -20,15 +20,27 @@ class TestTreeListWidths : public QObject
     static QList<fw::TreeListColumn> columns()
     {
         return {
-            {.name = QStringLiteral("trCODICE"), .caption = QStringLiteral("Codice"), .fieldName = QStringLiteral("CODICE"),
-             .designWidth = 1200, .widthSample = QStringLiteral("9999999")},
-            {.name = QStringLiteral("NOME"), .caption = QStringLiteral("Ragione Sociale"), .fieldName = QStringLiteral("NOME"),
+            {.name = QStringLiteral("trCODICE"),
+             .caption = QStringLiteral("Codice"),
+             .fieldName = QStringLiteral("CODICE"),
+             .designWidth = 1200,
+             .widthSample = QStringLiteral("9999999")},
+            {.name = QStringLiteral("NOME"),
+             .caption = QStringLiteral("Ragione Sociale"),
+             .fieldName = QStringLiteral("NOME"),
              .designWidth = 300},
-            {.name = QStringLiteral("trDATA"), .caption = QStringLiteral("Data"), .fieldName = QStringLiteral("DATA"),
-             .kind = TreeListColumnKind::Date, .designWidth = 300},
-            {.name = QStringLiteral("trTIPO"), .caption = QStringLiteral("Tipo"), .fieldName = QStringLiteral("TIPO"),
-             .kind = TreeListColumnKind::ImageCombo, .designWidth = 300,
-             .comboItems = {{0, QStringLiteral("Codice anagrafico"), {}}, {3, QStringLiteral("Cli per fatt. del nodo padre"), {}}}},
+            {.name = QStringLiteral("trDATA"),
+             .caption = QStringLiteral("Data"),
+             .fieldName = QStringLiteral("DATA"),
+             .kind = TreeListColumnKind::Date,
+             .designWidth = 300},
+            {.name = QStringLiteral("trTIPO"),
+             .caption = QStringLiteral("Tipo"),
+             .fieldName = QStringLiteral("TIPO"),
+             .kind = TreeListColumnKind::ImageCombo,
+             .designWidth = 300,
+             .comboItems = {{0, QStringLiteral("Codice anagrafico"), {}},
+                            {3, QStringLiteral("Cli per fatt. del nodo padre"), {}}}},
         };
     }
 
@@ -39,16 +51,16 @@ private slots:
         QTest::addColumn<QList<int>>("minimums");
         QTest::addColumn<int>("available");
         QTest::addColumn<QList<int>>("widths");
-        QTest::newRow("minimums below every share") << QList<int>{100, 100, 200} << QList<int>{10, 10, 10} << 400
-                                                    << QList<int>{100, 100, 200};
-        QTest::newRow("one held, the rest in proportion") << QList<int>{1200, 300, 300} << QList<int>{50, 150, 50} << 600
-                                                          << QList<int>{360, 150, 90};
-        QTest::newRow("holding one pushes another under") << QList<int>{1000, 100, 100} << QList<int>{10, 120, 100} << 300
-                                                          << QList<int>{80, 120, 100};
-        QTest::newRow("minimums do not fit: minimums") << QList<int>{1, 1} << QList<int>{300, 200} << 400
-                                                       << QList<int>{300, 200};
-        QTest::newRow("rounding goes to the last free column") << QList<int>{1, 1, 1} << QList<int>{0, 0, 0} << 100
-                                                               << QList<int>{33, 33, 34};
+        QTest::newRow("minimums below every share")
+            << QList<int> {100, 100, 200} << QList<int> {10, 10, 10} << 400 << QList<int> {100, 100, 200};
+        QTest::newRow("one held, the rest in proportion")
+            << QList<int> {1200, 300, 300} << QList<int> {50, 150, 50} << 600 << QList<int> {360, 150, 90};
+        QTest::newRow("holding one pushes another under")
+            << QList<int> {1000, 100, 100} << QList<int> {10, 120, 100} << 300 << QList<int> {80, 120, 100};
+        QTest::newRow("minimums do not fit: minimums")
+            << QList<int> {1, 1} << QList<int> {300, 200} << 400 << QList<int> {300, 200};
+        QTest::newRow("rounding goes to the last free column")
+            << QList<int> {1, 1, 1} << QList<int> {0, 0, 0} << 100 << QList<int> {33, 33, 34};
     }
     void sharesKeepProportionsAboveMinimums()
     {
@@ -75,7 +87,8 @@ private slots:
             QVERIFY(fw::minimumColumnWidth(column, QFontMetrics(large), QFontMetrics(large)) > minimum);
         }
         const QList<fw::TreeListColumn> all = columns();
-        QVERIFY(fw::minimumColumnWidth(all.at(2), cells, cells) >= cells.horizontalAdvance(QStringLiteral("31/12/2099")));
+        QVERIFY(fw::minimumColumnWidth(all.at(2), cells, cells)
+                >= cells.horizontalAdvance(QStringLiteral("31/12/2099")));
         QVERIFY(fw::minimumColumnWidth(all.at(3), cells, cells)
                 >= cells.horizontalAdvance(QStringLiteral("Cli per fatt. del nodo padre")));
         QVERIFY(fw::minimumColumnWidth(all.at(0), cells, cells, 100)
@@ -112,11 +125,14 @@ private slots:
     {
         QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("finestre.ini"));
-        const QStringList names{QStringLiteral("trCODICE"), QStringLiteral("NOME")};
-        QVERIFY(fw::LayoutMemory(file, QStringLiteral("rossi"), QStringLiteral("F")).columnWidths(QStringLiteral("T"), names).isEmpty());
+        const QStringList names {QStringLiteral("trCODICE"), QStringLiteral("NOME")};
+        QVERIFY(fw::LayoutMemory(file, QStringLiteral("rossi"), QStringLiteral("F"))
+                    .columnWidths(QStringLiteral("T"), names)
+                    .isEmpty());
 
         fw::LayoutMemory rossi(file, QStringLiteral("rossi"), QStringLiteral("F"));
-        rossi.rememberColumnWidths(QStringLiteral("T"), {{QStringLiteral("trCODICE"), 900}, {QStringLiteral("NOME"), 2400}});
+        rossi.rememberColumnWidths(QStringLiteral("T"),
+                                   {{QStringLiteral("trCODICE"), 900}, {QStringLiteral("NOME"), 2400}});
         rossi.rememberSplitterShares({0.25, 0.6});
         rossi.rememberWindowSize(QSize(1500, 900));
 
@@ -124,11 +140,14 @@ private slots:
         const QHash<QString, int> widths = again.columnWidths(QStringLiteral("T"), names);
         QCOMPARE(widths.value(QStringLiteral("trCODICE")), 900);
         QCOMPARE(widths.value(QStringLiteral("NOME")), 2400);
-        QCOMPARE(again.splitterShares(), (QList<double>{0.25, 0.6}));
+        QCOMPARE(again.splitterShares(), (QList<double> {0.25, 0.6}));
         QCOMPARE(again.windowSize(), QSize(1500, 900));
-        QVERIFY(again.columnWidths(QStringLiteral("T"), {QStringLiteral("trCODICE"), QStringLiteral("NOME"),
-                                                          QStringLiteral("NUOVA")}).isEmpty());
-        QVERIFY(again.columnWidths(QStringLiteral("T"), {QStringLiteral("NOME"), QStringLiteral("trCODICE")}).isEmpty());
+        QVERIFY(again
+                    .columnWidths(QStringLiteral("T"),
+                                  {QStringLiteral("trCODICE"), QStringLiteral("NOME"), QStringLiteral("NUOVA")})
+                    .isEmpty());
+        QVERIFY(
+            again.columnWidths(QStringLiteral("T"), {QStringLiteral("NOME"), QStringLiteral("trCODICE")}).isEmpty());
         fw::LayoutMemory bianchi(file, QStringLiteral("bianchi [ufficio]"), QStringLiteral("F"));
         QVERIFY(bianchi.columnWidths(QStringLiteral("T"), names).isEmpty());
         QVERIFY(!bianchi.windowSize().isValid());
@@ -146,7 +165,7 @@ private slots:
         tree.setDesignWidths(again.columnWidths(QStringLiteral("T"), names));
         QCOMPARE(tree.designWidths().at(0).second, 1200);
         tree.setDesignWidths({{QStringLiteral("NOME"), 2000}, {QStringLiteral("ALTRA"), 50}});
-        QCOMPARE(tree.designWidths().at(1), (std::pair<QString, int>{QStringLiteral("NOME"), 2000}));
+        QCOMPARE(tree.designWidths().at(1), (std::pair<QString, int> {QStringLiteral("NOME"), 2000}));
     }
 };
 

@@ -19,7 +19,7 @@ private slots:
         QVERIFY(entry.Caption().isEmpty() && entry.MenuProg().isEmpty());
         QVERIFY(!entry.Connection() && !entry.ClsGlobal() && !entry.ActiveNavigator());
         QVERIFY(entry.CloseForm().isValid());
-        QCOMPARE(entry.CloseForm().toBool(), false);   // nothing to close
+        QCOMPARE(entry.CloseForm().toBool(), false); // nothing to close
     }
 
     void filtroIsDiscarded()
@@ -47,7 +47,7 @@ private slots:
     {
         CLSGD_DISTINTA entry;
         QSignalSpy spy(&entry, &CLSGD_DISTINTA::DataTransfer);
-        const QVariantMap data{{QStringLiteral("CliFor"), 42}};
+        const QVariantMap data {{QStringLiteral("CliFor"), 42}};
         QVERIFY(entry.TransferData(data).isNull());
         QCOMPARE(spy.size(), 1);
         QCOMPARE(spy.at(0).at(0), QVariant(data));
@@ -63,13 +63,13 @@ private slots:
         QPointer<FRMGD_DISTINTA> second = entry->form();
 
         QVERIFY(first && second && first != second);
-        QVERIFY(first->isVisible());                    // the earlier editor stays open
+        QVERIFY(first->isVisible()); // the earlier editor stays open
         QCOMPARE(second->objectName(), QStringLiteral("FRMGD_DISTINTA"));
         QCOMPARE(second->windowTitle(), QStringLiteral("Distinte"));
         QCOMPARE(second->entryClass(), static_cast<fw::Cinterface *>(entry.get()));
         QCOMPARE(second->ActiveDll(), entry->ActiveDll());
 
-        QCOMPARE(entry->CloseForm().toBool(), true);   // closes the newest only
+        QCOMPARE(entry->CloseForm().toBool(), true); // closes the newest only
         QVERIFY(first->isVisible());
         QVERIFY(first->ActiveDll());
         QVERIFY(host.log().isQuiet());
@@ -114,7 +114,7 @@ private slots:
         QCOMPARE(navigator.registrations.size(), 1);
         QCOMPARE(navigator.registrations.first().object, form);
         QCOMPARE(navigator.layouts, QStringList(QStringLiteral("FRMGD_DISTINTA")));
-        QCOMPARE(entry->form(), form);   // the model gave the same editor back
+        QCOMPARE(entry->form(), form); // the model gave the same editor back
     }
 
     void editorOutlivesTheEntryClassSafely()
@@ -125,7 +125,7 @@ private slots:
         entry.reset();
         QVERIFY(form);
         QVERIFY(!form->entryClass() && !form->ActiveDll());
-        QVERIFY(form->unload());   // closes without the host and without failing
+        QVERIFY(form->unload()); // closes without the host and without failing
         QVERIFY(host.log().isQuiet());
     }
 };

@@ -53,25 +53,23 @@ void TestConnection::cleanup()
 
 void TestConnection::fieldTypesFollowDeclaredTypes()
 {
-    m_connection->execute(QStringLiteral(
-        "CREATE TABLE TIPI (ID INTEGER PRIMARY KEY, PICCOLO SMALLINT, PREZZO DECIMAL(18,5), "
-        "QUOTA NUMERIC(5,2), MISURA REAL, GIORNO DATETIME, ATTIVO BIT, DESCR VARCHAR(40))"));
-    m_connection->execute(QStringLiteral(
-        "INSERT INTO TIPI VALUES (1, 7, 12.5, 3, 0.25, '2024-03-15 10:20:30', 1, 'uno')"));
-    m_connection->execute(QStringLiteral(
-        "INSERT INTO TIPI VALUES (2, NULL, NULL, NULL, NULL, '2099-12-31', 0, NULL)"));
-    m_connection->execute(QStringLiteral(
-        "INSERT INTO TIPI VALUES (3, 1, 1, 1, 1, 'non è una data', 0, 'tre')"));
+    m_connection->execute(
+        QStringLiteral("CREATE TABLE TIPI (ID INTEGER PRIMARY KEY, PICCOLO SMALLINT, PREZZO DECIMAL(18,5), "
+                       "QUOTA NUMERIC(5,2), MISURA REAL, GIORNO DATETIME, ATTIVO BIT, DESCR VARCHAR(40))"));
+    m_connection->execute(
+        QStringLiteral("INSERT INTO TIPI VALUES (1, 7, 12.5, 3, 0.25, '2024-03-15 10:20:30', 1, 'uno')"));
+    m_connection->execute(QStringLiteral("INSERT INTO TIPI VALUES (2, NULL, NULL, NULL, NULL, '2099-12-31', 0, NULL)"));
+    m_connection->execute(QStringLiteral("INSERT INTO TIPI VALUES (3, 1, 1, 1, 1, 'non è una data', 0, 'tre')"));
 
     RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
         "SELECT *, (SELECT COUNT(*) FROM TIPI) AS N, PREZZO * 2 AS DOPPIO, 'testo' AS COSTANTE, NULL AS NIENTE "
         "FROM TIPI ORDER BY ID"));
     const QList<QPair<QString, FieldType>> expected = {
-        {QStringLiteral("ID"), FieldType::Integer},      {QStringLiteral("PICCOLO"), FieldType::Integer},
-        {QStringLiteral("PREZZO"), FieldType::Decimal},  {QStringLiteral("QUOTA"), FieldType::Decimal},
-        {QStringLiteral("MISURA"), FieldType::Double},   {QStringLiteral("GIORNO"), FieldType::DateTime},
-        {QStringLiteral("ATTIVO"), FieldType::Boolean},  {QStringLiteral("DESCR"), FieldType::Text},
-        {QStringLiteral("N"), FieldType::Integer},       {QStringLiteral("DOPPIO"), FieldType::Double},
+        {QStringLiteral("ID"), FieldType::Integer},     {QStringLiteral("PICCOLO"), FieldType::Integer},
+        {QStringLiteral("PREZZO"), FieldType::Decimal}, {QStringLiteral("QUOTA"), FieldType::Decimal},
+        {QStringLiteral("MISURA"), FieldType::Double},  {QStringLiteral("GIORNO"), FieldType::DateTime},
+        {QStringLiteral("ATTIVO"), FieldType::Boolean}, {QStringLiteral("DESCR"), FieldType::Text},
+        {QStringLiteral("N"), FieldType::Integer},      {QStringLiteral("DOPPIO"), FieldType::Double},
         {QStringLiteral("COSTANTE"), FieldType::Text},
     };
     for (const auto &[name, type] : expected) {
@@ -137,8 +135,10 @@ void TestConnection::failuresAreKeptOnTheErrorList()
     QVERIFY(m_connection->errors().isEmpty());
 
     QVERIFY_THROWS_EXCEPTION(DatabaseError, Connection::open(QStringLiteral("Provider=SQLite;")));
-    QVERIFY_THROWS_EXCEPTION(DatabaseError, Connection::open(
-        QStringLiteral("Provider=SQLite;Data Source=%1").arg(m_dir->filePath(QStringLiteral("manca/x.sqlite")))));
+    QVERIFY_THROWS_EXCEPTION(
+        DatabaseError,
+        Connection::open(
+            QStringLiteral("Provider=SQLite;Data Source=%1").arg(m_dir->filePath(QStringLiteral("manca/x.sqlite")))));
 }
 
 void TestConnection::executeCountsRowsAndTriggersRecurse()
@@ -151,8 +151,9 @@ void TestConnection::executeCountsRowsAndTriggersRecurse()
         "CREATE TRIGGER NODI_FIGLI AFTER DELETE ON NODI BEGIN INSERT INTO FIRED VALUES (OLD.ID);"
         " DELETE FROM NODI WHERE ID IN (WITH RECURSIVE S(ID) AS (SELECT ID FROM NODI WHERE PADRE = OLD.ID"
         " UNION SELECT N.ID FROM NODI N INNER JOIN S ON N.PADRE = S.ID) SELECT ID FROM S); END;"));
-    QCOMPARE(m_connection->execute(QStringLiteral(
-                 "INSERT INTO NODI VALUES (1, NULL), (2, 1), (3, 2), (4, 3), (5, NULL)")), 5);
+    QCOMPARE(
+        m_connection->execute(QStringLiteral("INSERT INTO NODI VALUES (1, NULL), (2, 1), (3, 2), (4, 3), (5, NULL)")),
+        5);
     QCOMPARE(m_connection->execute(QStringLiteral("CREATE INDEX NODI_PADRE ON NODI (PADRE)")), 0);
     QCOMPARE(m_connection->execute(QStringLiteral("DELETE FROM NODI WHERE ID = 1")), 1); // only the row itself counts
     RecordsetPtr left = m_connection->openRecordset(QStringLiteral("SELECT ID FROM NODI"));
@@ -194,12 +195,13 @@ void TestConnection::traceHoldsEveryStatementAsSent()
     QFile file(tracePath);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString trace = QString::fromUtf8(file.readAll());
-    QCOMPARE(trace, QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V VARCHAR(10))\nGO\n"
-                                   "INSERT INTO T (V) VALUES ('a''b')\nGO\n"
-                                   "SELECT ID, V FROM T WHERE 1 = 1 \nGO\n"
-                                   "UPDATE T SET V = ? WHERE ID = ? AND V = ?\n-- 'c', 1, 'a''b'\nGO\n"
-                                   "SELECT ID INTO #COPIA FROM T\nGO\n"
-                                   "SELEC 1\nGO\n"));
+    QCOMPARE(trace,
+             QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V VARCHAR(10))\nGO\n"
+                            "INSERT INTO T (V) VALUES ('a''b')\nGO\n"
+                            "SELECT ID, V FROM T WHERE 1 = 1 \nGO\n"
+                            "UPDATE T SET V = ? WHERE ID = ? AND V = ?\n-- 'c', 1, 'a''b'\nGO\n"
+                            "SELECT ID INTO #COPIA FROM T\nGO\n"
+                            "SELEC 1\nGO\n"));
     QVERIFY(!trace.contains(QStringLiteral("Provider")));
 }
 
@@ -207,13 +209,15 @@ void TestConnection::traceHoldsEveryStatementAsSent()
 // password comes back whole, and the other entries stay as they were written.
 void TestConnection::connectionStringsKeepEveryValueWhole()
 {
-    const QString odbc = QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;PWD={a;b}}=c };Database=ERP");
+    const QString odbc = QStringLiteral(
+        "Driver={ODBC Driver 18 for SQL Server}; Server = srv ;PWD={a;b}}=c };Database=ERP");
     QCOMPARE(connectionstring::value(odbc, {QStringLiteral("pwd")}), QStringLiteral("a;b}=c "));
     QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Server")}), QStringLiteral("srv"));
     QCOMPARE(connectionstring::value(odbc, {QStringLiteral("Database")}), QStringLiteral("ERP"));
     QCOMPARE(connectionstring::without(odbc, {QStringLiteral("PWD")}),
              QStringLiteral("Driver={ODBC Driver 18 for SQL Server}; Server = srv ;Database=ERP;"));
-    const QString withPassword = connectionstring::with(QStringLiteral("DSN=erp"), QStringLiteral("PWD"), QStringLiteral("x;}y"));
+    const QString withPassword = connectionstring::with(QStringLiteral("DSN=erp"), QStringLiteral("PWD"),
+                                                        QStringLiteral("x;}y"));
     QCOMPARE(withPassword, QStringLiteral("DSN=erp;PWD={x;}}y};"));
     QCOMPARE(connectionstring::value(withPassword, {QStringLiteral("PWD")}), QStringLiteral("x;}y"));
 
@@ -242,7 +246,7 @@ void TestConnection::heldReadsShareASnapshotThatNoWriteWaitsOn()
         QCOMPARE(valueSeenBy(m_connection), 10); // one snapshot for the burst
 
         m_connection->execute(QStringLiteral("UPDATE T SET V = V + 1 WHERE ID = 1"));
-        QCOMPARE(valueSeenBy(other), 12);        // written at once, on the file as it is now
+        QCOMPARE(valueSeenBy(other), 12); // written at once, on the file as it is now
         QCOMPARE(valueSeenBy(m_connection), 12);
 
         other->execute(QStringLiteral("UPDATE T SET V = 20 WHERE ID = 1"));

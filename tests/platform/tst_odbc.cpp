@@ -46,7 +46,8 @@ void TestOdbc::init()
     QCOMPARE(m_connection->connectionString(), connectionString);
     m_connection->execute(QStringLiteral(
         "CREATE TABLE ART (ID INTEGER PRIMARY KEY, CODICE VARCHAR(10), PREZZO DECIMAL(12,3), DATAINS DATETIME)"));
-    m_connection->execute(QStringLiteral("INSERT INTO ART (CODICE, PREZZO, DATAINS) VALUES ('A1', 2.5, '2024-02-29 08:00:00')"));
+    m_connection->execute(
+        QStringLiteral("INSERT INTO ART (CODICE, PREZZO, DATAINS) VALUES ('A1', 2.5, '2024-02-29 08:00:00')"));
     m_connection->execute(QStringLiteral("INSERT INTO ART (CODICE, PREZZO, DATAINS) VALUES ('B2', NULL, NULL)"));
 }
 
@@ -105,13 +106,14 @@ void TestOdbc::errorsReachTheErrorList()
 void TestOdbc::aBracedFileNameOpensThatFile()
 {
     const QString path = m_dir->filePath(QStringLiteral("ditta;2 {prova}.sqlite"));
-    ConnectionPtr braced = Connection::open(QStringLiteral("Driver=%1;Database={%2};TSQLCompat=SQLite;")
-                                                .arg(driverPath(), QString(path).replace(QLatin1Char('}'), QStringLiteral("}}"))));
+    ConnectionPtr braced = Connection::open(
+        QStringLiteral("Driver=%1;Database={%2};TSQLCompat=SQLite;")
+            .arg(driverPath(), QString(path).replace(QLatin1Char('}'), QStringLiteral("}}"))));
     braced->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY)"));
     braced.reset();
     QVERIFY(QFile::exists(path));
     QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("ditta*")}, QDir::Files),
-             QStringList{QStringLiteral("ditta;2 {prova}.sqlite")});
+             QStringList {QStringLiteral("ditta;2 {prova}.sqlite")});
 }
 
 QTEST_MAIN(TestOdbc)

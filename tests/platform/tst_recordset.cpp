@@ -53,9 +53,8 @@ void TestRecordset::init()
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     m_connection = Connection::open(fileConnectionString());
-    m_connection->execute(QStringLiteral(
-        "CREATE TABLE SOGG (ID INTEGER PRIMARY KEY, CODICE INTEGER, NOME VARCHAR(60), "
-        "DATAFINE DATETIME, IMPORTO DECIMAL(18,2))"));
+    m_connection->execute(QStringLiteral("CREATE TABLE SOGG (ID INTEGER PRIMARY KEY, CODICE INTEGER, NOME VARCHAR(60), "
+                                         "DATAFINE DATETIME, IMPORTO DECIMAL(18,2))"));
     const char *rows[] = {
         "(1, 10, 'Rossi Mario', '2024-01-31 00:00:00', 1.5)",
         "(2, 20, 'Bianchi SpA', '2099-12-31', NULL)",
@@ -63,7 +62,8 @@ void TestRecordset::init()
         "(4, 40, 'Rossini Ferramenta', '2024-06-30 12:30:00', 4.25)",
     };
     for (const char *row : rows)
-        m_connection->execute(QStringLiteral("INSERT INTO SOGG (ID, CODICE, NOME, DATAFINE, IMPORTO) VALUES ") + QLatin1String(row));
+        m_connection->execute(QStringLiteral("INSERT INTO SOGG (ID, CODICE, NOME, DATAFINE, IMPORTO) VALUES ")
+                              + QLatin1String(row));
 }
 
 void TestRecordset::cleanup()
@@ -74,7 +74,8 @@ void TestRecordset::cleanup()
 
 void TestRecordset::emptySetIsBothBofAndEof()
 {
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT *, '' AS RagioneSociale FROM SOGG WHERE 1=0 "));
+    RecordsetPtr rs = m_connection->openRecordset(
+        QStringLiteral("SELECT *, '' AS RagioneSociale FROM SOGG WHERE 1=0 "));
     QVERIFY(rs->bof());
     QVERIFY(rs->eof());
     QVERIFY(rs->isEmpty());
@@ -121,7 +122,8 @@ void TestRecordset::navigationAndPositions()
 
 void TestRecordset::cloneChangesShowInOriginal()
 {
-    m_connection->execute(QStringLiteral("SELECT 0 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG ORDER BY CODICE"));
+    m_connection->execute(
+        QStringLiteral("SELECT 0 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG ORDER BY CODICE"));
     RecordsetPtr list = m_connection->openRecordset(QStringLiteral("SELECT * FROM #LISTA"));
     QVERIFY(!list->isWritable());
 
@@ -160,7 +162,8 @@ void TestRecordset::cloneChangesShowInOriginal()
 
 void TestRecordset::filterAndRecordCount()
 {
-    m_connection->execute(QStringLiteral("SELECT CODICE % 20 / 10 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG"));
+    m_connection->execute(
+        QStringLiteral("SELECT CODICE % 20 / 10 AS Seleziona, CODICE AS Codice, NOME INTO #LISTA FROM SOGG"));
     RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM #LISTA"));
     rs->moveLast();
     QSignalSpy resets(rs.get(), &QAbstractItemModel::modelReset);
@@ -193,8 +196,8 @@ void TestRecordset::filterAndRecordCount()
 
 void TestRecordset::findSearchesForwardFromCurrentRow()
 {
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
-        "SELECT ID, CODICE AS GD02_CLIFOR_CG44, NOME AS RAGIONESOCIALE FROM SOGG ORDER BY ID"));
+    RecordsetPtr rs = m_connection->openRecordset(
+        QStringLiteral("SELECT ID, CODICE AS GD02_CLIFOR_CG44, NOME AS RAGIONESOCIALE FROM SOGG ORDER BY ID"));
     QVERIFY(rs->find(QStringLiteral("RAGIONESOCIALE like '%ross%'")));
     QCOMPARE(rs->currentRow(), 0);
     QVERIFY(rs->find(QStringLiteral("RAGIONESOCIALE like '%ross%'"))); // the current row counts
@@ -217,8 +220,8 @@ void TestRecordset::findSearchesForwardFromCurrentRow()
 
 void TestRecordset::inMemoryEditsNeverReachTheDatabase()
 {
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
-        "SELECT SOGG.ID, SOGG.NOME, B.NOME AS ALTRO FROM SOGG INNER JOIN SOGG B ON B.ID = SOGG.ID"));
+    RecordsetPtr rs = m_connection->openRecordset(
+        QStringLiteral("SELECT SOGG.ID, SOGG.NOME, B.NOME AS ALTRO FROM SOGG INNER JOIN SOGG B ON B.ID = SOGG.ID"));
     QVERIFY(!rs->isWritable());
     QVERIFY(rs->flags(rs->index(0, 2)) & Qt::ItemIsEditable);
     rs->setValue(QStringLiteral("NOME"), QStringLiteral("Cambiato"));
@@ -248,7 +251,8 @@ void TestRecordset::cleanUpdateInsertAndDelete()
     rs->setValue(QStringLiteral("DATAFINE"), QDateTime(QDate(2030, 5, 1), QTime(0, 0)));
     rs->update();
     QVERIFY(!rs->isEditing());
-    RecordsetPtr check = m_connection->openRecordset(QStringLiteral("SELECT IMPORTO, DATAFINE, typeof(DATAFINE) AS T FROM SOGG WHERE ID = 2"));
+    RecordsetPtr check = m_connection->openRecordset(
+        QStringLiteral("SELECT IMPORTO, DATAFINE, typeof(DATAFINE) AS T FROM SOGG WHERE ID = 2"));
     QCOMPARE(check->value(0).toDouble(), 7.5);
     QCOMPARE(check->value(1).toDateTime(), QDateTime(QDate(2030, 5, 1), QTime(0, 0)));
     QCOMPARE(check->value(2).toString(), QStringLiteral("text"));
@@ -304,7 +308,8 @@ void TestRecordset::movingOffAPendingRowWritesIt()
 
 void TestRecordset::conflictingUpdateIsRefused()
 {
-    RecordsetPtr ours = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG WHERE ID IN (1, 3) ORDER BY ID"));
+    RecordsetPtr ours = m_connection->openRecordset(
+        QStringLiteral("SELECT * FROM SOGG WHERE ID IN (1, 3) ORDER BY ID"));
     ConnectionPtr other = Connection::open(m_connection->connectionString());
     QCOMPARE(other->execute(QStringLiteral("UPDATE SOGG SET NOME = 'Altro utente' WHERE ID = 1")), 1);
 
@@ -313,8 +318,9 @@ void TestRecordset::conflictingUpdateIsRefused()
         ours->update();
         QFAIL("the update should have been refused");
     } catch (const DatabaseError &error) {
-        QCOMPARE(error.message(), QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: "
-                                                 "le modifiche non sono state salvate."));
+        QCOMPARE(error.message(),
+                 QStringLiteral("La riga è stata modificata da un altro utente dopo la lettura: "
+                                "le modifiche non sono state salvate."));
     }
     QCOMPARE(m_connection->errors().size(), 1);
     QVERIFY(ours->isEditing());
@@ -361,9 +367,9 @@ void TestRecordset::staleDeleteIsRefused()
     QCOMPARE(m_connection->errors().first().description, stale);
     QCOMPARE(other->openRecordset(QStringLiteral("SELECT IMPORTO FROM SOGG WHERE ID = 1"))->value(0).toDouble(), 1.75);
 
-    ours->setCurrentRow(2);    // NULL date, integer in a decimal column
+    ours->setCurrentRow(2); // NULL date, integer in a decimal column
     ours->deleteCurrent();
-    ours->setCurrentRow(2);    // date with a time, decimal
+    ours->setCurrentRow(2); // date with a time, decimal
     ours->deleteCurrent();
     RecordsetPtr left = other->openRecordset(QStringLiteral("SELECT ID FROM SOGG"));
     QCOMPARE(left->recordCount(), 1);
@@ -372,9 +378,9 @@ void TestRecordset::staleDeleteIsRefused()
 
 void TestRecordset::computedColumnsAreNotWritable()
 {
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral(
-        "SELECT ID, CODICE AS GD02_CLIFOR_CG44, (SELECT COUNT(*) FROM SOGG S2) AS TOTALE, NOME, "
-        "'x' AS NOME2 FROM SOGG ORDER BY ID"));
+    RecordsetPtr rs = m_connection->openRecordset(
+        QStringLiteral("SELECT ID, CODICE AS GD02_CLIFOR_CG44, (SELECT COUNT(*) FROM SOGG S2) AS TOTALE, NOME, "
+                       "'x' AS NOME2 FROM SOGG ORDER BY ID"));
     QVERIFY(rs->isWritable());
     QVERIFY(rs->field(1).writable);
     QVERIFY(!rs->field(2).writable);
@@ -396,17 +402,27 @@ void TestRecordset::writabilityFollowsTheStatement_data()
 {
     QTest::addColumn<QString>("statement");
     QTest::addColumn<QString>("baseTable");
-    QTest::newRow("star") << "SELECT * FROM SOGG" << "SOGG";
-    QTest::newRow("alias and hint") << "SELECT S.ID, S.NOME FROM SOGG S WITH (NOLOCK) WHERE S.ID > 0" << "SOGG";
-    QTest::newRow("top") << "SELECT TOP 2 ID, NOME FROM SOGG ORDER BY ID" << "SOGG";
+    QTest::newRow("star") << "SELECT * FROM SOGG"
+                          << "SOGG";
+    QTest::newRow("alias and hint") << "SELECT S.ID, S.NOME FROM SOGG S WITH (NOLOCK) WHERE S.ID > 0"
+                                    << "SOGG";
+    QTest::newRow("top") << "SELECT TOP 2 ID, NOME FROM SOGG ORDER BY ID"
+                         << "SOGG";
     QTest::newRow("subquery with join in the list")
-        << "SELECT ID, (SELECT MAX(B.NOME) FROM SOGG B INNER JOIN SOGG C ON C.ID = B.ID) AS M FROM SOGG" << "SOGG";
-    QTest::newRow("key left out") << "SELECT CODICE, NOME FROM SOGG" << "";
-    QTest::newRow("key only computed") << "SELECT ID + 0 AS ID, NOME FROM SOGG" << "";
-    QTest::newRow("join") << "SELECT A.* FROM SOGG A LEFT OUTER JOIN SOGG B ON B.ID = A.ID" << "";
-    QTest::newRow("comma join") << "SELECT A.ID FROM SOGG A, SOGG B WHERE A.ID = B.ID" << "";
-    QTest::newRow("grouped") << "SELECT ID, COUNT(*) AS N FROM SOGG GROUP BY ID" << "";
-    QTest::newRow("union") << "SELECT ID FROM SOGG UNION SELECT ID FROM SOGG" << "";
+        << "SELECT ID, (SELECT MAX(B.NOME) FROM SOGG B INNER JOIN SOGG C ON C.ID = B.ID) AS M FROM SOGG"
+        << "SOGG";
+    QTest::newRow("key left out") << "SELECT CODICE, NOME FROM SOGG"
+                                  << "";
+    QTest::newRow("key only computed") << "SELECT ID + 0 AS ID, NOME FROM SOGG"
+                                       << "";
+    QTest::newRow("join") << "SELECT A.* FROM SOGG A LEFT OUTER JOIN SOGG B ON B.ID = A.ID"
+                          << "";
+    QTest::newRow("comma join") << "SELECT A.ID FROM SOGG A, SOGG B WHERE A.ID = B.ID"
+                                << "";
+    QTest::newRow("grouped") << "SELECT ID, COUNT(*) AS N FROM SOGG GROUP BY ID"
+                             << "";
+    QTest::newRow("union") << "SELECT ID FROM SOGG UNION SELECT ID FROM SOGG"
+                           << "";
 }
 
 void TestRecordset::writabilityFollowsTheStatement()
@@ -474,8 +490,8 @@ void TestRecordset::valuesThatDoNotFitTheFieldAreRefused()
     // The day that exists goes through, as the user typed it.
     rs->setValue(QStringLiteral("DATAFINE"), QStringLiteral("29/02/2024"));
     rs->update();
-    RecordsetPtr check = m_connection->openRecordset(QStringLiteral(
-        "SELECT DATAFINE, CODICE, IMPORTO FROM SOGG WHERE ID = 1"));
+    RecordsetPtr check = m_connection->openRecordset(
+        QStringLiteral("SELECT DATAFINE, CODICE, IMPORTO FROM SOGG WHERE ID = 1"));
     QCOMPARE(check->value(0).toDateTime(), QDateTime(QDate(2024, 2, 29), QTime(0, 0)));
     QCOMPARE(check->value(1).toInt(), 10);
     QCOMPARE(check->value(2).toDouble(), 1.5);
@@ -484,14 +500,14 @@ void TestRecordset::valuesThatDoNotFitTheFieldAreRefused()
 void TestRecordset::largeReadsKeepEveryRow()
 {
     // Enough rows for the cells to outgrow the small-read path.
-    m_connection->execute(QStringLiteral("CREATE TABLE GRANDE (ID INTEGER PRIMARY KEY, NOME VARCHAR(20), V DECIMAL(10,2))"));
+    m_connection->execute(
+        QStringLiteral("CREATE TABLE GRANDE (ID INTEGER PRIMARY KEY, NOME VARCHAR(20), V DECIMAL(10,2))"));
     m_connection->execute(QStringLiteral("CREATE TABLE CIFRE (C INTEGER)"));
     for (int digit = 0; digit < 10; ++digit)
         m_connection->execute(QStringLiteral("INSERT INTO CIFRE VALUES (%1)").arg(digit));
-    m_connection->execute(QStringLiteral(
-        "INSERT INTO GRANDE SELECT N, 'nome ' + CAST(N AS VARCHAR), N / 4.0 FROM "
-        "(SELECT A.C * 10000 + B.C * 1000 + C.C * 100 + D.C * 10 + E.C + 1 AS N "
-        "FROM CIFRE A, CIFRE B, CIFRE C, CIFRE D, CIFRE E) X WHERE N <= 20000"));
+    m_connection->execute(QStringLiteral("INSERT INTO GRANDE SELECT N, 'nome ' + CAST(N AS VARCHAR), N / 4.0 FROM "
+                                         "(SELECT A.C * 10000 + B.C * 1000 + C.C * 100 + D.C * 10 + E.C + 1 AS N "
+                                         "FROM CIFRE A, CIFRE B, CIFRE C, CIFRE D, CIFRE E) X WHERE N <= 20000"));
     RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM GRANDE ORDER BY ID"));
     QCOMPARE(rs->recordCount(), 20000);
     QCOMPARE(rs->valueAt(0, 1).toString(), QStringLiteral("nome 1"));
@@ -524,13 +540,15 @@ void TestRecordset::writabilityFollowsSchemaChanges()
 
     ConnectionPtr other = Connection::open(fileConnectionString());
     other->execute(QStringLiteral("DROP TABLE LIBERA"));
-    other->execute(QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER PRIMARY KEY, NOME VARCHAR(20), NOTE VARCHAR(20))"));
+    other->execute(
+        QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER PRIMARY KEY, NOME VARCHAR(20), NOTE VARCHAR(20))"));
     other->execute(QStringLiteral("INSERT INTO LIBERA VALUES (1, 'uno', NULL)"));
     RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM LIBERA"));
     QVERIFY(rs->isWritable());
     rs->setValue(QStringLiteral("NOTE"), QStringLiteral("scritta"));
     rs->update();
-    QCOMPARE(other->openRecordset(QStringLiteral("SELECT NOTE FROM LIBERA"))->value(0).toString(), QStringLiteral("scritta"));
+    QCOMPARE(other->openRecordset(QStringLiteral("SELECT NOTE FROM LIBERA"))->value(0).toString(),
+             QStringLiteral("scritta"));
 
     m_connection->execute(QStringLiteral("ALTER TABLE LIBERA RENAME TO LIBERA2"));
     m_connection->execute(QStringLiteral("CREATE TABLE LIBERA (CODICE INTEGER, NOME VARCHAR(20))"));
@@ -545,9 +563,9 @@ QTEST_MAIN(TestRecordset)
 // reach the table.
 void TestRecordset::aReadOfSomeFieldsKeepsTheirValuesAndWritesNothing()
 {
-    RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM SOGG ORDER BY ID"),
-                                                  {QStringLiteral("importo"), QStringLiteral("NOME"),
-                                                   QStringLiteral("NON_ESISTE")});
+    RecordsetPtr rs = m_connection->openRecordset(
+        QStringLiteral("SELECT * FROM SOGG ORDER BY ID"),
+        {QStringLiteral("importo"), QStringLiteral("NOME"), QStringLiteral("NON_ESISTE")});
     QCOMPARE(rs->fieldCount(), 2);
     QCOMPARE(rs->fieldIndex(QStringLiteral("NOME")), 0);
     QCOMPARE(rs->fieldIndex(QStringLiteral("IMPORTO")), 1);

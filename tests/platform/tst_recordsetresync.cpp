@@ -28,8 +28,9 @@ class TestRecordsetResync : public QObject
             mine->execute(QStringLiteral("CREATE TABLE NODI (ID INTEGER PRIMARY KEY, NOME VARCHAR(40), "
                                          "FINE DATETIME, CHI VARCHAR(20), QUANDO DATETIME)"));
             for (int id = 1; id <= 5; ++id)
-                mine->execute(QStringLiteral("INSERT INTO NODI (ID, NOME, FINE) VALUES (%1, 'N%1', '2024-01-31 00:00:00')")
-                                  .arg(id));
+                mine->execute(
+                    QStringLiteral("INSERT INTO NODI (ID, NOME, FINE) VALUES (%1, 'N%1', '2024-01-31 00:00:00')")
+                        .arg(id));
             other = Connection::open(connection);
         }
         RecordsetPtr apri()
@@ -88,8 +89,8 @@ private slots:
         const RecordsetPtr rs = t.apri();
         QAbstractItemModelTester tester(rs.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         const RecordsetPtr clone = rs->clone();
-        rs->setCurrentRow(1);      // ID 2, to be forgotten
-        clone->setCurrentRow(4);   // ID 5, stays
+        rs->setCurrentRow(1);    // ID 2, to be forgotten
+        clone->setCurrentRow(4); // ID 5, stays
         t.mine->execute(QStringLiteral("DELETE FROM NODI WHERE ID IN (2, 3)"));
         rs->forgetRows({1, 2});
         QCOMPARE(rs->recordCount(), 3);
@@ -99,7 +100,7 @@ private slots:
         QCOMPARE(rs->currentRow(), -1);
         rs->moveNext();
         QCOMPARE(rs->value(QStringLiteral("ID")).toInt(), 4);
-        rs->forgetRows({7, -1});   // out of range: nothing
+        rs->forgetRows({7, -1}); // out of range: nothing
         QCOMPARE(rs->recordCount(), 3);
     }
 
@@ -109,15 +110,17 @@ private slots:
         Tabella t;
         const RecordsetPtr rs = t.apri();
         rs->setUpdateStamp([] {
-            return QList<std::pair<QString, QVariant>>{{QStringLiteral("CHI"), QStringLiteral("tester")},
-                                                       {QStringLiteral("QUANDO"), QDateTime(QDate(2026, 11, 23), QTime(9, 30))},
-                                                       {QStringLiteral("NOME"), QStringLiteral("ignorato")}};
+            return QList<std::pair<QString, QVariant>> {
+                {QStringLiteral("CHI"), QStringLiteral("tester")},
+                {QStringLiteral("QUANDO"), QDateTime(QDate(2026, 11, 23), QTime(9, 30))},
+                {QStringLiteral("NOME"), QStringLiteral("ignorato")}};
         });
         rs->setCurrentRow(0);
         rs->setValue(QStringLiteral("FINE"), QDate(2025, 12, 31));
         rs->update();
-        QCOMPARE(t.letto(QStringLiteral("SELECT NOME || '|' || CHI || '|' || QUANDO FROM NODI WHERE ID = 1")).toString(),
-                 QStringLiteral("N1|tester|2026-11-23 09:30:00"));
+        QCOMPARE(
+            t.letto(QStringLiteral("SELECT NOME || '|' || CHI || '|' || QUANDO FROM NODI WHERE ID = 1")).toString(),
+            QStringLiteral("N1|tester|2026-11-23 09:30:00"));
         // Nothing changed, nothing stamped.
         rs->setCurrentRow(3);
         rs->update();

@@ -26,32 +26,34 @@ void TestSqliteParameters::onlyConditionValuesBecomeParameters_data()
     QTest::addColumn<QString>("sql");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QVariantList>("values");
-    QTest::newRow("where and on") << u"SELECT A FROM T JOIN U ON U.K = T.K AND U.C = 7 WHERE T.N = 'O''Hara' AND T.M IN (1, -2)"_qs
-                                  << u"SELECT A FROM T JOIN U ON U.K = T.K AND U.C = ? WHERE T.N = ? AND T.M IN (?, -?)"_qs
-                                  << QVariantList{7LL, u"O'Hara"_qs, 1LL, 2LL};
+    QTest::newRow("where and on")
+        << u"SELECT A FROM T JOIN U ON U.K = T.K AND U.C = 7 WHERE T.N = 'O''Hara' AND T.M IN (1, -2)"_qs
+        << u"SELECT A FROM T JOIN U ON U.K = T.K AND U.C = ? WHERE T.N = ? AND T.M IN (?, -?)"_qs
+        << QVariantList {7LL, u"O'Hara"_qs, 1LL, 2LL};
     QTest::newRow("select list, order, limit stay")
         << u"SELECT 1, 'x' AS K, (SELECT COUNT(*) FROM U WHERE U.K = 5) FROM T WHERE A = 3 GROUP BY 1 ORDER BY 2 LIMIT 10"_qs
         << u"SELECT 1, 'x' AS K, (SELECT COUNT(*) FROM U WHERE U.K = 5) FROM T WHERE A = ? GROUP BY 1 ORDER BY 2 LIMIT 10"_qs
-        << QVariantList{3LL};
+        << QVariantList {3LL};
     QTest::newRow("subqueries in conditions and in from")
         << u"SELECT A FROM (SELECT A, 2 AS B FROM T WHERE C = 4) X WHERE EXISTS (SELECT 1 FROM U WHERE U.K = 6)"_qs
         << u"SELECT A FROM (SELECT A, 2 AS B FROM T WHERE C = ?) X WHERE EXISTS (SELECT 1 FROM U WHERE U.K = ?)"_qs
-        << QVariantList{4LL, 6LL};
+        << QVariantList {4LL, 6LL};
     QTest::newRow("patterns, casts, decimals, constant conditions stay")
         << u"SELECT A FROM T WHERE N LIKE 'R%' AND CAST(A AS VARCHAR(20)) = '9' AND B > 1.5 AND 1=0 AND C = 0x1F"_qs
         << u"SELECT A FROM T WHERE N LIKE 'R%' AND CAST(A AS VARCHAR(20)) = ? AND B > 1.5 AND 1=0 AND C = 0x1F"_qs
-        << QVariantList{u"9"_qs};
+        << QVariantList {u"9"_qs};
     QTest::newRow("a table made from a select")
         << u"CREATE TEMP TABLE \"X\" AS SELECT *, 0 AS S FROM T WHERE A = 12 -- note 13\n"_qs
-        << u"CREATE TEMP TABLE \"X\" AS SELECT *, 0 AS S FROM T WHERE A = ? -- note 13\n"_qs
-        << QVariantList{12LL};
+        << u"CREATE TEMP TABLE \"X\" AS SELECT *, 0 AS S FROM T WHERE A = ? -- note 13\n"_qs << QVariantList {12LL};
     QTest::newRow("quoted names and comments are not values")
         << u"SELECT [A 1] FROM T /* 'x' = 2 */ WHERE \"B = 3\" = 4"_qs
-        << u"SELECT [A 1] FROM T /* 'x' = 2 */ WHERE \"B = 3\" = ?"_qs << QVariantList{4LL};
-    QTest::newRow("other statements untouched") << u"DELETE FROM T WHERE A = 1"_qs << QString() << QVariantList{};
-    QTest::newRow("two statements untouched") << u"SELECT A FROM T WHERE A = 1; SELECT 2"_qs << QString() << QVariantList{};
-    QTest::newRow("own parameters untouched") << u"SELECT A FROM T WHERE A = ? AND B = 2"_qs << QString() << QVariantList{};
-    QTest::newRow("unclosed text untouched") << u"SELECT A FROM T WHERE A = 'x"_qs << QString() << QVariantList{};
+        << u"SELECT [A 1] FROM T /* 'x' = 2 */ WHERE \"B = 3\" = ?"_qs << QVariantList {4LL};
+    QTest::newRow("other statements untouched") << u"DELETE FROM T WHERE A = 1"_qs << QString() << QVariantList {};
+    QTest::newRow("two statements untouched")
+        << u"SELECT A FROM T WHERE A = 1; SELECT 2"_qs << QString() << QVariantList {};
+    QTest::newRow("own parameters untouched")
+        << u"SELECT A FROM T WHERE A = ? AND B = 2"_qs << QString() << QVariantList {};
+    QTest::newRow("unclosed text untouched") << u"SELECT A FROM T WHERE A = 'x"_qs << QString() << QVariantList {};
 }
 
 void TestSqliteParameters::onlyConditionValuesBecomeParameters()
@@ -69,10 +71,12 @@ void TestSqliteParameters::rowsAndColumnsAreThoseOfTheLiteralText()
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("p.sqlite"));
     ConnectionPtr connection = Connection::open(QStringLiteral("Provider=SQLite;Data Source=") + file);
-    connection->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, CODICE VARCHAR(10), N INTEGER, D DATETIME)"));
+    connection->execute(
+        QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, CODICE VARCHAR(10), N INTEGER, D DATETIME)"));
     connection->execute(QStringLiteral("CREATE TABLE U (ID INTEGER PRIMARY KEY, T_ID INTEGER, NOTE VARCHAR(10))"));
-    connection->execute(QStringLiteral("INSERT INTO T VALUES (1, '10', 5, '2024-01-31 00:00:00'), (2, '2', NULL, NULL), "
-                                       "(3, 'b''c', 7, '2025-06-30 00:00:00')"));
+    connection->execute(
+        QStringLiteral("INSERT INTO T VALUES (1, '10', 5, '2024-01-31 00:00:00'), (2, '2', NULL, NULL), "
+                       "(3, 'b''c', 7, '2025-06-30 00:00:00')"));
     connection->execute(QStringLiteral("INSERT INTO U VALUES (1, 1, 'x'), (2, 1, NULL), (3, 3, 'y')"));
     const QStringList statements = {
         // a text column against a number, a number column against a text: affinities as written

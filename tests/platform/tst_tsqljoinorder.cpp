@@ -92,21 +92,25 @@ void TestTsqlJoinOrder::sameRowsAsTheServer_data()
 {
     QTest::addColumn<QString>("tsql");
     QTest::addColumn<QString>("meaning"); // the same joins in SQLite with their parentheses
-    QTest::addColumn<bool>("leftOnly");    // no RIGHT JOIN left in the translation
+    QTest::addColumn<bool>("leftOnly");   // no RIGHT JOIN left in the translation
 
     QTest::newRow("right join of a chain")
-        << allColumns + "FROM A RIGHT OUTER JOIN B INNER JOIN C ON B.m = C.m LEFT OUTER JOIN D ON B.k = D.k ON A.k = B.k"
+        << allColumns
+            + "FROM A RIGHT OUTER JOIN B INNER JOIN C ON B.m = C.m LEFT OUTER JOIN D ON B.k = D.k ON A.k = B.k"
         << allColumns + "FROM A RIGHT JOIN (B JOIN C ON B.m = C.m LEFT JOIN D ON B.k = D.k) ON A.k = B.k" << true;
     QTest::newRow("left join of a right join, flattened")
-        << allColumns + "FROM B LEFT OUTER JOIN C RIGHT OUTER JOIN D ON C.id = D.k ON B.m = D.id LEFT JOIN A ON A.k = B.k"
-        << allColumns + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = D.k) ON B.m = D.id LEFT JOIN A ON A.k = B.k" << true;
+        << allColumns
+            + "FROM B LEFT OUTER JOIN C RIGHT OUTER JOIN D ON C.id = D.k ON B.m = D.id LEFT JOIN A ON A.k = B.k"
+        << allColumns + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = D.k) ON B.m = D.id LEFT JOIN A ON A.k = B.k"
+        << true;
     QTest::newRow("inner condition true on nulls stays grouped")
         << allColumns + "FROM B LEFT JOIN C RIGHT JOIN D ON C.id = 1 ON B.m = D.id LEFT JOIN A ON A.k = B.k"
         << allColumns + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = 1) ON B.m = D.id LEFT JOIN A ON A.k = B.k" << true;
-    QTest::newRow("inner condition with OR stays grouped")
-        << allColumns + "FROM B LEFT JOIN C RIGHT JOIN D ON C.id = D.k OR C.id = 3 ON B.m = D.id LEFT JOIN A ON A.k = B.k"
-        << allColumns + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = D.k OR C.id = 3) ON B.m = D.id LEFT JOIN A ON A.k = B.k"
-        << true;
+    QTest::newRow("inner condition with OR stays grouped") << allColumns
+            + "FROM B LEFT JOIN C RIGHT JOIN D ON C.id = D.k OR C.id = 3 ON B.m = D.id LEFT JOIN A ON A.k = B.k"
+                                                           << allColumns
+            + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = D.k OR C.id = 3) ON B.m = D.id LEFT JOIN A ON A.k = B.k"
+                                                           << true;
     QTest::newRow("inner condition with IS NULL stays grouped")
         << allColumns + "FROM B LEFT JOIN C RIGHT JOIN D ON C.id = D.k IS NULL ON B.m = D.id LEFT JOIN A ON A.k = B.k"
         << allColumns + "FROM B LEFT JOIN (C RIGHT JOIN D ON C.id = D.k IS NULL) ON B.m = D.id LEFT JOIN A ON A.k = B.k"
@@ -131,11 +135,12 @@ void TestTsqlJoinOrder::sameRowsAsTheServer_data()
         << allColumns + "FROM ((A RIGHT JOIN B ON A.k = B.k) RIGHT JOIN C ON B.m = C.m) LEFT JOIN D ON D.id = C.m"
         << true;
     QTest::newRow("aliases and a WHERE on the kept side")
-        << "SELECT x.id, y.id, z.id FROM A x RIGHT OUTER JOIN B AS y LEFT JOIN C z ON z.m = y.m ON x.k = y.k WHERE y.id < 5"
+        << "SELECT x.id, y.id, z.id FROM A x RIGHT OUTER JOIN B AS y LEFT JOIN C z ON z.m = y.m ON x.k = y.k WHERE "
+           "y.id < 5"
         << "SELECT x.id, y.id, z.id FROM A x RIGHT JOIN (B AS y LEFT JOIN C z ON z.m = y.m) ON x.k = y.k WHERE y.id < 5"
         << true;
-    QTest::newRow("columns by * keep the order written")
-        << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k" << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k" << false;
+    QTest::newRow("columns by * keep the order written") << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k"
+                                                         << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k" << false;
 }
 
 void TestTsqlJoinOrder::sameRowsAsTheServer()
@@ -145,7 +150,8 @@ void TestTsqlJoinOrder::sameRowsAsTheServer()
     QFETCH(bool, leftOnly);
     Database database;
     const QStringList expected = database.rows(meaning);
-    QVERIFY2(!expected.isEmpty() && !expected.first().startsWith(QLatin1String("ERROR")), qPrintable(expected.value(0)));
+    QVERIFY2(!expected.isEmpty() && !expected.first().startsWith(QLatin1String("ERROR")),
+             qPrintable(expected.value(0)));
 
     const QString translated = db::translateTsqlToSqlite(tsql);
     QCOMPARE(database.rows(translated), expected);
@@ -168,11 +174,11 @@ void TestTsqlJoinOrder::subjectListShape()
                             "LEFT OUTER JOIN D D3 ON B.id = D3.id AND B.k = D3.k LEFT OUTER JOIN A "
                             "ON A.id = D3.k WHERE B.id > 0 ORDER BY B.id"));
     Database database;
-    QCOMPARE(database.rows(translated),
-             database.rows(QStringLiteral(
-                 "SELECT DISTINCT B.id, C.v, D.v, A.v FROM C RIGHT JOIN (B JOIN D ON B.k = D.k "
-                 "LEFT JOIN D D2 ON B.id = D2.id) ON C.m = B.m LEFT JOIN (A RIGHT JOIN D D3 "
-                 "ON A.id = D3.k) ON B.id = D3.id AND B.k = D3.k WHERE B.id > 0")));
+    QCOMPARE(
+        database.rows(translated),
+        database.rows(QStringLiteral("SELECT DISTINCT B.id, C.v, D.v, A.v FROM C RIGHT JOIN (B JOIN D ON B.k = D.k "
+                                     "LEFT JOIN D D2 ON B.id = D2.id) ON C.m = B.m LEFT JOIN (A RIGHT JOIN D D3 "
+                                     "ON A.id = D3.k) ON B.id = D3.id AND B.k = D3.k WHERE B.id > 0")));
     const QString plan = database.plan(translated);
     QVERIFY2(!plan.contains(QLatin1String("MATERIALIZE")) && !plan.contains(QLatin1String("RIGHT-JOIN")),
              qPrintable(plan));
@@ -183,22 +189,20 @@ void TestTsqlJoinOrder::writtenAsLeftJoins_data()
     QTest::addColumn<QString>("tsql");
     QTest::addColumn<QString>("sqlite");
 
-    QTest::newRow("swapped operands")
-        << "SELECT 1 FROM A RIGHT JOIN B ON A.k = B.k" << "SELECT 1 FROM B LEFT OUTER JOIN A ON A.k = B.k";
+    QTest::newRow("swapped operands") << "SELECT 1 FROM A RIGHT JOIN B ON A.k = B.k"
+                                      << "SELECT 1 FROM B LEFT OUTER JOIN A ON A.k = B.k";
     QTest::newRow("a group that must stay keeps its parentheses")
         << "SELECT 1 FROM A RIGHT JOIN B LEFT JOIN C INNER JOIN D ON C.id = D.k ON B.m = C.m ON A.k = B.k"
         << "SELECT 1 FROM B LEFT JOIN (C INNER JOIN D ON C.id = D.k) ON B.m = C.m LEFT OUTER JOIN A ON A.k = B.k";
     QTest::newRow("names, hints and functions inside")
         << "SELECT ISNULL(A.v, '') FROM [A] WITH (NOLOCK) RIGHT JOIN #B b ON A.k = ISNULL(b.k, 0)"
         << "SELECT IFNULL(A.v, '') FROM \"#B\" b LEFT OUTER JOIN \"A\" ON A.k = IFNULL(b.k, 0)";
-    QTest::newRow("subquery operand")
-        << "SELECT 1 FROM (SELECT TOP 1 k FROM A) s RIGHT JOIN B ON s.k = B.k"
-        << "SELECT 1 FROM B LEFT OUTER JOIN (SELECT k FROM A LIMIT 1) s ON s.k = B.k";
-    QTest::newRow("no right join: as written")
-        << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k"
-        << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k";
-    QTest::newRow("comma join: as written")
-        << "SELECT 1 FROM A, B RIGHT JOIN C ON B.m = C.m" << "SELECT 1 FROM A, B RIGHT JOIN C ON B.m = C.m";
+    QTest::newRow("subquery operand") << "SELECT 1 FROM (SELECT TOP 1 k FROM A) s RIGHT JOIN B ON s.k = B.k"
+                                      << "SELECT 1 FROM B LEFT OUTER JOIN (SELECT k FROM A LIMIT 1) s ON s.k = B.k";
+    QTest::newRow("no right join: as written") << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k"
+                                               << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k";
+    QTest::newRow("comma join: as written") << "SELECT 1 FROM A, B RIGHT JOIN C ON B.m = C.m"
+                                            << "SELECT 1 FROM A, B RIGHT JOIN C ON B.m = C.m";
 }
 
 void TestTsqlJoinOrder::writtenAsLeftJoins()

@@ -44,9 +44,10 @@ private slots:
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
         const QString xlsx = folder.filePath(QStringLiteral("gdo.xlsx"));
-        const Run result = run({QStringLiteral("--database"), database, QStringLiteral("--export"), QStringLiteral("cli-gdo"),
-                                QStringLiteral("--level"), QStringLiteral("1"), QStringLiteral("--date"),
-                                QStringLiteral("01/06/2024"), QStringLiteral("--xlsx"), xlsx});
+        const Run result = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
+                                QStringLiteral("cli-gdo"), QStringLiteral("--level"), QStringLiteral("1"),
+                                QStringLiteral("--date"), QStringLiteral("01/06/2024"), QStringLiteral("--xlsx"),
+                                xlsx});
         QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
         QVERIFY2(result.out.contains(QStringLiteral("File scritto: ") + xlsx), qPrintable(result.out));
         const XlsxSheet headless(xlsx);
@@ -58,12 +59,13 @@ private slots:
         ScriptedHost host(TestDatabase::DemoData);
         const std::unique_ptr<CLSGD_DISTINTA> entry = host.createEntryClass();
         const QString editor = folder.filePath(QStringLiteral("editor.xlsx"));
-        QVERIFY(entry->exportList(QStringLiteral("CLI-GDO"), 1, QDate(2024, 6, 1), editor, fw::ExportFile::Format::Xlsx));
+        QVERIFY(
+            entry->exportList(QStringLiteral("CLI-GDO"), 1, QDate(2024, 6, 1), editor, fw::ExportFile::Format::Xlsx));
         QCOMPARE(righe(XlsxSheet(editor)), righe(headless));
 
         const QString csv = folder.filePath(QStringLiteral("gdo.csv"));
-        const Run asCsv = run({QStringLiteral("--database"), database, QStringLiteral("--export"), QStringLiteral("CLI-GDO"),
-                               QStringLiteral("--csv"), csv});
+        const Run asCsv = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
+                               QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), csv});
         QVERIFY2(asCsv.exitCode == 0, qPrintable(asCsv.err));
         QFile file(csv);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -75,23 +77,27 @@ private slots:
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
         const QString out = folder.filePath(QStringLiteral("x.xlsx"));
-        const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--export"), QStringLiteral("CLI-NONE"),
-                                 QStringLiteral("--xlsx"), out});
+        const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
+                                 QStringLiteral("CLI-NONE"), QStringLiteral("--xlsx"), out});
         QCOMPARE(unknown.exitCode, 1);
-        QVERIFY2(unknown.err.contains(QStringLiteral("La distinta \"CLI-NONE\" non esiste nella ditta 1.")), qPrintable(unknown.err));
+        QVERIFY2(unknown.err.contains(QStringLiteral("La distinta \"CLI-NONE\" non esiste nella ditta 1.")),
+                 qPrintable(unknown.err));
         QVERIFY(!QFileInfo::exists(out));
 
         const QString nowhere = folder.filePath(QStringLiteral("manca/x.xlsx"));
-        const Run unwritable = run({QStringLiteral("--database"), database, QStringLiteral("--export"), QStringLiteral("CLI-GDO"),
-                                    QStringLiteral("--xlsx"), nowhere});
+        const Run unwritable = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
+                                    QStringLiteral("CLI-GDO"), QStringLiteral("--xlsx"), nowhere});
         QCOMPARE(unwritable.exitCode, 1);
-        QVERIFY2(unwritable.err.contains(QStringLiteral("Impossibile scrivere il file \"%1\": la cartella non esiste.").arg(nowhere)),
+        QVERIFY2(unwritable.err.contains(
+                     QStringLiteral("Impossibile scrivere il file \"%1\": la cartella non esiste.").arg(nowhere)),
                  qPrintable(unwritable.err));
 
-        const Run empty = run({QStringLiteral("--database"), database, QStringLiteral("--export"), QStringLiteral("CLI-GDO"),
-                               QStringLiteral("--date"), QStringLiteral("01/01/1900"), QStringLiteral("--csv"), out});
+        const Run empty = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
+                               QStringLiteral("CLI-GDO"), QStringLiteral("--date"), QStringLiteral("01/01/1900"),
+                               QStringLiteral("--csv"), out});
         QCOMPARE(empty.exitCode, 1);
-        QVERIFY2(empty.err.contains(QStringLiteral("La distinta \"CLI-GDO\" non ha nodi validi al 01/01/1900 da esportare.")),
+        QVERIFY2(empty.err.contains(
+                     QStringLiteral("La distinta \"CLI-GDO\" non ha nodi validi al 01/01/1900 da esportare.")),
                  qPrintable(empty.err));
         QVERIFY(!QFileInfo::exists(out));
     }
@@ -105,10 +111,11 @@ private slots:
         };
         fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO")},
               QStringLiteral("Con --export indicare il file da scrivere con --xlsx oppure con --csv (uno solo)."));
-        fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--xlsx"), QStringLiteral("a.xlsx"),
-               QStringLiteral("--csv"), QStringLiteral("a.csv")},
+        fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--xlsx"),
+               QStringLiteral("a.xlsx"), QStringLiteral("--csv"), QStringLiteral("a.csv")},
               QStringLiteral("Con --export indicare il file da scrivere con --xlsx oppure con --csv (uno solo)."));
-        fails({QStringLiteral("--csv"), QStringLiteral("a.csv")}, QStringLiteral("L'opzione --csv vale solo con --export."));
+        fails({QStringLiteral("--csv"), QStringLiteral("a.csv")},
+              QStringLiteral("L'opzione --csv vale solo con --export."));
         fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), QStringLiteral("a.csv"),
                QStringLiteral("--date"), QStringLiteral("31/02/2024")},
               QStringLiteral("Data non valida: 31/02/2024 (scrivere gg/mm/aaaa)."));

@@ -18,7 +18,7 @@ class TestShell : public QObject
     QString program() const
     {
         return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath())
-               + QStringLiteral("/distinta");
+            + QStringLiteral("/distinta");
     }
 
     struct Run
@@ -79,14 +79,17 @@ private slots:
                                 QStringLiteral("--company"), QStringLiteral("1")},
                                offscreen());
         QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
-        QVERIFY2(result.out.contains(QStringLiteral("Database dimostrativo creato: ") + database), qPrintable(result.out));
-        QVERIFY2(result.out.contains(QStringLiteral("Finestra aperta: FRMGD_DISTINTA \"Distinta di classificazione\" (pronta)")),
+        QVERIFY2(result.out.contains(QStringLiteral("Database dimostrativo creato: ") + database),
+                 qPrintable(result.out));
+        QVERIFY2(result.out.contains(
+                     QStringLiteral("Finestra aperta: FRMGD_DISTINTA \"Distinta di classificazione\" (pronta)")),
                  qPrintable(result.out));
         QVERIFY2(!result.err.contains(QStringLiteral("errore")), qPrintable(result.err));
 
-        const Run again = run({QStringLiteral("--database"), database, QStringLiteral("--exit-after-show")}, offscreen());
+        const Run again = run({QStringLiteral("--database"), database, QStringLiteral("--exit-after-show")},
+                              offscreen());
         QCOMPARE(again.exitCode, 0);
-        QVERIFY(again.out.contains(QStringLiteral("Database: ") + database));   // kept, not created again
+        QVERIFY(again.out.contains(QStringLiteral("Database: ") + database)); // kept, not created again
     }
 
     void namesAComponentThatIsNotInstalled()
@@ -98,8 +101,9 @@ private slots:
                                 QStringLiteral("--exit-after-show")},
                                environment);
         QCOMPARE(result.exitCode, 1);
-        QVERIFY2(result.err.contains(QStringLiteral("Il componente \"VRAX_DISTINTA.CLSGD_DISTINTA\" non è installato.")),
-                 qPrintable(result.err));
+        QVERIFY2(
+            result.err.contains(QStringLiteral("Il componente \"VRAX_DISTINTA.CLSGD_DISTINTA\" non è installato.")),
+            qPrintable(result.err));
     }
 
     void explainsAMissingDisplay()
@@ -111,10 +115,10 @@ private slots:
         QCOMPARE(result.exitCode, 2);
         QVERIFY(result.err.contains(QStringLiteral("xvfb-run -a build/bin/distinta")));
 
-        const Run help = run({QStringLiteral("--help")}, environment);   // help needs no display
+        const Run help = run({QStringLiteral("--help")}, environment); // help needs no display
         QCOMPARE(help.exitCode, 0);
-        for (const char *option : {"--company", "--user", "--group", "--database", "--odbc", "--exit-after-show",
-                                   "--screenshot"})
+        for (const char *option :
+             {"--company", "--user", "--group", "--database", "--odbc", "--exit-after-show", "--screenshot"})
             QVERIFY2(help.out.contains(QLatin1String(option)), option);
     }
 
@@ -138,10 +142,12 @@ private slots:
         pages.write(QByteArray(int(pageSize), '\xff'));
         pages.close();
 
-        const Run corrupt = run({QStringLiteral("--database"), damaged, QStringLiteral("--exit-after-show")}, offscreen(), 30000);
+        const Run corrupt = run({QStringLiteral("--database"), damaged, QStringLiteral("--exit-after-show")},
+                                offscreen(), 30000);
         QCOMPARE(corrupt.exitCode, 3);
         QCOMPARE(corrupt.err.count(QStringLiteral("Si è verificato un errore in ")), 1);
-        QVERIFY2(corrupt.err.contains(QStringLiteral("database disk image is malformed")), qPrintable(corrupt.err.left(2000)));
+        QVERIFY2(corrupt.err.contains(QStringLiteral("database disk image is malformed")),
+                 qPrintable(corrupt.err.left(2000)));
         QVERIFY(corrupt.err.contains(QStringLiteral("codice di uscita 3")));
 
         const QString foreign = folder.filePath(QStringLiteral("altro.sqlite"));
@@ -152,10 +158,12 @@ private slots:
         const QByteArray sum = checksum(foreign);
         const QStringList files = filesIn(folder.path());
         const Run refused = run({QStringLiteral("--database"), foreign, QStringLiteral("--screenshot"),
-                                 folder.filePath(QStringLiteral("x.png"))}, offscreen(), 30000);
+                                 folder.filePath(QStringLiteral("x.png"))},
+                                offscreen(), 30000);
         QCOMPARE(refused.exitCode, 1);
         QVERIFY2(refused.err.contains(QStringLiteral("Il file %1 non è un database delle distinte di classificazione")
-                                          .arg(QDir::toNativeSeparators(foreign))), qPrintable(refused.err.left(2000)));
+                                          .arg(QDir::toNativeSeparators(foreign))),
+                 qPrintable(refused.err.left(2000)));
         QCOMPARE(checksum(foreign), sum);
         QCOMPARE(filesIn(folder.path()), files);
 
@@ -163,8 +171,10 @@ private slots:
         if (QFile::exists(odbcDriver())) {
             const QString demo = folder.filePath(QStringLiteral("demo.sqlite"));
             QVERIFY(dbsetup::ensureDemoDatabase(demo));
-            const Run odbc = run({QStringLiteral("--odbc"), QStringLiteral("Driver=%1;Database=%2;").arg(odbcDriver(), demo),
-                                  QStringLiteral("--exit-after-show")}, offscreen(), 30000);
+            const Run odbc = run({QStringLiteral("--odbc"),
+                                  QStringLiteral("Driver=%1;Database=%2;").arg(odbcDriver(), demo),
+                                  QStringLiteral("--exit-after-show")},
+                                 offscreen(), 30000);
             QCOMPARE(odbc.exitCode, 3);
             QCOMPARE(odbc.err.count(QStringLiteral("Si è verificato un errore in ")), 1);
         }
@@ -177,7 +187,7 @@ private slots:
         const QString path = folder.filePath(QStringLiteral("ditta;1.sqlite"));
         const Run created = run({QStringLiteral("--database"), path, QStringLiteral("--exit-after-show")}, offscreen());
         QCOMPARE(created.exitCode, 0);
-        QCOMPARE(filesIn(folder.path()), QStringList{QStringLiteral("ditta;1.sqlite")});
+        QCOMPARE(filesIn(folder.path()), QStringList {QStringLiteral("ditta;1.sqlite")});
         const Run again = run({QStringLiteral("--database"), path, QStringLiteral("--exit-after-show")}, offscreen());
         QCOMPARE(again.exitCode, 0);
         QVERIFY(again.out.contains(QStringLiteral("Database: ") + path));
@@ -199,11 +209,12 @@ private slots:
         const QByteArray fileName = QFile::encodeName(path);
         chmod(folderName.constData(), root ? 0755 : 0555);
         chmod(fileName.constData(), root ? 0644 : 0444);
-        QStringList arguments{QStringLiteral("--database"), path, QStringLiteral("--exit-after-show")};
+        QStringList arguments {QStringLiteral("--database"), path, QStringLiteral("--exit-after-show")};
         QString programPath;
         if (root) {
-            arguments = QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
-                                    QStringLiteral("--clear-groups"), program()} + arguments;
+            arguments = QStringList {QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                                     QStringLiteral("--clear-groups"), program()}
+                + arguments;
             programPath = QStringLiteral("setpriv");
         }
         const Run readOnly = run(arguments, offscreen(), 60000, programPath);
@@ -211,16 +222,20 @@ private slots:
         chmod(fileName.constData(), 0644);
         QVERIFY2(readOnly.exitCode == 0, qPrintable(readOnly.out + readOnly.err));
         QVERIFY(readOnly.out.contains(QStringLiteral("Database: %1 (sola lettura)").arg(path)));
-        QVERIFY2(readOnly.err.contains(QStringLiteral("Il database %1 è aperto in sola lettura").arg(path)), qPrintable(readOnly.err));
+        QVERIFY2(readOnly.err.contains(QStringLiteral("Il database %1 è aperto in sola lettura").arg(path)),
+                 qPrintable(readOnly.err));
         QCOMPARE(filesIn(folder.path()), files);
         QCOMPARE(checksum(path), sum);
 
         const Run nobody = run({QStringLiteral("--database"), path, QStringLiteral("--company"), QStringLiteral("99"),
-                                QStringLiteral("--exit-after-show")}, offscreen());
+                                QStringLiteral("--exit-after-show")},
+                               offscreen());
         QCOMPARE(nobody.exitCode, 0);
-        QVERIFY2(nobody.err.contains(QStringLiteral("La ditta 99 non ha dati in questo database")), qPrintable(nobody.err));
+        QVERIFY2(nobody.err.contains(QStringLiteral("La ditta 99 non ha dati in questo database")),
+                 qPrintable(nobody.err));
         const Run known = run({QStringLiteral("--database"), path, QStringLiteral("--company"), QStringLiteral("2"),
-                               QStringLiteral("--exit-after-show")}, offscreen());
+                               QStringLiteral("--exit-after-show")},
+                              offscreen());
         QVERIFY(!known.err.contains(QStringLiteral("non ha dati")));
     }
 
@@ -239,18 +254,20 @@ private slots:
         QVERIFY(dbsetup::ensureDemoDatabase(demo));
         const QString odbc = QStringLiteral("Driver=%1;Database=%2;TSQLCompat=SQLite;").arg(odbcDriver(), demo);
         const QString warning = QStringLiteral("la password scritta in --odbc è visibile agli altri utenti");
-        const QStringList headless{QStringLiteral("--exit-after-show")};
+        const QStringList headless {QStringLiteral("--exit-after-show")};
 
-        const Run written = run(QStringList{QStringLiteral("--odbc"), odbc + QStringLiteral("PWD=segreta;")} + headless, offscreen());
+        const Run written = run(
+            QStringList {QStringLiteral("--odbc"), odbc + QStringLiteral("PWD=segreta;")} + headless, offscreen());
         QCOMPARE(written.exitCode, 0);
         QVERIFY2(written.err.contains(warning), qPrintable(written.err));
 
         QProcessEnvironment environment = offscreen();
         environment.insert(QStringLiteral("DISTINTA_ODBC_PASSWORD"), QStringLiteral("se;gre}ta"));
-        const Run fromEnvironment = run(QStringList{QStringLiteral("--odbc"), odbc} + headless, environment);
+        const Run fromEnvironment = run(QStringList {QStringLiteral("--odbc"), odbc} + headless, environment);
         QCOMPARE(fromEnvironment.exitCode, 0);
         QVERIFY(!fromEnvironment.err.contains(warning));
-        const Run twice = run(QStringList{QStringLiteral("--odbc"), odbc + QStringLiteral("PWD=x;")} + headless, environment);
+        const Run twice = run(QStringList {QStringLiteral("--odbc"), odbc + QStringLiteral("PWD=x;")} + headless,
+                              environment);
         QCOMPARE(twice.exitCode, 1);
 
         const QString secret = folder.filePath(QStringLiteral("password"));
@@ -258,7 +275,7 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("segreta\n");
         file.close();
-        const QStringList withFile{QStringLiteral("--odbc"), odbc, QStringLiteral("--odbc-password-file"), secret};
+        const QStringList withFile {QStringLiteral("--odbc"), odbc, QStringLiteral("--odbc-password-file"), secret};
         QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
         const Run shared = run(withFile + headless, offscreen());
         QCOMPARE(shared.exitCode, 1);
@@ -274,7 +291,9 @@ private slots:
     {
         QCOMPARE(run({QStringLiteral("--company"), QStringLiteral("zero")}, offscreen()).exitCode, 1);
         QCOMPARE(run({QStringLiteral("--database"), QStringLiteral("a"), QStringLiteral("--odbc"), QStringLiteral("b")},
-                     offscreen()).exitCode, 1);
+                     offscreen())
+                     .exitCode,
+                 1);
     }
 };
 

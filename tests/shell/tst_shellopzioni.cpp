@@ -13,7 +13,8 @@ class TestShellOpzioni : public QObject
 
     static QString program()
     {
-        return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath()) + QStringLiteral("/distinta");
+        return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath())
+            + QStringLiteral("/distinta");
     }
 
     struct Run
@@ -62,7 +63,8 @@ private slots:
         QTemporaryDir folder;
         const QString picture = folder.filePath(QStringLiteral("editor.png"));
         const Run shot = run({QStringLiteral("--database"), folder.filePath(QStringLiteral("demo.sqlite")),
-                              QStringLiteral("--screenshot"), picture, QStringLiteral("--size"), QStringLiteral("1024x700")});
+                              QStringLiteral("--screenshot"), picture, QStringLiteral("--size"),
+                              QStringLiteral("1024x700")});
         QCOMPARE(shot.exitCode, 0);
         QCOMPARE(QImage(picture).size(), QSize(1024, 700));
     }
@@ -70,13 +72,15 @@ private slots:
     void sizeThatIsNotWidthByHeight_data()
     {
         QTest::addColumn<QString>("size");
-        for (const char *wrong : {"1920", "1920x", "x1080", "1920*1080", "abcxdef", "19x10", "1920x1080x2", "99999x600"})
+        for (const char *wrong :
+             {"1920", "1920x", "x1080", "1920*1080", "abcxdef", "19x10", "1920x1080x2", "99999x600"})
             QTest::newRow(wrong) << QString::fromLatin1(wrong);
     }
     void sizeThatIsNotWidthByHeight()
     {
         QFETCH(QString, size);
-        const Run refused = run({QStringLiteral("--screenshot"), QStringLiteral("x.png"), QStringLiteral("--size"), size});
+        const Run refused = run(
+            {QStringLiteral("--screenshot"), QStringLiteral("x.png"), QStringLiteral("--size"), size});
         QCOMPARE(refused.exitCode, 1);
         QVERIFY2(refused.err.contains(QStringLiteral("Dimensioni non valide: %1").arg(size)), qPrintable(refused.err));
     }

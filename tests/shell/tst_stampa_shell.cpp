@@ -30,7 +30,8 @@ class TestStampaShell : public QObject
         const QString key = distinta::Stampa::NomeComputer() + distinta::Stampa::NomeUtente();
         const db::RecordsetPtr rows = connection->openRecordset(
             QStringLiteral("SELECT GD04_LIVELLO, GD04_CLIFOR_CG44, GD04_DATAINIZIOVAL, GD04_DATAFINEVAL "
-                           "FROM GD04_STDISTINTA WHERE GD04_KEY = '%1' ORDER BY GD04_ID").arg(key));
+                           "FROM GD04_STDISTINTA WHERE GD04_KEY = '%1' ORDER BY GD04_ID")
+                .arg(key));
         QStringList result;
         for (int row = 0; row < rows->recordCount(); ++row) {
             QStringList values;
@@ -69,11 +70,11 @@ private slots:
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
         const QString pdf = folder.filePath(QStringLiteral("gdo.pdf"));
-        const Run result = run({QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("cli-gdo"),
-                                QStringLiteral("--level"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf,
-                                QStringLiteral("--printed-by"), QStringLiteral("Mario Rossi"),
-                                QStringLiteral("--printed-for"), QStringLiteral("Ufficio vendite"),
-                                QStringLiteral("--notes"), QStringLiteral("Controllo mensile")});
+        const Run result = run(
+            {QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("cli-gdo"),
+             QStringLiteral("--level"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf,
+             QStringLiteral("--printed-by"), QStringLiteral("Mario Rossi"), QStringLiteral("--printed-for"),
+             QStringLiteral("Ufficio vendite"), QStringLiteral("--notes"), QStringLiteral("Controllo mensile")});
         QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
         QVERIFY2(result.out.contains(QStringLiteral("PDF scritto: ") + pdf), qPrintable(result.out));
         const QStringList headless = pdfLines(pdf);
@@ -107,24 +108,28 @@ private slots:
     {
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
-        const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("CLI-NONE"),
-                                 QStringLiteral("--pdf"), folder.filePath(QStringLiteral("x.pdf"))});
+        const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
+                                 QStringLiteral("CLI-NONE"), QStringLiteral("--pdf"),
+                                 folder.filePath(QStringLiteral("x.pdf"))});
         QCOMPARE(unknown.exitCode, 1);
-        QVERIFY2(unknown.err.contains(QStringLiteral("La distinta \"CLI-NONE\" non esiste nella ditta 1.")), qPrintable(unknown.err));
+        QVERIFY2(unknown.err.contains(QStringLiteral("La distinta \"CLI-NONE\" non esiste nella ditta 1.")),
+                 qPrintable(unknown.err));
         QVERIFY(!QFileInfo::exists(folder.filePath(QStringLiteral("x.pdf"))));
 
         const QString nowhere = folder.filePath(QStringLiteral("manca/x.pdf"));
-        const Run unwritable = run({QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("CLI-GDO"),
-                                    QStringLiteral("--pdf"), nowhere});
+        const Run unwritable = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
+                                    QStringLiteral("CLI-GDO"), QStringLiteral("--pdf"), nowhere});
         QCOMPARE(unwritable.exitCode, 1);
         QVERIFY2(unwritable.err.contains(QStringLiteral("Impossibile scrivere il file PDF \"%1\"").arg(nowhere)),
                  qPrintable(unwritable.err));
         QVERIFY(workRows(db::Connection::open(dbsetup::sqliteConnectionString(database))).isEmpty());
 
-        const Run empty = run({QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("CLI-EXP"),
-                               QStringLiteral("--pdf"), folder.filePath(QStringLiteral("x.pdf"))});
+        const Run empty = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
+                               QStringLiteral("CLI-EXP"), QStringLiteral("--pdf"),
+                               folder.filePath(QStringLiteral("x.pdf"))});
         QCOMPARE(empty.exitCode, 1);
-        QVERIFY2(empty.err.contains(QStringLiteral("La distinta \"CLI-EXP\" non ha nodi da stampare.")), qPrintable(empty.err));
+        QVERIFY2(empty.err.contains(QStringLiteral("La distinta \"CLI-EXP\" non ha nodi da stampare.")),
+                 qPrintable(empty.err));
     }
 
     void printOptionsGoTogether()
@@ -137,7 +142,8 @@ private slots:
         QCOMPARE(noPrint.exitCode, 1);
         QVERIFY(noPrint.err.contains(QStringLiteral("L'opzione --pdf vale solo con --print.")));
         const Run badLevel = run({QStringLiteral("--print"), QStringLiteral("CLI-GDO"), QStringLiteral("--pdf"), pdf,
-                                  QStringLiteral("--level"), QStringLiteral("due")}, true);
+                                  QStringLiteral("--level"), QStringLiteral("due")},
+                                 true);
         QCOMPARE(badLevel.exitCode, 1);
         QVERIFY(badLevel.err.contains(QStringLiteral("Livello non valido: due (un numero da 0 in su).")));
     }

@@ -17,7 +17,8 @@ class TestSubjectCard : public QObject
     {
         Scheda()
         {
-            exec(QStringLiteral("INSERT INTO CG62_CONDPAGDES (CG62_CODPAG, CG62_DESCPAG) VALUES ('RD', 'Rimessa diretta')"));
+            exec(QStringLiteral(
+                "INSERT INTO CG62_CONDPAGDES (CG62_CODPAG, CG62_DESCPAG) VALUES ('RD', 'Rimessa diretta')"));
             soggetto(0, 1001, QStringLiteral("Bar dell'Angolo"), QStringLiteral("RD"));
             soggetto(1, 500, QStringLiteral("Trasporti Veloci"));
             const qint64 ali = divisione(QStringLiteral("ALI"), QStringLiteral("Divisione alimentare"));
@@ -29,10 +30,12 @@ class TestSubjectCard : public QObject
             nodo(f01, 1, 500);
             // The host opens the cards as the shell does: the component, its contract, the subject.
             host.modules().cardOpener = [this](const QString &programId, int company, qint64 code) {
-                auto component = std::make_unique<SubjectCardComponent>(programId == SubjectCardComponent::CustomerCard ? 0 : 1);
+                auto component = std::make_unique<SubjectCardComponent>(
+                    programId == SubjectCardComponent::CustomerCard ? 0 : 1);
                 fw::fillHostContract(*component, host.context());
                 component->ShowForm();
-                component->TransferData(QVariantMap{{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), code}});
+                component->TransferData(
+                    QVariantMap {{QStringLiteral("Ditta"), company}, {QStringLiteral("CliFor"), code}});
                 card = component->form();
                 cards.push_back(std::move(component));
                 return true;
@@ -98,7 +101,8 @@ private slots:
         Scheda f;
         f.host.modules().openSubjectCard(SubjectCardComponent::CustomerCard, 2, 1001);
         f.card->Form_Activate();
-        QCOMPARE(f.host.log().messageTexts(), QStringList{QStringLiteral("Il cliente 1001 non esiste nella ditta 2.")});
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList {QStringLiteral("Il cliente 1001 non esiste nella ditta 2.")});
         QVERIFY(f.campoScheda(QStringLiteral("txtRagioneSociale")).isEmpty());
     }
 };

@@ -26,8 +26,9 @@ PdfText::PdfText(const QString &pdfPath)
         return;
     }
     QProcess process;
-    process.start(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-enc"), QStringLiteral("UTF-8"),
-                                                 pdfPath, QStringLiteral("-")});
+    process.start(
+        QStringLiteral("pdftotext"),
+        {QStringLiteral("-bbox"), QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdfPath, QStringLiteral("-")});
     if (!process.waitForFinished(120000) || process.exitCode() != 0) {
         m_error = QString::fromUtf8(process.readAllStandardError());
         if (m_error.isEmpty())
@@ -43,7 +44,8 @@ PdfText::PdfText(const QString &pdfPath)
             ++m_pages;
             continue;
         }
-        m_words.append({m_pages, found.captured(1).toDouble(), found.captured(2).toDouble(), unescape(found.captured(3))});
+        m_words.append(
+            {m_pages, found.captured(1).toDouble(), found.captured(2).toDouble(), unescape(found.captured(3))});
     }
 }
 

@@ -10,9 +10,9 @@ class PdfText
 public:
     struct Word
     {
-        int page = 0;         // from 1
-        double x = 0;         // left edge, in points from the page's left
-        double y = 0;         // top edge, in points from the page's top
+        int page = 0; // from 1
+        double x = 0; // left edge, in points from the page's left
+        double y = 0; // top edge, in points from the page's top
         QString text;
     };
 

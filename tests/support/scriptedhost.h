@@ -15,7 +15,7 @@ namespace fw {
 class DefaultTheme;
 class DictionaryTranslationService;
 class HostGlobalServices;
-}
+} // namespace fw
 
 // The suite's shell as the tests play it: a fresh database, the scripted log service shared by
 // every form, the scripted navigator, the standard dictionary and theme, and a login context
@@ -41,7 +41,8 @@ public:
     fw::HostContext context() const;
 
     // A new entry class with its host contract filled in as the shell fills it.
-    std::unique_ptr<CLSGD_DISTINTA> createEntryClass(const QString &caption = QStringLiteral("Distinta di classificazione"));
+    std::unique_ptr<CLSGD_DISTINTA>
+    createEntryClass(const QString &caption = QStringLiteral("Distinta di classificazione"));
 
     // ShowForm on the entry class, then the editor's first activation; the editor opened.
     FRMGD_DISTINTA *openEditor(CLSGD_DISTINTA &entry);

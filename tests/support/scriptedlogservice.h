@@ -25,21 +25,21 @@ public:
         QString applicationTitle;
         QString caption;
         int style = 0;
-        QStringList errors;                  // descriptions logged since the previous dialog
-        QList<db::DbError> databaseErrors;   // database errors logged since the previous dialog
+        QStringList errors;                // descriptions logged since the previous dialog
+        QList<db::DbError> databaseErrors; // database errors logged since the previous dialog
         int answer = 0;
     };
 
     void logError(const QString &procedure, const QString &description) override;
     void logDatabaseErrors(const QList<db::DbError> &errors) override;
     int showMessage(const QString &text, const QString &title, int style) override;
-    int showErrorDialog(const QString &procedure, const QString &applicationTitle,
-                        const QString &caption, int style) override;
+    int showErrorDialog(const QString &procedure, const QString &applicationTitle, const QString &caption,
+                        int style) override;
 
     // --- script
     void answerNext(int answer) { m_answers.enqueue(answer); }
     void answerNext(std::initializer_list<int> answers);
-    void setDefaultAnswer(int answer) { m_defaultAnswer = answer; }   // 0: the style's default
+    void setDefaultAnswer(int answer) { m_defaultAnswer = answer; } // 0: the style's default
     int pendingAnswers() const { return m_answers.size(); }
 
     // --- record

@@ -10,13 +10,16 @@ bool ScriptedModuleManager::answer(const Request &request)
 
 bool ScriptedModuleManager::openComponent(const QString &programId, const fw::Cinterface &caller)
 {
-    return answer({.what = QStringLiteral("component"), .programId = programId, .callerCaption = caller.Caption(),
+    return answer({.what = QStringLiteral("component"),
+                   .programId = programId,
+                   .callerCaption = caller.Caption(),
                    .callerHasConnection = caller.Connection() != nullptr});
 }
 
 bool ScriptedModuleManager::openCreatedComponent(fw::Cinterface &, const fw::Cinterface &caller)
 {
-    return answer({.what = QStringLiteral("created"), .callerCaption = caller.Caption(),
+    return answer({.what = QStringLiteral("created"),
+                   .callerCaption = caller.Caption(),
                    .callerHasConnection = caller.Connection() != nullptr});
 }
 
@@ -27,8 +30,8 @@ bool ScriptedModuleManager::openPromotions(const QString &filter)
 
 bool ScriptedModuleManager::openContract(const fw::ContractReference &contract)
 {
-    return answer({.what = QStringLiteral("contract"), .programId = contract.ContrattoCod.toString(),
-                   .contract = contract});
+    return answer(
+        {.what = QStringLiteral("contract"), .programId = contract.ContrattoCod.toString(), .contract = contract});
 }
 
 bool ScriptedModuleManager::openSubjectMasterData(int subjectKind, qint64 subjectCode)
@@ -38,7 +41,7 @@ bool ScriptedModuleManager::openSubjectMasterData(int subjectKind, qint64 subjec
 
 bool ScriptedModuleManager::openSubjectCard(const QString &programId, int company, qint64 subjectCode)
 {
-    const bool opened = answer({.what = QStringLiteral("card"), .programId = programId, .company = company,
-                                .subjectCode = subjectCode});
+    const bool opened = answer(
+        {.what = QStringLiteral("card"), .programId = programId, .company = company, .subjectCode = subjectCode});
     return opened && cardOpener ? cardOpener(programId, company, subjectCode) : opened;
 }

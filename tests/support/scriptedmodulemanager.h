@@ -14,15 +14,15 @@ class ScriptedModuleManager : public fw::ModuleManager
 public:
     struct Request
     {
-        QString what;             // "component", "created", "promotions", "contract", "masterData", "card"
+        QString what; // "component", "created", "promotions", "contract", "masterData", "card"
         QString programId;
         int company = 0;
         int subjectKind = -1;
         qint64 subjectCode = 0;
         QString callerCaption;
         bool callerHasConnection = false;
-        QString filter;                     // promotions
-        fw::ContractReference contract;     // contract
+        QString filter;                 // promotions
+        fw::ContractReference contract; // contract
     };
 
     bool openComponent(const QString &programId, const fw::Cinterface &caller) override;

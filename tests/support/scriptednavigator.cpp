@@ -29,5 +29,5 @@ bool ScriptedNavigator::queryUnload(const QString &formIdentifier)
 QObject *ScriptedNavigator::registerForm(QObject *layoutObject, const QString &formIdentifier)
 {
     layouts << formIdentifier;
-    return layoutObject;   // the forms' layout object is the form itself
+    return layoutObject; // the forms' layout object is the form itself
 }

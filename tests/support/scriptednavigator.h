@@ -9,9 +9,7 @@
 
 // The host's navigator and script layer for tests: records what the forms tell it and answers
 // the may-close question as scripted.
-class ScriptedNavigator : public fw::ActiveNavigator,
-                          public fw::ScriptObjectModel,
-                          public fw::LayoutObjectModel
+class ScriptedNavigator : public fw::ActiveNavigator, public fw::ScriptObjectModel, public fw::LayoutObjectModel
 {
     Q_OBJECT
 
@@ -45,9 +43,9 @@ public:
 
     // --- record
     QList<FormEvent> formEvents;
-    QList<Registration> registrations;   // forms (kind 0) and named objects
-    QStringList layouts;                 // form identifiers of registered layouts
-    QStringList closeQuestions;          // form identifiers asked about
+    QList<Registration> registrations; // forms (kind 0) and named objects
+    QStringList layouts;               // form identifiers of registered layouts
+    QStringList closeQuestions;        // form identifiers asked about
 
 private:
     bool m_scriptLayer = true;

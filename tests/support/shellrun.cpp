@@ -5,7 +5,8 @@
 
 QString ShellRun::program()
 {
-    return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath()) + QStringLiteral("/distinta");
+    return qEnvironmentVariable("DISTINTA_BIN_DIR", QCoreApplication::applicationDirPath())
+        + QStringLiteral("/distinta");
 }
 
 ShellRun ShellRun::run(const QStringList &arguments, bool offscreen)

@@ -11,6 +11,6 @@ struct ShellRun
     QString out;
     QString err;
 
-    static QString program();   // <bin>/distinta
+    static QString program(); // <bin>/distinta
     static ShellRun run(const QStringList &arguments, bool offscreen = false);
 };

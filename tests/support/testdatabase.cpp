@@ -27,9 +27,9 @@ QVariant TestDatabase::scalar(const QString &sql) const
 
 void TestDatabase::executeUnchecked(const QString &sql) const
 {
-    const db::RecordsetPtr checks = m_connection->openRecordset(QStringLiteral(
-        "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND name IN "
-        "('TR_GD02_DISTINTA_INSERT', 'TR_GD02_DISTINTA_UPDATE')"));
+    const db::RecordsetPtr checks = m_connection->openRecordset(
+        QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND name IN "
+                       "('TR_GD02_DISTINTA_INSERT', 'TR_GD02_DISTINTA_UPDATE')"));
     QStringList restore;
     for (checks->moveFirst(); !checks->eof(); checks->moveNext()) {
         m_connection->execute(QStringLiteral("DROP TRIGGER ") + checks->value(0).toString());

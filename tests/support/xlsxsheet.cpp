@@ -56,13 +56,15 @@ void XlsxSheet::parseSheet()
             const QXmlStreamAttributes attributes = xml.attributes();
             if (name == QLatin1String("row")) {
                 m_rows.append({attributes.value(QLatin1String("r")).toInt(),
-                               attributes.value(QLatin1String("outlineLevel")).toInt(), {}});
+                               attributes.value(QLatin1String("outlineLevel")).toInt(),
+                               {}});
                 row = &m_rows.last();
             } else if (name == QLatin1String("c") && row) {
                 Cell added;
                 added.ref = attributes.value(QLatin1String("r")).toString();
-                added.type = attributes.hasAttribute(QLatin1String("t")) ? attributes.value(QLatin1String("t")).toString()
-                                                                          : QStringLiteral("n");
+                added.type = attributes.hasAttribute(QLatin1String("t"))
+                    ? attributes.value(QLatin1String("t")).toString()
+                    : QStringLiteral("n");
                 added.style = attributes.value(QLatin1String("s")).toInt();
                 row->cells.append(added);
                 cell = &row->cells.last();

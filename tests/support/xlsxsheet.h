@@ -10,9 +10,9 @@ class XlsxSheet
 public:
     struct Cell
     {
-        QString ref;       // "B2"
-        QString type;      // "n" (number, also dates), "inlineStr", "s", ...
-        int style = 0;     // index into the workbook's cell formats
+        QString ref;   // "B2"
+        QString type;  // "n" (number, also dates), "inlineStr", "s", ...
+        int style = 0; // index into the workbook's cell formats
         QString value;
     };
     struct Row
@@ -20,7 +20,7 @@ public:
         int number = 0;
         int outlineLevel = 0;
         QList<Cell> cells;
-        QString value(const QString &column) const;   // by column letter
+        QString value(const QString &column) const; // by column letter
     };
 
     explicit XlsxSheet(const QString &path);
