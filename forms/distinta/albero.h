@@ -15,9 +15,6 @@ class QWidget;
 
 namespace fw {
 class EmptyViewHint;
-}
-
-namespace fw {
 class RecordFrame;
 class TreeList;
 class TreeListNode;
