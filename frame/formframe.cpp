@@ -9,6 +9,7 @@
 #include "framework/recordframe.h"
 #include "framework/scriptobjectmodel.h"
 #include "framework/translationservice.h"
+#include "framework/wheelguard.h"
 #include "platform/db/recordset.h"
 
 #include <QCloseEvent>
@@ -117,6 +118,9 @@ void FormFrame::Form_Load()
     if (fw::GlobalServices *services = globals())
         m_log = services->createLogService();
     step(QStringLiteral("Form_Load"), [this] { loadForm(); });
+    // The form's controls are all built by now; those that write as their value changes take
+    // the wheel only with the focus.
+    fw::WheelGuard::protect(this);
 }
 
 void FormFrame::Form_Activate()

@@ -1,6 +1,7 @@
 #include "tests/forms/distintafixture.h"
 
 #include "framework/workflowstatecontrol.h"
+#include "tests/support/wheel.h"
 
 #include <QAction>
 #include <QMenu>
@@ -140,6 +141,30 @@ private slots:
         f.comando(10, QStringLiteral("mnuRilasciaFigli"));
         for (qint64 node : {f.n11, f.n12, f.n13, f.n14})
             QCOMPARE(f.stato(node), QStringLiteral("Approvato"));
+        QVERIFY(f.host.log().isQuiet());
+    }
+
+    // The state control and the promotion rule store what they show the moment it changes: a
+    // wheel turned over them while the tree has the focus changes and stores nothing.
+    void aWheelOverTheNodesControlsStoresNothing()
+    {
+        Ramo f;
+        f.apri();
+        f.focalizza(10);
+        QComboBox *stato = f.controlloStato();
+        auto *regola = f.control<QComboBox>(QStringLiteral("CBO_EREPROMO"));
+        const int regolaMostrata = regola->currentIndex();
+        const QString regolaSalvata = QStringLiteral("SELECT GD02_INDEREPROMO FROM GD02_DISTINTA WHERE GD02_ID = %1");
+        const QVariant regolaPrima = f.scalar(regolaSalvata.arg(f.n10));
+        QVERIFY(stato->isEnabled() && regola->isEnabled());
+        for (int notches : {-1, 1}) {
+            turnWheel(stato, notches);
+            turnWheel(regola, notches);
+        }
+        QCOMPARE(stato->currentIndex(), -1);
+        QCOMPARE(f.stato(f.n10), QStringLiteral("-"));
+        QCOMPARE(regola->currentIndex(), regolaMostrata);
+        QCOMPARE(f.scalar(regolaSalvata.arg(f.n10)), regolaPrima);
         QVERIFY(f.host.log().isQuiet());
     }
 
