@@ -131,7 +131,10 @@ void FormFrame::Form_Activate()
     const bool ready = step(QStringLiteral("Form_Activate"), [this] { takeHostConnection(); }) && activateForm();
     if (ready) {
         m_firstActivation = false;
-        if (m_recordFrame && m_recordFrame->recordset() && !m_recordFrame->recordset()->isEmpty())
+        // A new row the form has just started stays where it is: moving off it would store it
+        // before the user typed anything.
+        if (m_recordFrame && m_recordFrame->state() != fw::RecordFrame::Insert && m_recordFrame->recordset()
+            && !m_recordFrame->recordset()->isEmpty())
             step(QStringLiteral("Form_Activate"), [this] { m_recordFrame->recordset()->moveFirst(); });
     }
     m_activating = false;

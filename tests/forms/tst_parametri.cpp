@@ -110,6 +110,27 @@ private slots:
         QVERIFY(f.host.log().isQuiet());
     }
 
+    // Nothing is written without "Salva": a company without a row keeps having none after the
+    // form was opened and closed untouched, or closed with its changes discarded.
+    void closingWithoutSavingWritesNoRow()
+    {
+        Parametri f;
+        f.apri();
+        const QString righe = QStringLiteral("SELECT COUNT(*) FROM GD03_PARAMETRI");
+        FRMGD_PARAMETRI *p = f.parametri();
+        QVERIFY(p->unload());
+        f.attendi();
+        QCOMPARE(f.scalar(righe).toInt(), 0);
+
+        p = f.parametri();
+        f.scegli(p, QStringLiteral("CMB_GD03_TIPOANAGFATT"), 2);
+        f.host.log().answerNext(fw::Answer::No);
+        QVERIFY(p->unload());
+        f.attendi();
+        QCOMPARE(f.scalar(righe).toInt(), 0);
+        QCOMPARE(f.host.log().messageTexts().size(), 1); // the question whether to save
+    }
+
     // Dates may not run backwards (the same day passes), must read as dates, and one alone is
     // enough; a refusal saves nothing.
     void datesAreCheckedBeforeSaving()
