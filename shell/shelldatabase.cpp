@@ -35,6 +35,12 @@ ShellDatabase openSqlite(const ShellOptions &options)
     QTextStream out(stdout);
     switch (check.kind) {
     case dbsetup::DatabaseFileCheck::Missing:
+        // Without a user a missing file is most likely a mistyped path: answering from a new
+        // demo database would be a wrong answer that looks right.
+        if (options.unattended()) {
+            database.problem = QStringLiteral("Il database %1 non esiste").arg(shown);
+            return database;
+        }
         dbsetup::ensureDemoDatabase(path);
         out << "Database dimostrativo creato: " << shown << Qt::endl;
         break;

@@ -7,9 +7,10 @@
 struct ShellOptions;
 
 // The database a run works on, opened as the options say. A SQLite file is looked at before
-// anything is written to it: a missing one becomes the demo database, a file that is not a
-// database of this module is refused and left as it was, one the user may not write (or whose
-// folder they may not write) opens read-only, and one of ours is brought up to date.
+// anything is written to it: a missing one becomes the demo database when a user starts the
+// program and is an error in a run without one; a file that is not a database of this module
+// is refused and left as it was; one the user may not write (or whose folder they may not write)
+// opens read-only; one of ours is brought up to date.
 struct ShellDatabase
 {
     db::ConnectionPtr connection; // null when problem is set

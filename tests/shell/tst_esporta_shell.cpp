@@ -1,3 +1,4 @@
+#include "db/demodatabase.h"
 #include "module/clsgd_distinta.h"
 #include "tests/support/scriptedhost.h"
 #include "tests/support/shellrun.h"
@@ -43,6 +44,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(database)); // a run without a user never makes one
         const QString xlsx = folder.filePath(QStringLiteral("gdo.xlsx"));
         const Run result = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
                                 QStringLiteral("cli-gdo"), QStringLiteral("--level"), QStringLiteral("1"),
@@ -76,6 +78,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(database)); // a run without a user never makes one
         const QString out = folder.filePath(QStringLiteral("x.xlsx"));
         const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--export"),
                                  QStringLiteral("CLI-NONE"), QStringLiteral("--xlsx"), out});

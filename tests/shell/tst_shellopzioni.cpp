@@ -1,3 +1,5 @@
+#include "db/demodatabase.h"
+
 // The program's own words and the size of its window: the help entirely in Italian, pictures at
 // the size asked for, a size that is not WxH refused with a message.
 
@@ -62,9 +64,10 @@ private slots:
     {
         QTemporaryDir folder;
         const QString picture = folder.filePath(QStringLiteral("editor.png"));
-        const Run shot = run({QStringLiteral("--database"), folder.filePath(QStringLiteral("demo.sqlite")),
-                              QStringLiteral("--screenshot"), picture, QStringLiteral("--size"),
-                              QStringLiteral("1024x700")});
+        const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(database));
+        const Run shot = run({QStringLiteral("--database"), database, QStringLiteral("--screenshot"), picture,
+                              QStringLiteral("--size"), QStringLiteral("1024x700")});
         QCOMPARE(shot.exitCode, 0);
         QCOMPARE(QImage(picture).size(), QSize(1024, 700));
     }

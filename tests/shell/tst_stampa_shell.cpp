@@ -69,6 +69,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(database)); // a run without a user never makes one
         const QString pdf = folder.filePath(QStringLiteral("gdo.pdf"));
         const Run result = run(
             {QStringLiteral("--database"), database, QStringLiteral("--print"), QStringLiteral("cli-gdo"),
@@ -108,6 +109,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString database = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(database)); // a run without a user never makes one
         const Run unknown = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
                                  QStringLiteral("CLI-NONE"), QStringLiteral("--pdf"),
                                  folder.filePath(QStringLiteral("x.pdf"))});
