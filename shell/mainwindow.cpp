@@ -3,7 +3,9 @@
 #include "framework/companychangehandler.h"
 #include "framework/hostglobalservices.h"
 #include "framework/logservice.h"
+#include "framework/subwindowclosing.h"
 
+#include <QCloseEvent>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMdiArea>
@@ -94,6 +96,18 @@ void MainWindow::changeWorkingCompany()
         if (auto *handler = qobject_cast<fw::CompanyChangeHandler *>(window->widget()))
             handler->workingCompanyChanged();
     }
+}
+
+// File › Esci and the window's own close end the program only once every form has closed as the
+// user would close it: pending changes are asked about ("Annulla" keeps the program open), and
+// each form keeps its layout.
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!fw::closeSubWindows(m_mdiArea)) {
+        event->ignore();
+        return;
+    }
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::updateStatus()

@@ -36,6 +36,9 @@ public:
 signals:
     void openEditorRequested();
 
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void changeWorkingCompany();
     void updateStatus();
