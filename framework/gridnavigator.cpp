@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QStyle>
 #include <QToolButton>
 
@@ -18,6 +19,7 @@ const QString procedure = QStringLiteral("GRIDNAV_ButtonClick");
 
 GridNavigator::GridNavigator(QWidget *parent)
     : QWidget(parent)
+    , m_modo(new QLabel(this))
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -37,6 +39,11 @@ GridNavigator::GridNavigator(QWidget *parent)
     layout->addSpacing(8);
     addButton(QStringLiteral("Stampa"), {}, {});
     layout->addStretch();
+    m_modo->setObjectName(QStringLiteral("lblModo"));
+    QFont bold = m_modo->font();
+    bold.setBold(true);
+    m_modo->setFont(bold);
+    layout->addWidget(m_modo);
     updateButtons();
 }
 
@@ -70,7 +77,16 @@ void GridNavigator::attach(RecordFrame *frame, Runner runner)
     m_runner = std::move(runner);
     if (frame) {
         m_frameConnections << connect(frame, &RecordFrame::ChangeStatus, this, &GridNavigator::updateButtons)
-                           << connect(frame, &RecordFrame::rowShown, this, &GridNavigator::updateButtons)
+                           << connect(frame, &RecordFrame::rowShown, this,
+                                      [this] {
+                                          m_rigaEsistente = false;
+                                          updateButtons();
+                                      })
+                           << connect(frame, &RecordFrame::existingRowFound, this,
+                                      [this] {
+                                          m_rigaEsistente = true;
+                                          updateButtons();
+                                      })
                            << connect(frame, &RecordFrame::recordsetReplaced, this, &GridNavigator::updateButtons);
     }
     updateButtons();
@@ -78,6 +94,7 @@ void GridNavigator::attach(RecordFrame *frame, Runner runner)
 
 void GridNavigator::detach()
 {
+    m_rigaEsistente = false;
     for (const auto &connection : std::as_const(m_frameConnections))
         disconnect(connection);
     m_frameConnections.clear();
@@ -174,6 +191,18 @@ void GridNavigator::updateButtons()
     enable("Annulla", m_frame && state != RecordFrame::Browse);
     enable("Elimina", m_frame && state == RecordFrame::Browse && row >= 0);
     enable("Stampa", m_printAvailable);
+    m_modo->setText(testoModo());
+}
+
+QString GridNavigator::testoModo() const
+{
+    const int state = m_frame ? m_frame->state() : RecordFrame::Browse;
+    if (state == RecordFrame::Insert)
+        return QStringLiteral("Nuova riga");
+    if (state == RecordFrame::Edit)
+        return m_rigaEsistente ? QStringLiteral("Riga esistente richiamata, con modifiche non salvate")
+                               : QStringLiteral("Modifiche non salvate");
+    return m_rigaEsistente ? QStringLiteral("Riga esistente richiamata") : QString();
 }
 
 } // namespace fw

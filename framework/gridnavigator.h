@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <functional>
 
+class QLabel;
 class QToolButton;
 
 namespace fw {
@@ -15,6 +16,9 @@ class RecordFrame;
 // "ultimo") and acts on them ("Nuovo", "Salva", "Annulla", "Elimina", "Stampa"). Before its own
 // action the bar raises ButtonClick, whose handler may cancel it (the form prints instead);
 // after an action that went through it raises AfterButtonClick.
+//
+// Its mode line (lblModo) says what the frame holds: a new row, pending changes, or a saved row
+// that a key typed on a new row called up in its place.
 //
 // A row with pending changes is saved (through the frame's events) before the bar leaves it.
 // Every action runs through the form's runner, so that failures reach the form's error handler.
@@ -48,10 +52,13 @@ private:
     QToolButton *addButton(const QString &key, const QString &toolTip, const QIcon &icon);
     bool act(const QString &key);
     bool moveTo(const QString &key);
+    QString testoModo() const;
 
     QPointer<RecordFrame> m_frame;
     Runner m_runner;
     QHash<QString, QToolButton *> m_buttons;
+    QLabel *m_modo;
+    bool m_rigaEsistente = false; // the row shown was called up from a new row
     QList<QMetaObject::Connection> m_frameConnections;
     bool m_printAvailable = false;
 };

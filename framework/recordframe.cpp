@@ -128,6 +128,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
             setState(Browse);
             emit recordsetReplaced(m_recordset);
             announceRow();
+            emit existingRowFound();
         }
         return true;
     }
@@ -141,6 +142,7 @@ bool RecordFrame::execute(bool refresh, bool moveToResult)
         refreshControls();
         setState(Browse);
         announceRow();
+        emit existingRowFound();
     }
     return true;
 }

@@ -91,6 +91,9 @@ signals:
     // The controls show another row, or the current row afresh (after an undo, a new row, a
     // query): watched controls are filled again. Not emitted for changes within the row.
     void rowShown();
+    // A query by example from a new row found a saved row and now shows it in place of the new
+    // one: what the user types next changes that row.
+    void existingRowFound();
 
 private:
     struct Binding

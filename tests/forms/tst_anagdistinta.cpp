@@ -212,17 +212,25 @@ private slots:
     void typingAnExistingCodeFindsTheType()
     {
         Tipi f;
+        const auto modo = [&f] { return f.campo<QLabel>(QStringLiteral("lblModo"))->text(); };
         f.apriAnagrafica();
         f.premi(QStringLiteral("Nuovo"));
         QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Insert));
+        QCOMPARE(modo(), QStringLiteral("Nuova riga"));
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_CODICE")), QApplication::focusWidget());
         f.digita(f.testo(QStringLiteral("TXT_GD01_CODICE")), QStringLiteral("f01"));
         QCOMPARE(f.frame()->state(), int(fw::RecordFrame::Browse));
+        // The form says plainly that it no longer holds a new type, also once it is changed.
+        QCOMPARE(modo(), QStringLiteral("Riga esistente richiamata"));
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_DESCR"))->text(), QStringLiteral("Fornitori vari"));
         QCOMPARE(f.campo<QComboBox>(QStringLiteral("CMB_GD01_INDTIPOSOGG"))->currentText(),
                  QStringLiteral("Fornitore"));
         QCOMPARE(f.frame()->recordset()->recordCount(), 2); // the new row was dropped
         QCOMPARE(f.tipi(), 2);
+        f.digita(f.testo(QStringLiteral("TXT_GD01_DESCR")), QStringLiteral("Fornitori esteri"));
+        QCOMPARE(modo(), QStringLiteral("Riga esistente richiamata, con modifiche non salvate"));
+        f.premi(QStringLiteral("Annulla"));
+        QCOMPARE(modo(), QString());
     }
 
     // The division list is the company's; the decode of a typed code is not filtered by company,
