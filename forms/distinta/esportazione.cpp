@@ -13,7 +13,6 @@
 
 #include <QDir>
 #include <QMenu>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QToolButton>
 
@@ -78,9 +77,9 @@ void Esportazione::CMD_ESPORTA_Click(fw::ExportFile::Format formato)
         nome = QStringLiteral("Distinta");
     if (const std::optional<QDate> giorno = m_albero.allaData().data())
         nome += QStringLiteral(" al ") + giorno->toString(Qt::ISODate);
-    nome.replace(QRegularExpression(QStringLiteral("[\\\\/:*?\"<>|]")), QStringLiteral("_"));
     const QString cartella = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString proposto = QDir(cartella).filePath(nome + QLatin1Char('.') + fw::ExportFile::extension(formato));
+    const QString proposto = QDir(cartella).filePath(fw::ExportFile::fileNameFor(nome) + QLatin1Char('.')
+                                                     + fw::ExportFile::extension(formato));
     const QString percorso = fw::ExportFile::choose(&m_form, formato, proposto);
     if (percorso.isEmpty())
         return;

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryFile>
 
 namespace fw {
@@ -34,6 +35,16 @@ QString ExportFile::problem(const QString &path)
 QString ExportFile::extension(Format format)
 {
     return format == Format::Xlsx ? QStringLiteral("xlsx") : QStringLiteral("csv");
+}
+
+QString ExportFile::fileNameFor(const QString &title)
+{
+    static const QRegularExpression refused(QStringLiteral("[\\\\/:*?\"<>|]"));
+    QString name = title;
+    name.replace(refused, QStringLiteral("_"));
+    while (!name.isEmpty() && (name.endsWith(QLatin1Char('.')) || name.back().isSpace()))
+        name.chop(1);
+    return name.trimmed();
 }
 
 QString ExportFile::choose(QWidget *parent, Format format, const QString &proposed)

@@ -17,6 +17,10 @@ public:
     static QString cannotWrite(const QString &path, const QString &reason);
 
     static QString extension(Format format);
+    // A file name, without extension, made of a text the user reads (a classification's code and
+    // description): characters that file systems refuse become "_", and the dots and blanks
+    // that would end it go, so that the extension follows a word.
+    static QString fileNameFor(const QString &title);
     // The save dialog of the platform; empty when the user cancels.
     static QString choose(QWidget *parent, Format format, const QString &proposed);
 };

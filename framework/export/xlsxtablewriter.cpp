@@ -181,7 +181,13 @@ QString XlsxTableWriter::sheetName(const QString &title)
         if (!QStringLiteral("[]:*?/\\").contains(c))
             name += c;
     }
-    name = name.trimmed().left(31);
+    // Excel allows 31 characters: a longer title is cut after its last whole word that fits.
+    constexpr int longest = 31;
+    name = name.trimmed();
+    if (name.size() > longest) {
+        const qsizetype blank = name.lastIndexOf(QLatin1Char(' '), longest);
+        name = name.left(blank > 0 ? blank : longest).trimmed();
+    }
     if (name.startsWith(QLatin1Char('\'')) || name.endsWith(QLatin1Char('\'')))
         name.remove(QLatin1Char('\''));
     return name.isEmpty() ? QStringLiteral("Distinta") : name;

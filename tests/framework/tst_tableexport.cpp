@@ -152,10 +152,27 @@ private slots:
             writer.open(folder.filePath(QStringLiteral("manca/x.xlsx")), QStringLiteral("X"), colonne()));
     }
 
+    // The name proposed for a classification's file ends on a word before its extension.
+    void fileNamesFromTitles()
+    {
+        QCOMPARE(fw::ExportFile::fileNameFor(QStringLiteral("CLI-HOR-Canale Ho.Re.Ca.")),
+                 QStringLiteral("CLI-HOR-Canale Ho.Re.Ca"));
+        QCOMPARE(fw::ExportFile::fileNameFor(QStringLiteral("A/B: \"x\" <y>|z?* . ")),
+                 QStringLiteral("A_B_ _x_ _y__z__"));
+        QCOMPARE(fw::ExportFile::fileNameFor(QStringLiteral("CLI-ALI-Rete al 2025-06-30")),
+                 QStringLiteral("CLI-ALI-Rete al 2025-06-30"));
+    }
+
     void sheetNamesExcelAccepts()
     {
         QCOMPARE(fw::XlsxTableWriter::sheetName(QStringLiteral("[CLI]: a/b\\c*d?")), QStringLiteral("CLI abcd"));
         QCOMPARE(fw::XlsxTableWriter::sheetName(QString(40, QLatin1Char('x'))).size(), 31);
+        QCOMPARE(fw::XlsxTableWriter::sheetName(QStringLiteral("CLI-GDO-Grande distribuzione organizzata")),
+                 QStringLiteral("CLI-GDO-Grande distribuzione"));
+        QCOMPARE(fw::XlsxTableWriter::sheetName(QStringLiteral("CLI-GDO-Grande distribuzione orga")),
+                 QStringLiteral("CLI-GDO-Grande distribuzione"));
+        QCOMPARE(fw::XlsxTableWriter::sheetName(QStringLiteral("CLI-GDO-Grande distribuzione or")),
+                 QStringLiteral("CLI-GDO-Grande distribuzione or")); // 31: whole
         QCOMPARE(fw::XlsxTableWriter::sheetName(QStringLiteral("  ")), QStringLiteral("Distinta"));
     }
 };
