@@ -26,10 +26,24 @@ QString monthDayYear(const QDateTime &dateTime)
     return monthDayYear(dateTime.date());
 }
 
-QDate parseDayMonthYear(const QString &text)
+namespace {
+
+const QRegularExpression &dayMonthYearPattern()
 {
     static const QRegularExpression pattern(QStringLiteral("^\\s*(\\d{1,2})/(\\d{1,2})/(\\d{4})\\s*$"));
-    const QRegularExpressionMatch match = pattern.match(text);
+    return pattern;
+}
+
+} // namespace
+
+bool isWrittenAsDayMonthYear(const QString &text)
+{
+    return dayMonthYearPattern().match(text).hasMatch();
+}
+
+QDate parseDayMonthYear(const QString &text)
+{
+    const QRegularExpressionMatch match = dayMonthYearPattern().match(text);
     if (!match.hasMatch())
         return {};
     return QDate(match.captured(3).toInt(), match.captured(2).toInt(), match.captured(1).toInt());

@@ -28,6 +28,8 @@ QString monthDayYear(const QDateTime &dateTime);
 // A date as the user types it ("dd/mm/yyyy", also "d/m/yyyy"); an invalid QDate when the text is
 // empty, malformed or names no real day (31/02/2024).
 QDate parseDayMonthYear(const QString &text);
+// Written as d/m/yyyy, whether or not such a day exists.
+bool isWrittenAsDayMonthYear(const QString &text);
 bool isDayMonthYear(const QString &text);
 
 // "IF OBJECT_ID('tempdb.." + name + "') IS NOT NULL " + "DROP TABLE " + name

@@ -219,9 +219,9 @@ QVariant CLSGD_DISTINTA::ShowForm()
     return {};
 }
 
-bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level)
+bool CLSGD_DISTINTA::printList(const QString &code, std::optional<int> level, std::optional<QDate> date)
 {
-    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.StampaSenzaFinestra(code, level); });
+    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.StampaSenzaFinestra(code, level, date); });
 }
 
 bool CLSGD_DISTINTA::exportList(const QString &code, std::optional<int> level, std::optional<QDate> date,

@@ -83,7 +83,7 @@ public:
 
     // Prints the classification of the type with that code through an editor that is never
     // shown (ListPrinter).
-    bool printList(const QString &code, std::optional<int> level) override;
+    bool printList(const QString &code, std::optional<int> level, std::optional<QDate> date) override;
     // Writes the tree of that type, as the editor would show it, to a spreadsheet (ListExporter).
     bool exportList(const QString &code, std::optional<int> level, std::optional<QDate> date, const QString &path,
                     fw::ExportFile::Format format) override;

@@ -1,7 +1,6 @@
 #include "shell/exportrequest.h"
 
-#include "data/sqltext.h"
-#include "shell/printrequest.h"
+#include "shell/listoptions.h"
 
 #include <QCommandLineParser>
 #include <QTextStream>
@@ -11,7 +10,6 @@ namespace {
 const QString exportOption = QStringLiteral("export");
 const QString xlsxOption = QStringLiteral("xlsx");
 const QString csvOption = QStringLiteral("csv");
-const QString dateOption = QStringLiteral("date");
 
 } // namespace
 
@@ -25,15 +23,13 @@ QList<QCommandLineOption> ExportRequest::options()
          QStringLiteral("file.xlsx")},
         {csvOption, QStringLiteral("Con --export: il file CSV (separato da punto e virgola) da scrivere."),
          QStringLiteral("file.csv")},
-        {dateOption, QStringLiteral("Con --export: la distinta com'era in quel giorno (gg/mm/aaaa)."),
-         QStringLiteral("gg/mm/aaaa")},
     };
 }
 
 bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
 {
     if (!parser.isSet(exportOption)) {
-        for (const QString &option : {xlsxOption, csvOption, dateOption}) {
+        for (const QString &option : {xlsxOption, csvOption}) {
             if (parser.isSet(option)) {
                 err << QStringLiteral("L'opzione --%1 vale solo con --export.").arg(option) << Qt::endl;
                 return false;
@@ -61,14 +57,5 @@ bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
         err << QStringLiteral("Con --export indicare il nome del file da scrivere.") << Qt::endl;
         return false;
     }
-    if (parser.isSet(dateOption)) {
-        const QDate day = sqltext::parseDayMonthYear(parser.value(dateOption).trimmed());
-        if (!day.isValid() || day.year() < 1753 || day.year() > 9999) {
-            err << QStringLiteral("Data non valida: %1 (scrivere gg/mm/aaaa).").arg(parser.value(dateOption))
-                << Qt::endl;
-            return false;
-        }
-        date = day;
-    }
-    return PrintRequest::readLevel(parser, err, level);
+    return listoptions::read(parser, err, level, date);
 }

@@ -13,7 +13,7 @@ class QTextStream;
 
 // An export without a window asked on the command line:
 //   distinta --export <type code> [--level N] [--date dd/mm/yyyy] --xlsx out.xlsx | --csv out.csv
-// --level reads as for --print (0 the roots only); --date shows the list as it stood that day.
+// --level and --date read as for --print (shell/listoptions.h).
 struct ExportRequest
 {
     QString typeCode;

@@ -116,7 +116,7 @@ Job printJob(const ShellOptions &options, fw::HostGlobalServices &globals)
             auto *printer = qobject_cast<fw::ListPrinter *>(module);
             if (!printer)
                 return std::nullopt;
-            return printer->printList(request.typeCode, request.level);
+            return printer->printList(request.typeCode, request.level, request.date);
         }};
 }
 

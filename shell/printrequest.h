@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCommandLineOption>
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -9,12 +10,14 @@ class QCommandLineParser;
 class QTextStream;
 
 // A print without a window asked on the command line:
-//   distinta --print <type code> [--level N] --pdf out.pdf [--printed-by ..] [--printed-for ..] [--notes ..]
-// N reads as the editor's level combo reads its choice: 0 the roots only, 2 down to level 2.
+//   distinta --print <type code> [--level N] [--date dd/mm/yyyy] --pdf out.pdf [--printed-by ..]
+//            [--printed-for ..] [--notes ..]
+// --level and --date read as for --export (shell/listoptions.h).
 struct PrintRequest
 {
     QString typeCode;
     std::optional<int> level; // none: the editor's own choice after loading (the whole tree)
+    std::optional<QDate> date;
     QString pdfPath;
     QString printedBy; // empty: the user of the run
     QString printedFor;
@@ -25,6 +28,4 @@ struct PrintRequest
     static QList<QCommandLineOption> options();
     // Takes the options from a parser that has parsed them; false after writing what is wrong.
     bool read(const QCommandLineParser &parser, QTextStream &err);
-    // --level, shared with the export: none when absent; false after writing what is wrong.
-    static bool readLevel(const QCommandLineParser &parser, QTextStream &err, std::optional<int> &level);
 };

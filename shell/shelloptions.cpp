@@ -1,6 +1,7 @@
 #include "shell/shelloptions.h"
 
 #include "platform/os/systeminfo.h"
+#include "shell/listoptions.h"
 #include "shell/odbcpassword.h"
 
 #include <QCommandLineParser>
@@ -29,10 +30,10 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Distinte di classificazione di clienti e fornitori.\n"
-        "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio "
+        "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio con l'utente "
         "nella cartella dei dati dell'utente.\n"
-        "Senza utente (--exit-after-show, --screenshot) un errore non apre finestre: viene scritto una volta "
-        "sullo standard error e il programma termina.\n"
+        "Senza utente (--exit-after-show, --screenshot, --print, --export) un errore non apre finestre: viene "
+        "scritto una volta sullo standard error e il programma termina; un database che non esiste è un errore.\n"
         "Codici di uscita: 0 riuscito; 1 argomenti errati, database non aperto o rifiutato, editor non aperto; "
         "2 nessuno schermo disponibile; 3 errore durante un'esecuzione senza utente."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
@@ -50,7 +51,8 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
                                    options.userGroup);
     const QCommandLineOption database(
         QStringLiteral("database"),
-        QStringLiteral("File SQLite da usare; se non esiste viene creato con i dati dimostrativi."),
+        QStringLiteral("File SQLite da usare; se non esiste, un avvio con l'utente lo crea con i dati "
+                       "dimostrativi."),
         QStringLiteral("file"));
     const QCommandLineOption odbc(QStringLiteral("odbc"),
                                   QStringLiteral("Stringa di connessione ODBC al database Microsoft SQL Server "
@@ -79,6 +81,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         {help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot, size});
     parser.addOptions(PrintRequest::options());
     parser.addOptions(ExportRequest::options());
+    parser.addOptions(listoptions::options());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -142,7 +145,9 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
             return options;
         }
     }
-    if (!options.print.read(parser, err) || !options.exportList.read(parser, err))
+    const bool listRun = parser.isSet(QStringLiteral("print")) || parser.isSet(QStringLiteral("export"));
+    if (!options.print.read(parser, err) || !options.exportList.read(parser, err)
+        || (!listRun && !listoptions::readAlone(parser, err)))
         *exitCode = 1;
     return options;
 }

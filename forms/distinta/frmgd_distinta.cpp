@@ -270,11 +270,15 @@ bool FRMGD_DISTINTA::scegliSenzaFinestra(const QString &codice, const QString &p
     return true;
 }
 
-bool FRMGD_DISTINTA::StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello)
+bool FRMGD_DISTINTA::StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello,
+                                         std::optional<QDate> giorno)
 {
     const QString codice = codiceTipo.trimmed().toUpper();
-    if (!scegliSenzaFinestra(codice, QStringLiteral("Stampa"),
-                             QStringLiteral("La distinta \"%1\" non ha nodi da stampare.").arg(codice)))
+    m_parti->albero.allaData().impostaSenzaFinestra(giorno);
+    const QString senzaNodi = giorno ? QStringLiteral("La distinta \"%1\" non ha nodi validi al %2 da stampare.")
+                                           .arg(codice, sqltext::dayMonthYear(*giorno))
+                                     : QStringLiteral("La distinta \"%1\" non ha nodi da stampare.").arg(codice);
+    if (!scegliSenzaFinestra(codice, QStringLiteral("Stampa"), senzaNodi))
         return false;
     return m_parti->stampa.StampaDistinta(livello ? QString::number(*livello)
                                                   : m_parti->albero.livelli().testoLivello());

@@ -50,7 +50,7 @@ public:
     // Without a window: the type of that code chosen as a click would choose it, then its list
     // printed down to the level given (else the level the combo proposes), or exported (else the
     // whole tree) as of the date given. False, the reason told, when it cannot be done.
-    bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello);
+    bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno);
     bool EsportaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno,
                               const QString &percorso, fw::ExportFile::Format formato);
 

@@ -303,14 +303,14 @@ private slots:
     {
         Stampa f;
         f.tipo(0, QStringLiteral("CLI-B"), QStringLiteral("Senza nodi"));
-        QVERIFY(f.entry->printList(QStringLiteral("cli-a"), 0));
+        QVERIFY(f.entry->printList(QStringLiteral("cli-a"), 0, std::nullopt));
         QCOMPARE(f.righe(f.chiave()), QStringList({".1 1001", ".1 1004"}));
-        QVERIFY(f.entry->printList(QStringLiteral("CLI-A"), std::nullopt)); // the whole tree
+        QVERIFY(f.entry->printList(QStringLiteral("CLI-A"), std::nullopt, std::nullopt)); // the whole tree
         QCOMPARE(f.righe(f.chiave()).size(), 5);
         QVERIFY(!f.entry->form()); // no window was opened
 
-        QVERIFY(!f.entry->printList(QStringLiteral("CLI-Z"), 2));
-        QVERIFY(!f.entry->printList(QStringLiteral("CLI-B"), 2));
+        QVERIFY(!f.entry->printList(QStringLiteral("CLI-Z"), 2, std::nullopt));
+        QVERIFY(!f.entry->printList(QStringLiteral("CLI-B"), 2, std::nullopt));
         QCOMPARE(f.host.log().messageTexts(),
                  QStringList({QStringLiteral("La distinta \"CLI-Z\" non esiste nella ditta 1."),
                               QStringLiteral("La distinta \"CLI-B\" non ha nodi da stampare.")}));

@@ -121,7 +121,13 @@ private slots:
               QStringLiteral("L'opzione --csv vale solo con --export."));
         fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), QStringLiteral("a.csv"),
                QStringLiteral("--date"), QStringLiteral("31/02/2024")},
-              QStringLiteral("Data non valida: 31/02/2024 (scrivere gg/mm/aaaa)."));
+              QStringLiteral("La data 31/02/2024 non esiste."));
+        fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), QStringLiteral("a.csv"),
+               QStringLiteral("--date"), QStringLiteral("2024-02-01")},
+              QStringLiteral("Data non valida: 2024-02-01 (scrivere gg/mm/aaaa)."));
+        for (const QString &alone : {QStringLiteral("--date"), QStringLiteral("--level")})
+            fails({alone, QStringLiteral("1")},
+                  QStringLiteral("L'opzione %1 vale solo con --print o con --export.").arg(alone));
         fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), QStringLiteral("a.csv"),
                QStringLiteral("--level"), QStringLiteral("due")},
               QStringLiteral("Livello non valido: due (un numero da 0 in su)."));

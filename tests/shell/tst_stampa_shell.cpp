@@ -100,7 +100,7 @@ private slots:
             return engine;
         });
         const std::unique_ptr<CLSGD_DISTINTA> entry = host.createEntryClass();
-        QVERIFY(entry->printList(QStringLiteral("CLI-GDO"), 1));
+        QVERIFY(entry->printList(QStringLiteral("CLI-GDO"), 1, std::nullopt));
         QCOMPARE(workRows(host.database().connection()), headlessRows);
         QCOMPARE(pdfLines(editorPdf), headless);
     }
@@ -132,6 +132,21 @@ private slots:
         QCOMPARE(empty.exitCode, 1);
         QVERIFY2(empty.err.contains(QStringLiteral("La distinta \"CLI-EXP\" non ha nodi da stampare.")),
                  qPrintable(empty.err));
+
+        // As of a day, the list prints the nodes valid then: in 1900, none.
+        const Run before = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
+                                QStringLiteral("CLI-GDO"), QStringLiteral("--date"), QStringLiteral("01/01/1900"),
+                                QStringLiteral("--pdf"), folder.filePath(QStringLiteral("x.pdf"))});
+        QCOMPARE(before.exitCode, 1);
+        QVERIFY2(before.err.contains(
+                     QStringLiteral("La distinta \"CLI-GDO\" non ha nodi validi al 01/01/1900 da stampare.")),
+                 qPrintable(before.err));
+        QVERIFY(!QFileInfo::exists(folder.filePath(QStringLiteral("x.pdf"))));
+        const Run asOfADay = run({QStringLiteral("--database"), database, QStringLiteral("--print"),
+                                  QStringLiteral("CLI-GDO"), QStringLiteral("--date"), QStringLiteral("01/06/2024"),
+                                  QStringLiteral("--pdf"), folder.filePath(QStringLiteral("x.pdf"))});
+        QVERIFY2(asOfADay.exitCode == 0, qPrintable(asOfADay.err));
+        QVERIFY(QFileInfo::exists(folder.filePath(QStringLiteral("x.pdf"))));
     }
 
     void printOptionsGoTogether()
