@@ -32,12 +32,12 @@ GridNavigator::GridNavigator(QWidget *parent)
               style->standardIcon(QStyle::SP_MediaSeekForward));
     addButton(QStringLiteral("ultimo"), QStringLiteral("Ultimo"), style->standardIcon(QStyle::SP_MediaSkipForward));
     layout->addSpacing(8);
-    addButton(QStringLiteral("Nuovo"), {}, {});
-    addButton(QStringLiteral("Salva"), {}, {});
-    addButton(QStringLiteral("Annulla"), {}, {});
-    addButton(QStringLiteral("Elimina"), {}, {});
+    addButton(QStringLiteral("Nuovo"), {}, {})->setText(QStringLiteral("&Nuovo"));
+    addButton(QStringLiteral("Salva"), {}, {})->setText(QStringLiteral("&Salva"));
+    addButton(QStringLiteral("Annulla"), {}, {})->setText(QStringLiteral("&Annulla"));
+    addButton(QStringLiteral("Elimina"), {}, {})->setText(QStringLiteral("&Elimina"));
     layout->addSpacing(8);
-    addButton(QStringLiteral("Stampa"), {}, {});
+    addButton(QStringLiteral("Stampa"), {}, {})->setText(QStringLiteral("S&tampa"));
     layout->addStretch();
     m_modo->setObjectName(QStringLiteral("lblModo"));
     QFont bold = m_modo->font();

@@ -29,7 +29,7 @@ MainWindow::MainWindow(fw::HostGlobalServices &globals, const QString &databaseD
 
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(QStringLiteral("Apri &distinta di classificazione"), this, &MainWindow::openEditorRequested);
-    file->addAction(QStringLiteral("Cambia &ditta di lavoro..."), this, &MainWindow::changeWorkingCompany);
+    file->addAction(QStringLiteral("&Cambia ditta di lavoro..."), this, &MainWindow::changeWorkingCompany);
     file->addSeparator();
     file->addAction(QStringLiteral("&Esci"), this, &QWidget::close);
 

@@ -38,7 +38,7 @@ QLabel *descriptionLabel(const QString &name)
 void FRMGD_ANAGDISTINTA::creaControlli()
 {
     GRIDNAV = named(new fw::GridNavigator, QStringLiteral("GRIDNAV"));
-    cmdAssegnaStato = named(new QPushButton(QStringLiteral("Assegna a nodi")), QStringLiteral("cmdAssegnaStato"));
+    cmdAssegnaStato = named(new QPushButton(QStringLiteral("Assegna a n&odi")), QStringLiteral("cmdAssegnaStato"));
     cmdAssegnaStato->setEnabled(false);
 
     TXT_GD01_CODICE = named(new QLineEdit, QStringLiteral("TXT_GD01_CODICE"));

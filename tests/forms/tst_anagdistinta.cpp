@@ -1,6 +1,7 @@
 #include "framework/hostglobalservices.h"
 #include "framework/recordsetgrid.h"
 #include "tests/forms/gestionifixture.h"
+#include "tests/support/altletters.h"
 
 #include <QTemporaryDir>
 
@@ -206,6 +207,19 @@ private slots:
                  QStringList {QStringLiteral(
                      "Non è possibile cambiare il tipo dell'anagrafica distinta perchè legata a dei nodi.")});
         QCOMPARE(f.stored(QStringLiteral("GD01_INDTIPOSOGG"), f.a01), QStringLiteral("0"));
+    }
+
+    // Every action of the form has its own Alt letter: the navigator's as well as the form's.
+    void everyAltLetterOnce()
+    {
+        Tipi f;
+        f.apriAnagrafica();
+        for (const char *key : {"Nuovo", "Salva", "Annulla", "Elimina", "Stampa"})
+            QVERIFY2(!QKeySequence::mnemonic(
+                          f.campo<fw::GridNavigator>(QStringLiteral("GRIDNAV"))->button(QLatin1String(key))->text())
+                          .isEmpty(),
+                     key);
+        QCOMPARE(altLetterClashes(f.anagrafica), QStringList());
     }
 
     // On a new row, a code that an existing type has shows that type at once.

@@ -1,4 +1,5 @@
 #include "tests/forms/distintafixture.h"
+#include "tests/support/altletters.h"
 
 #include "framework/emptyviewhint.h"
 #include "framework/recordsetgridfiltermodel.h"
@@ -10,6 +11,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QLabel>
+#include <QMenu>
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
@@ -187,32 +189,11 @@ private slots:
             QVERIFY2(button->toolTip().contains(QLatin1String("Alt+")), qPrintable(button->objectName()));
         }
         QVERIFY(f.control<QPushButton>(QStringLiteral("CMD_ADDANAGR"))->toolTip().contains(QLatin1String("Ins")));
-        // Two controls showing the same Alt+letter at once would each only take the focus.
-        QHash<QChar, QString> letters;
-        const auto claim = [&letters](const QString &text, const QString &name) {
-            const qsizetype amp = text.indexOf(QLatin1Char('&'));
-            if (amp < 0 || amp + 1 >= text.size())
-                return true;
-            const QChar letter = text.at(amp + 1).toLower();
-            const bool free = !letters.contains(letter);
-            letters.insert(letter, name);
-            return free;
-        };
-        for (QAbstractButton *button : f.form->findChildren<QAbstractButton *>()) {
-            if (button->isVisibleTo(f.form))
-                QVERIFY2(claim(button->text(), button->objectName()), qPrintable(button->objectName()));
-        }
-        for (QLabel *label : f.form->findChildren<QLabel *>()) {
-            if (label->buddy() && label->isVisibleTo(f.form))
-                QVERIFY2(claim(label->text(), label->text()), qPrintable(label->text()));
-        }
-        for (QShortcut *shortcut : f.form->findChildren<QShortcut *>()) {
-            const QKeyCombination keys = shortcut->key()[0];
-            if (keys.keyboardModifiers() == Qt::AltModifier && keys.key() >= Qt::Key_A && keys.key() <= Qt::Key_Z) {
-                const QString text = QStringLiteral("&") + QChar(keys.key());
-                QVERIFY2(claim(text, shortcut->objectName()), qPrintable(shortcut->objectName()));
-            }
-        }
+        // Two controls showing the same Alt+letter at once would each only take the focus; two
+        // items of a menu with one letter would need a second key.
+        QCOMPARE(altLetterClashes(f.form), QStringList());
+        for (const QMenu *menu : f.form->findChildren<QMenu *>())
+            QVERIFY2(altLetterClashes(menu).isEmpty(), qPrintable(altLetterClashes(menu).join(u'\n')));
 
         QVERIFY(f.attiva());
         f.albero()->setFocus();

@@ -1,4 +1,5 @@
 #include "tests/forms/distintafixture.h"
+#include "tests/support/altletters.h"
 
 #include "forms/parametri/frmgd_parametri.h"
 #include "framework/gridnavigator.h"
@@ -129,6 +130,13 @@ private slots:
         f.attendi();
         QCOMPARE(f.scalar(righe).toInt(), 0);
         QCOMPARE(f.host.log().messageTexts().size(), 1); // the question whether to save
+    }
+
+    void everyAltLetterOnce()
+    {
+        Parametri f;
+        f.apri();
+        QCOMPARE(altLetterClashes(f.parametri()), QStringList());
     }
 
     // Dates may not run backwards (the same day passes), must read as dates, and one alone is
