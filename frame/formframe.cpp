@@ -15,6 +15,7 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMdiSubWindow>
+#include <QStatusBar>
 #include <QtDebug>
 #include <optional>
 #include <stdexcept>
@@ -22,6 +23,8 @@
 namespace {
 
 const QString missingLogService = QStringLiteral("Classe Log non settata");
+// Long enough to be read after the work, short enough not to be taken for the state of later work.
+constexpr int statusNoteMs = 20000;
 
 } // namespace
 
@@ -381,6 +384,13 @@ void FormFrame::avviso(const QString &text) const
 void FormFrame::notifica(const QString &text) const
 {
     message(text, fw::MessageStyle::Notice);
+}
+
+void FormFrame::mostraInBarraDiStato(const QString &text) const
+{
+    const fw::Cinterface *source = entryClass();
+    if (auto *bar = qobject_cast<QStatusBar *>(source ? source->StatusBar() : nullptr))
+        bar->showMessage(text, statusNoteMs);
 }
 
 int FormFrame::domanda(const QString &text) const

@@ -93,6 +93,8 @@ public:
     void avviso(const QString &text) const;   // OK, exclamation icon
     void notifica(const QString &text) const; // OK, information icon
     int domanda(const QString &text) const;   // Yes/No with No as the default
+    // A note on work done that asks for nothing, in the host's status bar for a while.
+    void mostraInBarraDiStato(const QString &text) const;
 
     // --- the host's services
     // A text of the host's dictionary by its identifier, or the default; a text translated.

@@ -25,7 +25,8 @@ MainWindow::MainWindow(fw::HostGlobalServices &globals, const QString &databaseD
     m_mdiArea->setObjectName(QStringLiteral("MDIActiveX1"));
     m_mdiArea->setViewMode(QMdiArea::SubWindowView);
     setCentralWidget(m_mdiArea);
-    statusBar()->addWidget(m_status, 1);
+    // Kept at the right while a module's notes come and go on the left.
+    statusBar()->addPermanentWidget(m_status);
 
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(QStringLiteral("Apri &distinta di classificazione"), this, &MainWindow::openEditorRequested);

@@ -67,6 +67,8 @@ void Inserimento::InserisciNodo(bool &capostipite)
     const Parametri &parametri = m_parametri.valori();
     fw::TreeList *albero = m_albero.widget();
     QString nonImportate; // refusal lines, each ending with a line feed
+    int aggiunte = 0;
+    int rifiutate = 0;
 
     const fw::TreeListNode focalizzato = albero->focusedNode();
     const int posizione = focalizzato.isValid() ? focalizzato.absoluteIndex() : -1;
@@ -141,6 +143,8 @@ void Inserimento::InserisciNodo(bool &capostipite)
                 break;
             const Verifica::Esito esito = m_verifica.VerificaNodo(Verifica::Modo::Inserimento, candidato);
             nonImportate += esito.righe;
+            if (!esito.valido)
+                ++rifiutate;
             if (esito.valido) {
                 nuovo.subjectCode = candidato.codice;
                 bool scritto = false;
@@ -148,8 +152,10 @@ void Inserimento::InserisciNodo(bool &capostipite)
                     m_form.connection()->execute(nodistatements::insertStatement(nuovo));
                     scritto = true;
                 });
-                if (scritto)
+                if (scritto) {
                     selezionati->setValue(QStringLiteral("AssociatoInDistinta"), 1);
+                    ++aggiunte;
+                }
                 if (!continua)
                     break;
             }
@@ -170,6 +176,12 @@ void Inserimento::InserisciNodo(bool &capostipite)
     if (posizione >= 0 && albero->count() > 0)
         albero->setFocusedAbsoluteIndex(qMin(posizione, albero->count() - 1));
     albero->refresh();
+    if (aggiunte + rifiutate > 0)
+        m_form.mostraInBarraDiStato(rifiutate > 0
+                                        ? QStringLiteral("Anagrafiche aggiunte alla distinta: %1; non importate: %2.")
+                                              .arg(aggiunte)
+                                              .arg(rifiutate)
+                                        : QStringLiteral("Anagrafiche aggiunte alla distinta: %1.").arg(aggiunte));
 }
 
 } // namespace distinta

@@ -76,6 +76,7 @@ private slots:
         f.focalizza(11);
         f.aggiungi({14, 15});
         QVERIFY(f.host.log().isQuiet());
+        QCOMPARE(f.host.statusBar().currentMessage(), QStringLiteral("Anagrafiche aggiunte alla distinta: 2."));
         const QString today = QDate::currentDate().toString(Qt::ISODate);
         QCOMPARE(f.riga(14), QStringLiteral("%1|2024-01-01|2099-12-31|0|0|0|tester|ADMIN").arg(f.n11));
         QCOMPARE(f.scalar(QStringLiteral(
@@ -159,6 +160,8 @@ private slots:
                 "Cliente 50 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2024 al 31/12/2099\n"));
         QCOMPARE(f.righe(16), 1);
         QCOMPARE(f.righe(10) + f.righe(12) + f.righe(19) + f.righe(50), 4);
+        QCOMPARE(f.host.statusBar().currentMessage(),
+                 QStringLiteral("Anagrafiche aggiunte alla distinta: 1; non importate: 4."));
         QCOMPARE(DistintaFixture::colonna(f.form->parti().anagrafiche.lista(), QStringLiteral("Seleziona"))
                      .count(QVariant(1)),
                  0);

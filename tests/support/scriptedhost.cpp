@@ -15,6 +15,7 @@ ScriptedHost::ScriptedHost(TestDatabase::Content content)
     , m_translations(std::make_shared<fw::DictionaryTranslationService>())
     , m_theme(std::make_shared<fw::DefaultTheme>())
     , m_globals(std::make_unique<fw::HostGlobalServices>())
+    , m_statusBar(std::make_unique<QStatusBar>())
 {
     m_globals->setWorkingCompany(Company);
     m_globals->setUser(QStringLiteral("tester"));
@@ -36,6 +37,7 @@ fw::HostContext ScriptedHost::context() const
     context.globals = m_globals.get();
     context.connection = m_database->connection();
     context.navigator = m_navigator.get();
+    context.statusBar = m_statusBar.get();
     context.menuModulo = QStringLiteral("GD");
     context.menuPadre = QStringLiteral("GD00");
     context.menuProg = QStringLiteral("GD01");

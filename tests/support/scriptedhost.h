@@ -1,6 +1,8 @@
 #pragma once
 
 #include "framework/hostcontext.h"
+
+#include <QStatusBar>
 #include "tests/support/scriptedlogservice.h"
 #include "tests/support/scriptedmodulemanager.h"
 #include "tests/support/scriptednavigator.h"
@@ -36,6 +38,8 @@ public:
     ScriptedModuleManager &modules() { return *m_modules; }
     fw::HostGlobalServices &globals() { return *m_globals; }
     fw::DictionaryTranslationService &translations() { return *m_translations; }
+    // The status bar the shell hands to its modules.
+    QStatusBar &statusBar() { return *m_statusBar; }
 
     // The host objects as the shell hands them to a module.
     fw::HostContext context() const;
@@ -55,4 +59,5 @@ private:
     std::shared_ptr<fw::DictionaryTranslationService> m_translations;
     std::shared_ptr<fw::DefaultTheme> m_theme;
     std::unique_ptr<fw::HostGlobalServices> m_globals;
+    std::unique_ptr<QStatusBar> m_statusBar;
 };
