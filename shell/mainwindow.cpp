@@ -88,14 +88,16 @@ void MainWindow::changeWorkingCompany()
     if (!ok || company == m_globals.workingCompany())
         return;
     m_globals.setWorkingCompany(company);
+    // The forms take the change in first: the status line names the new company only once
+    // what is shown is the new company's.
+    for (QMdiSubWindow *window : m_mdiArea->subWindowList()) {
+        if (auto *handler = qobject_cast<fw::CompanyChangeHandler *>(window->widget()))
+            handler->workingCompanyChanged();
+    }
     updateStatus();
     if (const QString notice = companyNotice(); !notice.isEmpty()) {
         if (const auto log = m_globals.createLogService())
             log->showMessage(notice, m_globals.applicationTitle(), fw::MessageStyle::Notice);
-    }
-    for (QMdiSubWindow *window : m_mdiArea->subWindowList()) {
-        if (auto *handler = qobject_cast<fw::CompanyChangeHandler *>(window->widget()))
-            handler->workingCompanyChanged();
     }
 }
 
