@@ -4,7 +4,9 @@
 #include "data/stampastatements.h"
 #include "forms/distinta/albero.h"
 #include "forms/distinta/livelli.h"
+#include "forms/distinta/selettore.h"
 #include "frame/formframe.h"
+#include "framework/export/exportfile.h"
 #include "framework/globalservices.h"
 #include "framework/reportengine.h"
 #include "framework/treelist/treelist.h"
@@ -12,6 +14,7 @@
 #include "framework/workprogress.h"
 #include "platform/os/systeminfo.h"
 
+#include <QDir>
 #include <QPushButton>
 #include <stdexcept>
 
@@ -33,9 +36,10 @@ std::optional<QDate> giorno(const QVariant &value)
 
 } // namespace
 
-Stampa::Stampa(FormFrame &form, Albero &albero)
+Stampa::Stampa(FormFrame &form, Albero &albero, Selettore &selettore)
     : m_form(form)
     , m_albero(albero)
+    , m_selettore(selettore)
     , CMD_STAMPA(new QPushButton(QStringLiteral("&Stampa")))
 {
     CMD_STAMPA->setObjectName(QStringLiteral("CMD_STAMPA"));
@@ -135,12 +139,20 @@ bool Stampa::InvocaStampa()
             connect(PclsReport.get(), &fw::ReportEngine::BeforePrintReport, this,
                     &Stampa::PclsReport_BeforePrintReport);
             PclsReport->setTitle(titoloStampa);
+            // A PDF is proposed under the name of the list printed.
+            const QString distinta = m_selettore.testoSelezionato();
+            PclsReport->setProposedPdfName(fw::ExportFile::fileNameFor(distinta.isEmpty() ? titoloStampa : distinta)
+                                           + QStringLiteral(".pdf"));
             PclsReport->setReportFile(fileStampa);
             PclsReport->setConnection(m_form.connection());
             PclsReport->setQuery(stampastatements::reportDataQuery(m_chiaveStampa, m_form.companyCode()));
         }))
         return false;
-    return m_form.step(procedure, [&] { PclsReport->run(); });
+    if (!m_form.step(procedure, [&] { PclsReport->run(); }))
+        return false;
+    if (const QString pdf = PclsReport->writtenPdf(); !pdf.isEmpty())
+        m_form.notifica(QStringLiteral("Distinta stampata nel file \"%1\".").arg(QDir::toNativeSeparators(pdf)));
+    return true;
 }
 
 // The engine reads every table of the report through the connection it was given, so there is

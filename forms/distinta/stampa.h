@@ -13,6 +13,7 @@ class ReportEngine;
 namespace distinta {
 
 class Albero;
+class Selettore;
 
 // Printing the loaded classification: its nodes down to the chosen level go, in tree order,
 // into the work table GD04_STDISTINTA under the key of this workstation and user; the host's
@@ -23,7 +24,7 @@ class Stampa : public QObject
     Q_OBJECT
 
 public:
-    Stampa(FormFrame &form, Albero &albero);
+    Stampa(FormFrame &form, Albero &albero, Selettore &selettore);
     ~Stampa() override;
 
     QPushButton *pulsante() const { return CMD_STAMPA; }
@@ -48,6 +49,7 @@ private:
 
     FormFrame &m_form;
     Albero &m_albero;
+    Selettore &m_selettore;
     QPushButton *CMD_STAMPA;
     std::unique_ptr<fw::ReportEngine> PclsReport;
     QString m_chiaveStampa;

@@ -20,6 +20,7 @@
 #include <QPrinterInfo>
 #include <QSaveFile>
 #include <QScreen>
+#include <QStandardPaths>
 #include <stdexcept>
 
 namespace fw {
@@ -147,6 +148,7 @@ QString DefaultReportEngine::pdfPathProblem(const QString &path)
 void DefaultReportEngine::run()
 {
     m_cancelled = false;
+    m_writtenPdf.clear();
     m_pageCount = 0;
     m_layout.reset();
     if (!m_connection || m_query.trimmed().isEmpty())
@@ -192,8 +194,16 @@ bool DefaultReportEngine::askUser()
     ReportPrintChoice proposed = memory.recall(m_user);
     if (proposed.printedBy.isEmpty())
         proposed.printedBy = m_printedBy.isEmpty() ? m_user : m_printedBy;
-    if (proposed.pdfPath.isEmpty())
+    // The name of what is printed goes in the folder of the last PDF: the last file itself
+    // belonged to another print.
+    if (!m_outputFile.isEmpty()) {
         proposed.pdfPath = m_outputFile;
+    } else if (!m_proposedPdfName.isEmpty()) {
+        const QString folder = proposed.pdfPath.isEmpty()
+            ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+            : QFileInfo(proposed.pdfPath).absolutePath();
+        proposed.pdfPath = QDir(folder).filePath(m_proposedPdfName);
+    }
 
     ReportPrintDialog dialog(m_title, proposed, m_window);
     if (dialog.exec() != QDialog::Accepted)
@@ -235,6 +245,8 @@ void DefaultReportEngine::toPdf(ReportRenderer &renderer)
     }
     if (!file.commit())
         fail(QStringLiteral("Impossibile scrivere il file PDF \"%1\": %2").arg(m_outputFile, file.errorString()));
+    if (m_interactive)
+        m_writtenPdf = m_outputFile;
 }
 
 void DefaultReportEngine::toPrinter(ReportRenderer &renderer)

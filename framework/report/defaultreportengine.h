@@ -39,6 +39,7 @@ public:
     void setQuery(const QString &sql) override;
     void setRunMode(RunMode mode) override;
     void setOutputFile(const QString &path) override;
+    void setProposedPdfName(const QString &fileName) override { m_proposedPdfName = fileName; }
     // Throws std::invalid_argument for a name the loaded layout does not declare.
     void setParameter(const QString &name, const QVariant &value) override;
     QString printedBy() const override;
@@ -57,6 +58,7 @@ public:
 
     // --- after run()
     bool wasCancelled() const { return m_cancelled; }
+    QString writtenPdf() const override { return m_writtenPdf; }
     int pageCount() const { return m_pageCount; }
     QString layoutPath() const;
 
@@ -92,6 +94,8 @@ private:
     QPointer<QWidget> m_window; // the window the dialogs stand over
     std::unique_ptr<ReportLayout> m_layout;
     bool m_cancelled = false;
+    QString m_writtenPdf;
+    QString m_proposedPdfName;
     int m_pageCount = 0;
 };
 

@@ -1,11 +1,14 @@
 #include "framework/report/reportprintdialog.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -92,6 +95,27 @@ ReportPrintChoice ReportPrintDialog::choice() const
     return choice;
 }
 
+void ReportPrintDialog::accept()
+{
+    const ReportPrintChoice chosen = choice();
+    if (chosen.mode == ReportEngine::RunMode::Pdf && chosen.pdfPath != m_replaceConfirmed
+        && QFileInfo::exists(chosen.pdfPath)) {
+        QMessageBox question(
+            QMessageBox::Question, windowTitle(),
+            QStringLiteral("Il file \"%1\" esiste già. Sostituirlo?").arg(QDir::toNativeSeparators(chosen.pdfPath)),
+            QMessageBox::Yes | QMessageBox::No, this);
+        question.setObjectName(QStringLiteral("dlgSostituisciFile"));
+        question.setDefaultButton(QMessageBox::No);
+        question.button(QMessageBox::Yes)->setText(QStringLiteral("&Sì"));
+        question.button(QMessageBox::No)->setText(QStringLiteral("&No"));
+        if (question.exec() != QMessageBox::Yes) {
+            TXT_FILEPDF->setFocus();
+            return;
+        }
+    }
+    QDialog::accept();
+}
+
 void ReportPrintDialog::updateControls()
 {
     const bool pdf = OPT_PDF->isChecked();
@@ -109,6 +133,7 @@ void ReportPrintDialog::chooseFile()
     if (!path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive))
         path += QStringLiteral(".pdf");
     TXT_FILEPDF->setText(path);
+    m_replaceConfirmed = path;
 }
 
 } // namespace fw

@@ -23,6 +23,10 @@ public:
 
     ReportPrintChoice choice() const;
 
+    // A PDF file that is there already is replaced only after a question (default No), unless
+    // it was chosen through the file dialog, which has asked.
+    void accept() override;
+
 private:
     void updateControls();
     void chooseFile();
@@ -36,6 +40,7 @@ private:
     QLineEdit *TXT_FILEPDF;
     QPushButton *CMD_SFOGLIA;
     QPushButton *CMD_OK;
+    QString m_replaceConfirmed; // the file the file dialog was told to replace
 };
 
 } // namespace fw

@@ -212,6 +212,14 @@ public:
         QFAIL(qPrintable(QStringLiteral("no node %1").arg(code)));
     }
 
+    // The editor's window shown and active, as for a user at the keyboard.
+    bool attiva()
+    {
+        QWidget *window = form->window();
+        window->show();
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window);
+    }
     void premi(const QString &button) { control<QPushButton>(button)->click(); }
 
     // The subject list's page, and a tick given to a subject there as the user gives it.

@@ -4,7 +4,13 @@
 #include "tests/forms/distintafixture.h"
 #include "tests/support/pdftext.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTimer>
 
 // The print of a classification: the work table's rows for the level chosen, under the key of
 // this workstation and user, then the report read back from its PDF.
@@ -90,6 +96,53 @@ private slots:
     {
         if (!PdfText::toolAvailable())
             QFAIL("pdftotext is missing: scripts/setup-debian.sh installs poppler-utils");
+    }
+
+    // With the print dialog, a PDF is proposed under the list's name in the folder of the last
+    // one, and the editor says where the PDF went.
+    void thePdfIsNamedAfterTheListAndTold()
+    {
+        Stampa f;
+        f.host.globals().setReportEngineFactory([&f] {
+            auto engine = std::make_unique<fw::DefaultReportEngine>(QStringLiteral("tester"));
+            engine->setSettingsFile(f.folder.filePath(QStringLiteral("stampa.ini")));
+            engine->setReportFolder(f.reportFolder);
+            return engine;
+        });
+        f.apri();
+        QVERIFY(f.attiva());
+        const QString altra = f.folder.filePath(QStringLiteral("altra/vecchia.pdf"));
+        QVERIFY(QDir().mkpath(QFileInfo(altra).absolutePath()));
+        QStringList proposti;
+        const auto rispondi = [&proposti](const QString &percorso) {
+            auto *poll = new QTimer;
+            QObject::connect(poll, &QTimer::timeout, poll, [poll, &proposti, percorso] {
+                for (QWidget *dialog : QApplication::topLevelWidgets()) {
+                    if (dialog->objectName() != QLatin1String("FRM_STAMPA") || !dialog->isVisible())
+                        continue;
+                    poll->deleteLater();
+                    poll->stop();
+                    dialog->findChild<QRadioButton *>(QStringLiteral("OPT_PDF"))->click();
+                    auto *file = dialog->findChild<QLineEdit *>(QStringLiteral("TXT_FILEPDF"));
+                    proposti << file->text();
+                    if (!percorso.isEmpty())
+                        file->setText(percorso);
+                    dialog->findChild<QAbstractButton *>(QStringLiteral("CMD_OK"))->click();
+                    return;
+                }
+            });
+            poll->start(0);
+        };
+        rispondi(altra);
+        f.stampa();
+        rispondi({});
+        f.stampa();
+        QCOMPARE(proposti.size(), 2);
+        QCOMPARE(proposti.last(), f.folder.filePath(QStringLiteral("altra/CLI-A-Rete diretta.pdf")));
+        QVERIFY(QFileInfo::exists(proposti.last()));
+        QCOMPARE(f.host.log().messageTexts(),
+                 (QStringList {QStringLiteral("Distinta stampata nel file \"%1\".").arg(altra),
+                               QStringLiteral("Distinta stampata nel file \"%1\".").arg(proposti.last())}));
     }
 
     void workRowsDownToTheChosenLevel_data()

@@ -74,13 +74,6 @@ class TestDistintaUsabilita : public QObject
             auto *label = view->viewport()->findChild<QLabel *>();
             return label && label->isVisibleTo(view->viewport()) ? label->text() : QString();
         }
-        bool attiva()
-        {
-            QWidget *window = form->window();
-            window->show();
-            window->activateWindow();
-            return QTest::qWaitForWindowActive(window);
-        }
         qint64 a01 = 0, b01 = 0;
     };
 

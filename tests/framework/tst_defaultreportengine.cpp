@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressDialog>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -209,9 +210,22 @@ private slots:
         rows.setConnection(database.connection());
         rows.setQuery(QStringLiteral("SELECT GD04_CLIFOR_CG44 FROM GD04_STDISTINTA ORDER BY GD04_ID"));
         rows.setProgressDelay(0);
+        QStringList questions;
+        bool keptOpen = false;
+        const auto answer = [&questions](QMessageBox::StandardButton button) {
+            whenShown(QStringLiteral("dlgSostituisciFile"), [&questions, button](QWidget *box) {
+                questions << static_cast<QMessageBox *>(box)->text();
+                static_cast<QMessageBox *>(box)->button(button)->click();
+            });
+        };
         whenShown(QStringLiteral("FRM_STAMPA"), [&](QWidget *dialog) {
             child<QRadioButton>(dialog, QStringLiteral("OPT_PDF"))->click();
             child<QLineEdit>(dialog, QStringLiteral("TXT_FILEPDF"))->setText(pdf);
+            // The file is there: replacing it takes a Yes.
+            answer(QMessageBox::No);
+            child<QAbstractButton>(dialog, QStringLiteral("CMD_OK"))->click();
+            keptOpen = dialog->isVisible();
+            answer(QMessageBox::Yes);
             child<QAbstractButton>(dialog, QStringLiteral("CMD_OK"))->click();
             whenShown(QStringLiteral("PRG_LAVORO"), [](QWidget *progress) {
                 QVERIFY(progress->findChild<QAbstractButton *>());
@@ -219,7 +233,11 @@ private slots:
             });
         });
         rows.run();
+        QVERIFY(keptOpen);
+        QCOMPARE(questions.size(), 2);
+        QCOMPARE(questions.first(), QStringLiteral("Il file \"%1\" esiste già. Sostituirlo?").arg(pdf));
         QVERIFY(rows.wasCancelled());
+        QVERIFY(rows.writtenPdf().isEmpty());
         QVERIFY(old.open(QIODevice::ReadOnly));
         QCOMPARE(old.readAll(), QByteArray("vecchio"));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList {"righe.pdf"});
