@@ -92,13 +92,15 @@ private:
     int emitPrimary(int i, int e, ExprInfo &info);
     int emitCase(int i, int e, ExprInfo &info);
     int emitName(int i, int e);
+    bool isExpressionBoundary(int i) const;
+
+    // Function calls, CAST and CONVERT (tsqlrewriterfunctions.cpp)
     int emitFunction(int i, ExprInfo &info);
     void emitCall(int nameIndex, const QString &newName, const Arguments &args, QVarLengthArray<ExprInfo, 4> *infos);
     void emitCast(int nameIndex, const Arguments &args, ExprInfo &info);
     void emitConvert(int nameIndex, const Arguments &args, ExprInfo &info);
     void emitDatePart(int nameIndex, const Arguments &args, const char *format);
     Arguments splitArguments(int open) const;
-    bool isExpressionBoundary(int i) const;
 
     // Tokens and output
     bool word(int i, int e, TsqlWord w) const;
