@@ -32,12 +32,12 @@ GridNavigator::GridNavigator(QWidget *parent)
               style->standardIcon(QStyle::SP_MediaSeekForward));
     addButton(QStringLiteral("ultimo"), QStringLiteral("Ultimo"), style->standardIcon(QStyle::SP_MediaSkipForward));
     layout->addSpacing(8);
-    addButton(QStringLiteral("Nuovo"), {}, {})->setText(QStringLiteral("&Nuovo"));
-    addButton(QStringLiteral("Salva"), {}, {})->setText(QStringLiteral("&Salva"));
-    addButton(QStringLiteral("Annulla"), {}, {})->setText(QStringLiteral("&Annulla"));
-    addButton(QStringLiteral("Elimina"), {}, {})->setText(QStringLiteral("&Elimina"));
+    addButton(QStringLiteral("Nuovo"), QStringLiteral("&Nuovo"));
+    addButton(QStringLiteral("Salva"), QStringLiteral("&Salva"));
+    addButton(QStringLiteral("Annulla"), QStringLiteral("&Annulla"));
+    addButton(QStringLiteral("Elimina"), QStringLiteral("&Elimina"));
     layout->addSpacing(8);
-    addButton(QStringLiteral("Stampa"), {}, {})->setText(QStringLiteral("S&tampa"));
+    addButton(QStringLiteral("Stampa"), QStringLiteral("S&tampa"));
     layout->addStretch();
     m_modo->setObjectName(QStringLiteral("lblModo"));
     QFont bold = m_modo->font();
@@ -52,16 +52,16 @@ GridNavigator::~GridNavigator()
     detach();
 }
 
-QToolButton *GridNavigator::addButton(const QString &key, const QString &toolTip, const QIcon &icon)
+QToolButton *GridNavigator::addButton(const QString &key, const QString &text, const QIcon &icon)
 {
     auto *button = new QToolButton(this);
     button->setObjectName(key);
     if (icon.isNull()) {
-        button->setText(key);
+        button->setText(text);
         button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     } else {
         button->setIcon(icon);
-        button->setToolTip(toolTip);
+        button->setToolTip(text);
     }
     button->setAutoRaise(false);
     layout()->addWidget(button);

@@ -49,7 +49,8 @@ signals:
     void AfterButtonClick(const QString &button);
 
 private:
-    QToolButton *addButton(const QString &key, const QString &toolTip, const QIcon &icon);
+    // A button with the icon and text as its tooltip, or without an icon, with text as its caption.
+    QToolButton *addButton(const QString &key, const QString &text, const QIcon &icon = {});
     bool act(const QString &key);
     bool moveTo(const QString &key);
     QString testoModo() const;

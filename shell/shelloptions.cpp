@@ -145,9 +145,9 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
             return options;
         }
     }
-    const bool listRun = parser.isSet(QStringLiteral("print")) || parser.isSet(QStringLiteral("export"));
+    // --level and --date mean something only to a print or an export.
     if (!options.print.read(parser, err) || !options.exportList.read(parser, err)
-        || (!listRun && !listoptions::readAlone(parser, err)))
+        || (!options.print.requested() && !options.exportList.requested() && !listoptions::readAlone(parser, err)))
         *exitCode = 1;
     return options;
 }
