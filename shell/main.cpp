@@ -4,6 +4,7 @@
 #include "framework/defaulttheme.h"
 #include "framework/hostcontext.h"
 #include "framework/hostglobalservices.h"
+#include "framework/italiantranslations.h"
 #include "framework/layoutmemory.h"
 #include "framework/messageboxlogservice.h"
 #include "framework/recordframe.h"
@@ -97,6 +98,7 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("distinta"));
     QApplication::setOrganizationName(QStringLiteral("VRAX_DISTINTA"));
+    fw::installItalianTranslations(app);
 
     int exitCode = -1;
     const ShellOptions options = ShellOptions::parse(QApplication::arguments(), &exitCode);

@@ -91,11 +91,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         return options;
     }
     if (parser.isSet(help)) {
-        // The parser's own headings are English.
-        out << parser.helpText()
-                   .replace(QStringLiteral("Usage:"), QStringLiteral("Uso:"))
-                   .replace(QStringLiteral("[options]"), QStringLiteral("[opzioni]"))
-                   .replace(QStringLiteral("Options:"), QStringLiteral("Opzioni:"));
+        out << parser.helpText(); // its headings come from Qt's Italian catalogue
         *exitCode = 0;
         return options;
     }

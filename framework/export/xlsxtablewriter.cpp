@@ -25,6 +25,26 @@ namespace {
 constexpr double MinWidth = 6;
 constexpr double MaxWidth = 80;
 
+// The writer library words its errors in English; the user reads why a file was not written in
+// the language of the rest of the message.
+QString reasonOf(lxw_error error)
+{
+    switch (error) {
+    case LXW_ERROR_MEMORY_MALLOC_FAILED: return QStringLiteral("memoria insufficiente.");
+    case LXW_ERROR_CREATING_XLSX_FILE:
+        return QStringLiteral("il file non si può creare (permessi della cartella o disco pieno).");
+    case LXW_ERROR_CREATING_TMPFILE:
+    case LXW_ERROR_READING_TMPFILE:
+        return QStringLiteral("un file temporaneo non si può scrivere o leggere (disco pieno?).");
+    case LXW_ERROR_ZIP_FILE_OPERATION:
+    case LXW_ERROR_ZIP_FILE_ADD:
+    case LXW_ERROR_ZIP_CLOSE: return QStringLiteral("errore di scrittura del file (disco pieno?).");
+    default:
+        return QStringLiteral("errore interno nella scrittura del foglio (%1).")
+            .arg(QString::fromUtf8(lxw_strerror(error)));
+    }
+}
+
 } // namespace
 
 XlsxTableWriter::~XlsxTableWriter()
@@ -129,7 +149,7 @@ void XlsxTableWriter::commit()
     m_workbook = nullptr;
     if (closed != LXW_NO_ERROR) {
         discard();
-        fail(ExportFile::cannotWrite(m_path, QString::fromUtf8(lxw_strerror(closed))));
+        fail(ExportFile::cannotWrite(m_path, reasonOf(closed)));
     }
     // The temporary file is private to its owner; the workbook gets the permissions of the file
     // it replaces, or those of a new file.
@@ -166,7 +186,7 @@ void XlsxTableWriter::check(int error)
 {
     if (error == LXW_NO_ERROR)
         return;
-    fail(ExportFile::cannotWrite(m_path, QString::fromUtf8(lxw_strerror(lxw_error(error)))));
+    fail(ExportFile::cannotWrite(m_path, reasonOf(lxw_error(error))));
 }
 
 void XlsxTableWriter::widen(int column, qsizetype characters)

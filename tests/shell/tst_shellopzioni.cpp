@@ -53,7 +53,7 @@ private slots:
     {
         const Run help = run({QStringLiteral("--help")});
         QCOMPARE(help.exitCode, 0);
-        QVERIFY(help.out.startsWith(QLatin1String("Uso: ")));
+        QVERIFY(help.out.startsWith(QLatin1String("Utilizzo: ")));
         QVERIFY(help.out.contains(QLatin1String("[opzioni]")));
         QVERIFY(help.out.contains(QLatin1String("--size <LARGHEZZAxALTEZZA>")));
         for (const char *english : {"Usage", "Options", "options]", "Displays", "Arguments", "version information"})

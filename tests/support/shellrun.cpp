@@ -1,6 +1,7 @@
 #include "tests/support/shellrun.h"
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QProcess>
 
 QString ShellRun::program()
@@ -16,12 +17,21 @@ ShellRun ShellRun::run(const QStringList &arguments, bool offscreen)
         environment.remove(QLatin1String(name));
     if (offscreen)
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    return runIn(environment, arguments);
+}
+
+ShellRun ShellRun::runIn(const QProcessEnvironment &environment, const QStringList &arguments, int timeoutMs,
+                         const QString &programPath)
+{
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(program(), arguments);
-    const bool finished = process.waitForFinished(300000);
+    process.start(programPath.isEmpty() ? program() : programPath, arguments);
+    const bool finished = process.waitForFinished(timeoutMs);
     if (!finished)
         process.kill();
-    return {finished ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    const ShellRun result {finished ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
+                           QString::fromUtf8(process.readAllStandardError())};
+    if (finished && process.exitStatus() == QProcess::CrashExit)
+        qWarning().noquote() << "distinta" << arguments.join(QLatin1Char(' ')) << "crashed:\n" << result.err;
+    return result;
 }

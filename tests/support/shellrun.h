@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
@@ -13,4 +14,9 @@ struct ShellRun
 
     static QString program(); // <bin>/distinta
     static ShellRun run(const QStringList &arguments, bool offscreen = false);
+    // A run in the given environment, cut short after timeoutMs; programPath, when given, is a
+    // wrapper that runs the program (its path among the arguments). A run that crashes or is
+    // ended by a sanitizer prints its standard error as a warning, so that the test's log says why.
+    static ShellRun runIn(const QProcessEnvironment &environment, const QStringList &arguments, int timeoutMs = 300000,
+                          const QString &programPath = {});
 };
