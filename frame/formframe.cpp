@@ -12,9 +12,11 @@
 #include "framework/wheelguard.h"
 #include "platform/db/recordset.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMdiSubWindow>
+#include <QScreen>
 #include <QStatusBar>
 #include <QtDebug>
 #include <optional>
@@ -100,6 +102,7 @@ void FormFrame::showModeless(QObject *activeFrame)
 
 void FormFrame::showModal()
 {
+    m_centreOn = QApplication::activeWindow();
     setParent(nullptr, Qt::Window);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::ApplicationModal);
@@ -256,6 +259,18 @@ void FormFrame::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     Form_Load();
+    // Placed once its size is known (Form_Load sizes it) and before it reaches the screen.
+    if (m_centreOn) {
+        QRect placed = rect();
+        placed.moveCenter(m_centreOn->geometry().center());
+        if (const QScreen *screen = m_centreOn->screen()) {
+            const QRect area = screen->availableGeometry();
+            placed.moveLeft(qBound(area.left(), placed.left(), qMax(area.left(), area.right() - placed.width())));
+            placed.moveTop(qBound(area.top(), placed.top(), qMax(area.top(), area.bottom() - placed.height())));
+        }
+        move(placed.topLeft());
+        m_centreOn.clear();
+    }
     if (m_firstActivation)
         QMetaObject::invokeMethod(this, &FormFrame::Form_Activate, Qt::QueuedConnection);
 }

@@ -55,7 +55,8 @@ public:
     // --- display
     // Inside the shell's MDI area when activeFrame is one, else as a window of its own.
     void showModeless(QObject *activeFrame);
-    // As an application-modal window; returns once the form has unloaded.
+    // As an application-modal window centred on the window that was active; returns once the
+    // form has unloaded.
     void showModal();
 
     // --- the frame's operations
@@ -160,6 +161,7 @@ private:
     db::ConnectionPtr m_hostConnection;
     db::ConnectionPtr m_connection;
     QPointer<fw::RecordFrame> m_recordFrame;
+    QPointer<QWidget> m_centreOn; // the window a modal form opens over, until it is placed
     int m_companyCode = 0;
     bool m_loaded = false;
     bool m_firstActivation = true;

@@ -190,9 +190,13 @@ Qt::ItemFlags RecordsetGroupModel::flags(const QModelIndex &index) const
 
 QVariant RecordsetGroupModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= m_columns.size())
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size())
         return {};
-    return m_columns.at(section).caption;
+    // A column captioned empty on purpose (the group headings say what it holds) still names
+    // itself in its tooltip.
+    if (role == Qt::ToolTipRole)
+        return m_columns.at(section).heading();
+    return role == Qt::DisplayRole ? QVariant(m_columns.at(section).caption) : QVariant();
 }
 
 } // namespace fw

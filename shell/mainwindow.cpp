@@ -24,6 +24,10 @@ MainWindow::MainWindow(fw::HostGlobalServices &globals, const QString &databaseD
     setWindowTitle(globals.applicationTitle());
     m_mdiArea->setObjectName(QStringLiteral("MDIActiveX1"));
     m_mdiArea->setViewMode(QMdiArea::SubWindowView);
+    // Windows that do not fit beside each other once tiled or cascaded are reached by scrolling;
+    // without the bars the area would grow to hold them all and push the program off the screen.
+    m_mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_mdiArea);
     // Kept at the right while a module's notes come and go on the left.
     statusBar()->addPermanentWidget(m_status);

@@ -10,6 +10,7 @@
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/selettore.h"
 #include "frame/formframe.h"
+#include "framework/elidedlabel.h"
 #include "framework/emptyviewhint.h"
 #include "framework/globalservices.h"
 #include "framework/recordframe.h"
@@ -58,7 +59,7 @@ Albero::Albero(FormFrame &form, Selettore &selettore)
     : m_form(form)
     , m_selettore(selettore)
     , TVW_DISTINTA(new fw::TreeList)
-    , lblDescDistinta(new QLabel(QStringLiteral("Struttura distinta")))
+    , lblDescDistinta(new fw::ElidedLabel(QStringLiteral("Struttura distinta")))
 {
     TVW_DISTINTA->setObjectName(QStringLiteral("TVW_DISTINTA"));
     lblDescDistinta->setObjectName(QStringLiteral("lblDescDistinta"));
@@ -66,7 +67,6 @@ Albero::Albero(FormFrame &form, Selettore &selettore)
     titleFont.setBold(true);
     lblDescDistinta->setFont(titleFont);
     lblDescDistinta->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lblDescDistinta->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     creaColonne();
     m_livelli = std::make_unique<Livelli>(form, TVW_DISTINTA);
     m_allaData = std::make_unique<AllaData>(form, TVW_DISTINTA);
@@ -353,7 +353,7 @@ void Albero::CaricaIntestazioneDistinta()
     m_form.step(QStringLiteral("CaricaIntestazioneDistinta"), [this] {
         const QString key = m_selettore.chiaveSelezionata();
         if (key.isEmpty() || key.startsWith(QLatin1Char('P'))) {
-            lblDescDistinta->setText(QStringLiteral("Struttura distinta"));
+            lblDescDistinta->setFullText(QStringLiteral("Struttura distinta"));
             return;
         }
 
@@ -386,7 +386,7 @@ void Albero::CaricaIntestazioneDistinta()
         else
             title += QStringLiteral("Divisioni: tutte");
         title += QLatin1Char(')');
-        lblDescDistinta->setText(title);
+        lblDescDistinta->setFullText(title);
     });
 }
 

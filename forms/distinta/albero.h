@@ -10,10 +10,10 @@
 #include <optional>
 
 class FormFrame;
-class QLabel;
 class QWidget;
 
 namespace fw {
+class ElidedLabel;
 class EmptyViewHint;
 class RecordFrame;
 class TreeList;
@@ -38,7 +38,7 @@ public:
     ~Albero() override;
 
     fw::TreeList *widget() const { return TVW_DISTINTA; }
-    QLabel *intestazione() const { return lblDescDistinta; }
+    fw::ElidedLabel *intestazione() const { return lblDescDistinta; }
     Livelli &livelli() const { return *m_livelli; }
     AllaData &allaData() const { return *m_allaData; }
 
@@ -120,7 +120,7 @@ private:
     FormFrame &m_form;
     Selettore &m_selettore;
     fw::TreeList *TVW_DISTINTA;
-    QLabel *lblDescDistinta;
+    fw::ElidedLabel *lblDescDistinta;
     std::unique_ptr<Livelli> m_livelli;
     std::unique_ptr<AllaData> m_allaData;
     int m_tipoSoggetto = 0;

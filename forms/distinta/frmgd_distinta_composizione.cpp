@@ -8,6 +8,7 @@
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/parti.h"
+#include "framework/elidedlabel.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistview.h"
 #include "framework/workflowstatecontrol.h"

@@ -23,6 +23,7 @@ Livelli::Livelli(FormFrame &form, fw::TreeList *albero)
 {
     CMB_LIVELLO->setObjectName(QStringLiteral("CMB_LIVELLO"));
     CMB_LIVELLO->setMinimumContentsLength(10);
+    CMB_LIVELLO->setToolTip(QStringLiteral("Fino a quale livello arriva la stampa della distinta"));
     CMD_ESPANDICOLLASSA->setObjectName(QStringLiteral("CMD_ESPANDICOLLASSA"));
     CMD_ESPANDICOLLASSA->setMinimumWidth(
         CMD_ESPANDICOLLASSA->fontMetrics().horizontalAdvance(QStringLiteral("COMPRIMI LIVELLO 99")) + 16);

@@ -59,7 +59,7 @@ Priorita::Priorita(FormFrame &form, Albero &albero)
         QAction *picker = fw::LookupEdit::addLookupButton(edit);
         picker->setToolTip(QStringLiteral("Scegli la priorità listini"));
         connect(picker, &QAction::triggered, this, [this, field] {
-            if (const std::optional<PrioritaScelta> scelta = ScegliPriorita())
+            if (const std::optional<PrioritaScelta> scelta = ScegliPriorita(field))
                 assegnaPriorita(QStringLiteral("TXT_PRIORITA_ButtonClick"), field, qint64(*scelta->IDPriorita));
         });
         connect(edit, &QLineEdit::editingFinished, this, [this, edit, field] { TXT_PRIORITA_Validate(edit, field); });
@@ -107,10 +107,12 @@ QString Priorita::Get_LP09_CODICE(const db::ConnectionPtr &connection, const QVa
     }
 }
 
-std::optional<PrioritaScelta> Priorita::ScegliPriorita()
+std::optional<PrioritaScelta> Priorita::ScegliPriorita(const QString &campo)
 {
+    const db::RecordsetPtr nodi = m_albero.nodi();
+    const QVariant attuale = nodi && nodi->currentRow() >= 0 ? nodi->value(campo) : QVariant();
     PrioritaScelta scelta;
-    auto *picker = new FRMGD_LISTINI(scelta);
+    auto *picker = new FRMGD_LISTINI(scelta, attuale);
     picker->setActiveDll(m_form.ActiveDll());
     picker->setEntryClass(m_form.entryClass());
     picker->showModal();
@@ -127,7 +129,7 @@ void Priorita::TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node, cons
     node.focus();
     if (m_albero.widget()->focusedNode() != node)
         return; // the row it left could not be written
-    if (const std::optional<PrioritaScelta> scelta = ScegliPriorita())
+    if (const std::optional<PrioritaScelta> scelta = ScegliPriorita(QLatin1String(priorita->field)))
         assegnaPriorita(QStringLiteral("TVW_DISTINTA_OnEditButtonClick"), QLatin1String(priorita->field),
                         qint64(*scelta->IDPriorita));
 }

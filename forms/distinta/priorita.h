@@ -38,8 +38,9 @@ public:
     QVariant Get_MG3G_ID_LP09(const db::ConnectionPtr &connection, const QString &codice, bool *ok = nullptr);
     QString Get_LP09_CODICE(const db::ConnectionPtr &connection, const QVariant &idPriorita, bool *ok = nullptr);
     void TVW_DISTINTA_OnEditButtonClick(const fw::TreeListNode &node, const QString &column);
-    // Opens the picker and waits for it; the priority chosen, none when closed without a choice.
-    std::optional<PrioritaScelta> ScegliPriorita();
+    // Opens the picker on the focused node's priority in campo and waits for it; the priority
+    // chosen, none when closed without a choice.
+    std::optional<PrioritaScelta> ScegliPriorita(const QString &campo);
     // The codes of the focused node's priorities in the two fields.
     void mostraCodiciPriorita();
 

@@ -3,14 +3,16 @@
 #include "data/modgd_distinta.h"
 #include "data/prioritastatements.h"
 #include "framework/recordsetgroupgrid.h"
+#include "framework/recordsetgroupmodel.h"
 
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-FRMGD_LISTINI::FRMGD_LISTINI(PrioritaScelta &scelta, QWidget *parent)
+FRMGD_LISTINI::FRMGD_LISTINI(PrioritaScelta &scelta, const QVariant &current, QWidget *parent)
     : FormFrame(parent)
     , QGRID_LISTINI(new fw::RecordsetGroupGrid(this))
     , m_scelta(scelta)
+    , m_prioritaAttuale(current)
 {
     setObjectName(QStringLiteral("FRMGD_LISTINI"));
     setWindowTitle(QStringLiteral("Priorità listini"));
@@ -59,6 +61,23 @@ void FRMGD_LISTINI::InitQGrid()
         });
         QGRID_LISTINI->setRecordset(m_listini);
     });
+    mostraPrioritaAttuale();
+}
+
+// The heading of the current priority is the current line, so that Enter keeps it.
+void FRMGD_LISTINI::mostraPrioritaAttuale()
+{
+    if (!m_listini || m_prioritaAttuale.isNull())
+        return;
+    const int id = m_listini->fieldIndex(QStringLiteral("IDPriorità"));
+    for (int row = 0; id >= 0 && row < m_listini->recordCount(); ++row) {
+        if (m_listini->valueAt(row, id).toLongLong() == m_prioritaAttuale.toLongLong()) {
+            const QModelIndex heading = QGRID_LISTINI->groupModel()->indexOfRow(row).parent();
+            QGRID_LISTINI->setCurrentIndex(heading);
+            QGRID_LISTINI->scrollTo(heading);
+            return;
+        }
+    }
 }
 
 // Every row of a group belongs to the same priority: the choice is the group's.

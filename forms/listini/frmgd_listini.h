@@ -20,14 +20,16 @@ struct PrioritaScelta
 };
 
 // The picker of structural price-list priorities: every structural priority of the company
-// with the conditions it ranks, grouped by priority. Double click or Enter on a row (or on a
-// priority's heading) chooses that priority and closes; Escape closes without a choice.
+// with the conditions it ranks, grouped by priority. It opens on the current priority, when
+// there is one. Double click or Enter on a row (or on a priority's heading) chooses that
+// priority and closes; Escape closes without a choice.
 class FRMGD_LISTINI : public FormFrame
 {
     Q_OBJECT
 
 public:
-    explicit FRMGD_LISTINI(PrioritaScelta &scelta, QWidget *parent = nullptr);
+    // current: the priority the field holds now (null for none).
+    explicit FRMGD_LISTINI(PrioritaScelta &scelta, const QVariant &current = {}, QWidget *parent = nullptr);
     ~FRMGD_LISTINI() override;
 
     void CaricaListini();
@@ -43,7 +45,10 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void mostraPrioritaAttuale();
+
     fw::RecordsetGroupGrid *QGRID_LISTINI;
     db::RecordsetPtr m_listini;
     PrioritaScelta &m_scelta;
+    QVariant m_prioritaAttuale;
 };

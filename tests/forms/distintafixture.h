@@ -2,7 +2,7 @@
 
 #include "forms/distinta/frmgd_distinta.h"
 #include "forms/distinta/parti.h"
-#include "forms/distinta/parti.h"
+#include "framework/elidedlabel.h"
 #include "framework/recordsetgrid.h"
 #include "framework/treelist/treelist.h"
 #include "module/clsgd_distinta.h"
@@ -167,7 +167,7 @@ public:
 
     fw::TreeList *albero() const { return control<fw::TreeList>(QStringLiteral("TVW_DISTINTA")); }
     QTreeWidget *selettore() const { return control<QTreeWidget>(QStringLiteral("TVW_SELDISTINTE")); }
-    QString titolo() const { return control<QLabel>(QStringLiteral("lblDescDistinta"))->text(); }
+    QString titolo() const { return control<fw::ElidedLabel>(QStringLiteral("lblDescDistinta"))->fullText(); }
     QString didascaliaLivelli() const { return control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->text(); }
 
     QTreeWidgetItem *voce(const QString &key) const

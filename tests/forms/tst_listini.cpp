@@ -26,9 +26,9 @@ class TestListini : public QObject
                      {QStringLiteral("Listino base")}, 2);
         }
 
-        FRMGD_LISTINI *apriPicker()
+        FRMGD_LISTINI *apriPicker(const QVariant &attuale = {})
         {
-            auto *opened = new FRMGD_LISTINI(scelta);
+            auto *opened = new FRMGD_LISTINI(scelta, attuale);
             opened->setActiveDll(entry.get());
             opened->setEntryClass(entry.get());
             picker = opened;
@@ -108,6 +108,22 @@ private slots:
             QTRY_VERIFY(!f.picker);
             QVERIFY(f.host.log().isQuiet());
         }
+    }
+
+    // Opened from a node that has a priority, the picker stands on it: Enter keeps it. Without
+    // one, it stands on the first priority.
+    void opensOnTheCurrentPriority()
+    {
+        Priorita f;
+        f.apriPicker(f.std);
+        fw::RecordsetGroupGrid *grid = f.griglia();
+        QCOMPARE(grid->currentIndex(), grid->groupModel()->index(1, 0));
+        QTest::keyClick(grid, Qt::Key_Return);
+        QCOMPARE(f.scelta.CodicePriorita, QStringLiteral("STD"));
+
+        Priorita none;
+        none.apriPicker();
+        QCOMPARE(none.griglia()->currentIndex(), none.griglia()->groupModel()->index(0, 0));
     }
 
     // Escape closes without a choice: the values stay as they were.
