@@ -174,6 +174,7 @@ void FRMGD_DISTINTA::TVW_SELDISTINTE_Click()
     if (p.anagrafiche.mostrata())
         CaricaAnagraficheDistinta();
     p.albero.CaricaIntestazioneDistinta();
+    p.ricercaAlbero.distintaMostrata(key);
     CaricaDistinta();
     aggiornaComandi();
     p.albero.widget()->setFocus();
@@ -237,6 +238,7 @@ void FRMGD_DISTINTA::vaiAlNodo(int tipoSoggetto, const QString &distinta, const 
     CaricaAnagraficheDistinta();
     CaricaDistinta();
     p.albero.CaricaIntestazioneDistinta();
+    p.ricercaAlbero.distintaMostrata(p.selettore.chiaveSelezionata());
     p.ricercaAlbero.cercaCodice(QStringLiteral("GRD_CERCADISTINTA_ButtonClick"), codice);
     p.albero.widget()->setFocus();
 }

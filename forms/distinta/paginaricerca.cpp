@@ -48,6 +48,9 @@ PaginaRicerca::PaginaRicerca(FormFrame &form)
     layout->addWidget(GRD_CERCADISTINTA);
 
     connect(GRD_CERCADISTINTA, &fw::RecordsetGrid::buttonClicked, this, &PaginaRicerca::GRD_CERCADISTINTA_ButtonClick);
+    // A double click or Enter on a result does what its "Vai" button does.
+    connect(GRD_CERCADISTINTA, &fw::RecordsetGrid::rowChosen, this,
+            [this](int row) { GRD_CERCADISTINTA_ButtonClick(row, QStringLiteral("VAI")); });
     connect(CMD_RICERCA, &QPushButton::clicked, this,
             [this] { cercaDaCaselle(QStringLiteral("CMD_RICERCA_ButtonClick")); });
     connect(TXT_CODICE, &QLineEdit::returnPressed, this,

@@ -6,6 +6,7 @@
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistmodel.h"
 
+#include <QActionGroup>
 #include <QLineEdit>
 #include <QMenu>
 #include <QToolButton>
@@ -20,8 +21,9 @@ RicercaAlbero::RicercaAlbero(FormFrame &form, Albero &albero)
 {
     TXTCERCA->setObjectName(QStringLiteral("TXTCERCA"));
     TXTCERCA->setMinimumWidth(160);
-    TXTCERCA->setToolTip(QStringLiteral(
-        "Ragione sociale da cercare nella distinta: Invio trova il primo nodo, F3 il successivo (Ctrl+F)"));
+    TXTCERCA->setToolTip(QStringLiteral("Testo da cercare nella distinta: Invio trova il primo nodo per ragione "
+                                        "sociale, il menu «Cerca» per ragione sociale o per codice, F3 il "
+                                        "successivo (Ctrl+F)"));
     CMD_CERCA->setObjectName(QStringLiteral("CMD_CERCA"));
     CMD_CERCA->setText(QStringLiteral("C&erca"));
     CMD_CERCA->setToolTip(QStringLiteral("Cerca nella distinta per ragione sociale o per codice (Alt+E)"));
@@ -45,6 +47,30 @@ void RicercaAlbero::preparaMenu()
     menu->clear();
     menu->addAction(QStringLiteral("Rag. Sociale"))->setData(QStringLiteral("RagSoc"));
     menu->addAction(QStringLiteral("Codice"))->setData(QStringLiteral("Codice"));
+    auto *group = new QActionGroup(menu);
+    for (QAction *action : menu->actions()) {
+        action->setCheckable(true);
+        group->addAction(action);
+    }
+    mostraCampoRicerca();
+}
+
+// The field that F3 follows: checked in the menu, and named by the box while it is empty.
+void RicercaAlbero::mostraCampoRicerca()
+{
+    const bool codice = m_campoRicerca == Campo::Codice;
+    for (QAction *action : CMD_CERCA->menu()->actions())
+        action->setChecked(action->data().toString() == (codice ? QLatin1String("Codice") : QLatin1String("RagSoc")));
+    TXTCERCA->setPlaceholderText(codice ? QStringLiteral("Cerca per codice")
+                                        : QStringLiteral("Cerca per ragione sociale"));
+}
+
+void RicercaAlbero::distintaMostrata(const QString &chiave)
+{
+    if (chiave == m_chiaveDistinta)
+        return;
+    m_chiaveDistinta = chiave;
+    TXTCERCA->clear();
 }
 
 void RicercaAlbero::aggiornaAbilitazione()
@@ -67,6 +93,7 @@ void RicercaAlbero::CercaNellaDistinta(Campo campo)
         return;
     nodi->moveFirst();
     m_campoRicerca = campo;
+    mostraCampoRicerca();
     segnalaRicercaSenzaEsito(!nodi->find(*criterion));
     m_albero.widget()->setFocus();
 }
@@ -96,7 +123,8 @@ void RicercaAlbero::CMD_CERCA_ButtonMenuClick(const QString &key)
 }
 
 // The next node after the focused one that matches the search text, by the field of the last
-// search; past the last match the box says that nothing more was found.
+// search; past the last match the search starts again from the top, and the status bar says so.
+// Only a text that matches no node marks the box.
 void RicercaAlbero::cercaSuccessivo()
 {
     const fw::TreeListNode focused = m_albero.widget()->focusedNode();
@@ -114,6 +142,12 @@ void RicercaAlbero::cercaSuccessivo()
         if (next < nodi->recordCount()) {
             nodi->setCurrentRow(next);
             found = nodi->find(*criterion);
+        }
+        if (!found) {
+            nodi->moveFirst();
+            found = nodi->find(*criterion);
+            if (found)
+                m_form.mostraInBarraDiStato(QStringLiteral("Ricerca ripresa dall'inizio della distinta."));
         }
         if (!found)
             nodi->setCurrentRow(focused.row()); // the tree keeps its node

@@ -186,7 +186,8 @@ private slots:
         QCOMPARE(f.risultato(QStringLiteral("CLIFOR")), QVariantList({20}));
     }
 
-    // "Vai" opens the row's type and focuses the subject's node in it.
+    // "Vai", a double click or Enter on a result opens the row's type and focuses the subject's
+    // node in it.
     void theJumpOpensTheTypeAndFocusesTheNode()
     {
         Ricerca f;
@@ -199,7 +200,12 @@ private slots:
         };
 
         f.cercaOvunque(QString(), QStringLiteral("Forniture"));
-        vai(0);
+        {
+            fw::RecordsetGrid *grid = f.risultati();
+            const QPoint cell = grid->visualRect(grid->model()->index(0, 1)).center();
+            QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
+            QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+        }
         QCOMPARE(f.selettore()->currentItem(), f.voce(QStringLiteral("F%1").arg(f.f01)));
         QCOMPARE(f.form->parti().albero.tipoSoggetto(), 1);
         QCOMPARE(f.titolo(), QStringLiteral("FORNITORI       DISTINTA F01-Fornitori merci      (Divisioni: tutte)"));
@@ -208,7 +214,8 @@ private slots:
         QCOMPARE(f.form->parti().anagrafiche.lista()->recordCount(), 1); // the suppliers' list
 
         f.cercaOvunque(QString(), QStringLiteral("dell'Angolo"));
-        vai(0);
+        f.risultati()->setCurrentIndex(f.risultati()->model()->index(0, 2));
+        QTest::keyClick(f.risultati(), Qt::Key_Return);
         QCOMPARE(f.form->parti().albero.tipoSoggetto(), 0);
         QCOMPARE(f.codiciAlbero(), QStringList({"30", ".10", "20"}));
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));

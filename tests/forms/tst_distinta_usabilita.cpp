@@ -208,7 +208,7 @@ private slots:
     }
 
     // Empty areas say what to do; a search in the tree without result marks its box, and F3
-    // goes on from the focused node.
+    // goes on from the focused node, round to the top.
     void emptyAreasAndSearchesSaySomething()
     {
         Editor f;
@@ -245,9 +245,29 @@ private slots:
         QVERIFY(f.attiva());
         QTest::keyClick(f.albero()->view(), Qt::Key_F3);
         QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
+        QVERIFY(f.host.statusBar().currentMessage().isEmpty());
+        // Past the last match F3 starts again from the top, and says so.
         QTest::keyClick(f.albero()->view(), Qt::Key_F3);
-        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("30"));
-        QVERIFY(!search->styleSheet().isEmpty());
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("10"));
+        QCOMPARE(f.host.statusBar().currentMessage(), QStringLiteral("Ricerca ripresa dall'inizio della distinta."));
+        QVERIFY(search->styleSheet().isEmpty());
+
+        // The field of the last search is checked in the menu and named by the empty box; Enter
+        // searches by name again.
+        auto menu = [&] {
+            QMap<QString, bool> checked;
+            for (QAction *action : f.control<QToolButton>(QStringLiteral("CMD_CERCA"))->menu()->actions())
+                checked.insert(action->text(), action->isChecked());
+            return checked;
+        };
+        QCOMPARE(menu(), (QMap<QString, bool> {{"Rag. Sociale", true}, {"Codice", false}}));
+        search->setText(QStringLiteral("20"));
+        f.control<QToolButton>(QStringLiteral("CMD_CERCA"))->menu()->actions().at(1)->trigger();
+        QCOMPARE(f.codiceFocalizzato(), QStringLiteral("20"));
+        QCOMPARE(menu(), (QMap<QString, bool> {{"Rag. Sociale", false}, {"Codice", true}}));
+        QCOMPARE(search->placeholderText(), QStringLiteral("Cerca per codice"));
+        QTest::keyClick(search, Qt::Key_Return);
+        QCOMPARE(search->placeholderText(), QStringLiteral("Cerca per ragione sociale"));
 
         search->setText(QStringLiteral("Neri"));
         QVERIFY(search->styleSheet().isEmpty()); // a new text, no mark
@@ -256,6 +276,12 @@ private slots:
         QVERIFY(!search->styleSheet().isEmpty());
         QTest::keyClick(search, Qt::Key_Backspace);
         QVERIFY(search->styleSheet().isEmpty());
+
+        // Another classification starts with an empty box; the same one keeps it.
+        f.clicca(QStringLiteral("C%1").arg(f.a01));
+        QCOMPARE(search->text(), QStringLiteral("Ner"));
+        f.clicca(QStringLiteral("C%1").arg(f.b01));
+        QCOMPARE(search->text(), QString());
     }
 
     // The widths a user sets and the splitters come back for that user; a file kept for another
