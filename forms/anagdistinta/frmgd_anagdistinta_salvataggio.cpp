@@ -224,10 +224,12 @@ void FRMGD_ANAGDISTINTA::cmdAssegnaStato_Click()
 
     const QString procedure = QStringLiteral("cmdAssegnaStato_Click");
     db::RecordsetPtr nodes;
-    if (!step(procedure, [&] {
-            nodes = connection()->openRecordset(anagdistintastatements::typeNodeGuidsQuery(
-                companyCode(), rows->value(QStringLiteral("GD01_ID")).toLongLong()));
-        }))
+    if (!step(procedure,
+              [&] {
+                  nodes = connection()->openRecordset(anagdistintastatements::typeNodeGuidsQuery(
+                      companyCode(), rows->value(QStringLiteral("GD01_ID")).toLongLong()));
+              })
+        || !nodes) // ignored: there is nothing to assign the state to
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const int guidField = nodes->fieldIndex(QStringLiteral("gd02_guid"));

@@ -165,7 +165,8 @@ void PaginaAnagrafiche::CaricaAnagraficheDistinta()
         return;
     db::RecordsetPtr list;
     if (!m_form.step(procedure,
-                     [&] { list = connection->openRecordset(anagrafichestatements::readSubjectListStatement()); }))
+                     [&] { list = connection->openRecordset(anagrafichestatements::readSubjectListStatement()); })
+        || !list) // ignored: the list stays as it was
         return;
     InizializzaQgrid();
     m_anagrafiche = list;

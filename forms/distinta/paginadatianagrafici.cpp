@@ -74,19 +74,22 @@ void PaginaDatiAnagrafici::CaricaCondizioniCliente(double codice)
         return;
 
     db::RecordsetPtr dati;
-    if (!m_form.step(QStringLiteral("CaricaCondizioniCliente"), [&] {
-            const fw::GlobalServices *services = m_form.globals();
-            const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
-            const QString visibilita = services && !divisione.isEmpty()
-                ? services->divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A"))
-                : QString();
-            const Parametri &parametri = m_parametri.valori();
-            const dettaglistatements::GruppiAnagrafica gruppi {.condVendita = parametri.flgCondVendita,
-                                                               .provvigioni = parametri.flgProvvigioni,
-                                                               .classificazioni = parametri.flgClassificazioni};
-            dati = m_form.connection()->openRecordset(dettaglistatements::masterDataQuery(
-                m_form.companyCode(), m_albero.tipoSoggetto(), soggetto, gruppi, divisione, visibilita));
-        }))
+    if (!m_form.step(
+            QStringLiteral("CaricaCondizioniCliente"),
+            [&] {
+                const fw::GlobalServices *services = m_form.globals();
+                const QString divisione = m_albero.divisione() ? QString::number(*m_albero.divisione()) : QString();
+                const QString visibilita = services && !divisione.isEmpty()
+                    ? services->divisionVisibility(QStringLiteral("CO1C_IDDIV_CO1A"))
+                    : QString();
+                const Parametri &parametri = m_parametri.valori();
+                const dettaglistatements::GruppiAnagrafica gruppi {.condVendita = parametri.flgCondVendita,
+                                                                   .provvigioni = parametri.flgProvvigioni,
+                                                                   .classificazioni = parametri.flgClassificazioni};
+                dati = m_form.connection()->openRecordset(dettaglistatements::masterDataQuery(
+                    m_form.companyCode(), m_albero.tipoSoggetto(), soggetto, gruppi, divisione, visibilita));
+            })
+        || !dati) // ignored: the sheet stays as it was
         return;
 
     // The lines are made before the sheet changes: a failure leaves the sheet as it was.

@@ -200,6 +200,7 @@ Backend &Connection::backend()
 
 void Connection::fail(const DatabaseError &error)
 {
+    StatementTrace::writeFailure(error.message());
     m_errors = error.errors();
     throw error;
 }

@@ -57,4 +57,13 @@ void StatementTrace::write(const QString &statement, const QVariantList &values)
     append(statement + QStringLiteral("\n-- ") + literals.join(QStringLiteral(", ")) + QStringLiteral("\nGO\n"));
 }
 
+void StatementTrace::writeFailure(const QString &message)
+{
+    if (!qEnvironmentVariableIsSet("DISTINTA_SQL_TRACE"))
+        return;
+    QString line = message;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    append(QStringLiteral("-- errore: ") + line + QLatin1Char('\n'));
+}
+
 } // namespace db

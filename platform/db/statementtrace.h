@@ -14,6 +14,9 @@ public:
     static void write(const QString &statement);
     // A statement with bound values: the values follow as a comment line.
     static void write(const QString &statement, const QVariantList &values);
+    // What the database answered to the statement written last, when it refused it; the
+    // statement may have been refused quietly, on purpose, by the code that sent it.
+    static void writeFailure(const QString &message);
 };
 
 } // namespace db

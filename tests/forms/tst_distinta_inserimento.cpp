@@ -230,6 +230,36 @@ private slots:
         QCOMPARE(f.righe(14) + f.righe(15) + f.righe(16), 2);
         QCOMPARE(f.cellaLista(15, QStringLiteral("AssociatoInDistinta")).toInt(), 0);
     }
+
+    // A check whose statement fails refuses the subject without a line of its own and without a
+    // dialog of its own; the count says it was not added, and the trace keeps the error.
+    void aFailingCheckRefusesQuietly()
+    {
+        Distinte f;
+        f.apri();
+        f.paginaAnagrafiche();
+        f.focalizza(11);
+        QTemporaryDir folder;
+        const QString trace = folder.filePath(QStringLiteral("trace.sql"));
+        qputenv("DISTINTA_SQL_TRACE", QFile::encodeName(trace));
+        f.exec(QStringLiteral("ALTER TABLE CG16_ANAGGEN RENAME TO CG16_ALTROVE"));
+        f.host.log().setDefaultAnswer(fw::Answer::Ignore); // the reload that follows fails too
+        f.aggiungi({14});
+        qunsetenv("DISTINTA_SQL_TRACE");
+        QCOMPARE(f.righe(14), 0);
+        for (const QString &text : f.host.log().messageTexts())
+            QVERIFY2(!text.startsWith(QStringLiteral("Anagrafiche non importate")), qPrintable(text));
+        for (const auto &dialog : f.host.log().errorDialogs())
+            QVERIFY2(dialog.procedure != QLatin1String("InserisciNodo"), qPrintable(dialog.procedure));
+        QCOMPARE(f.host.statusBar().currentMessage(),
+                 QStringLiteral("Anagrafiche aggiunte alla distinta: 0; non importate: 1."));
+        QFile file(trace);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString written = QString::fromUtf8(file.readAll());
+        const qsizetype overlap = written.indexOf(QStringLiteral(" SELECT CG44_CLIFOR AS Anagrafica"));
+        QVERIFY(overlap >= 0);
+        QVERIFY(written.indexOf(QStringLiteral("GO\n-- errore: "), overlap) > overlap);
+    }
 };
 
 QTEST_MAIN(TestDistintaInserimento)
