@@ -116,7 +116,6 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeUpdate(bool &cancel)
     const QString gruppo = services ? services->userGroup() : QString();
 
     const bool written = step(QStringLiteral("FME_DISTINTE_BeforeUpdate"), [&] {
-        const QVariant idDivisione = divisione.isEmpty() ? QVariant() : DecodeCodiceDivisione(divisione);
         const QVariant idPriorita = priorita.isEmpty() ? QVariant() : Get_MG3G_ID_LP09(priorita);
         const QDateTime now = adesso();
         rows->setValue(QStringLiteral("GD01_DITTA_CG18"), companyCode());
@@ -128,7 +127,11 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeUpdate(bool &cancel)
         rows->setValue(QStringLiteral("GD01_DATAVAR"), now);
         rows->setValue(QStringLiteral("GD01_GRUPPOVAR"), gruppo);
         rows->setValue(QStringLiteral("GD01_UTENTEVAR"), utente);
-        rows->setValue(QStringLiteral("GD01_IDDIV_CO1A"), idDivisione);
+        // An empty division field leaves the stored division as it is: a type belongs to every
+        // division only as it was created, and the row read again after the save shows which.
+        if (!divisione.isEmpty())
+            rows->setValue(QStringLiteral("GD01_IDDIV_CO1A"), DecodeCodiceDivisione(divisione));
+        // The priority field is bound to its column: what it shows is what is stored.
         rows->setValue(QStringLiteral("GD01_ID_LP09"), idPriorita);
     });
     cancel = !written;

@@ -73,7 +73,7 @@ private slots:
         QCOMPARE(f.campo<fw::WorkflowStateControl>(QStringLiteral("TXT_GD01_STATO"))->guid(),
                  f.stored(QStringLiteral("GD01_GUID"), id));
 
-        // Another clerk changes it later: creation stays, the change stamp and the division move.
+        // Another clerk changes it later: creation stays, the change stamp moves.
         f.host.globals().setUser(QStringLiteral("altro"));
         f.host.globals().setUserGroup(QStringLiteral("VENDITE"));
         f.digita(f.testo(QStringLiteral("TXT_GD01_DESCR")), QStringLiteral("Servizi e manutenzioni"));
@@ -86,7 +86,9 @@ private slots:
         QCOMPARE(f.stored(QStringLiteral("GD01_UTENTEVAR"), id), QStringLiteral("altro"));
         QCOMPARE(f.stored(QStringLiteral("GD01_GRUPPOVAR"), id), QStringLiteral("VENDITE"));
         QVERIFY(f.stored(QStringLiteral("GD01_DATAVAR"), id) >= created);
-        QVERIFY(f.stored(QStringLiteral("GD01_IDDIV_CO1A"), id).isEmpty()); // cleared, as typed
+        // An emptied division field leaves the stored division, and the form shows it again.
+        QCOMPARE(f.stored(QStringLiteral("GD01_IDDIV_CO1A"), id).toLongLong(), f.bev);
+        QCOMPARE(f.testo(QStringLiteral("TXT_GD01_IDDIV_CO1A"))->text(), QStringLiteral("BEV"));
     }
 
     // Each bad input gets its message, the row stays in the form as typed and nothing is written.
