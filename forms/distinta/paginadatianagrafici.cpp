@@ -5,6 +5,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/parametrimodulo.h"
 #include "frame/formframe.h"
+#include "framework/emptyviewhint.h"
 #include "framework/globalservices.h"
 #include "framework/treelist/treelistcolumn.h"
 #include "framework/windowupdatelock.h"
@@ -36,7 +37,12 @@ PaginaDatiAnagrafici::PaginaDatiAnagrafici(FormFrame &form, Albero &albero, cons
     auto *layout = new QVBoxLayout(m_pagina);
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(GRD_DATIANAGRAFICI);
+    m_vuoto = std::make_unique<fw::EmptyViewHint>(GRD_DATIANAGRAFICI, [] {
+        return QStringLiteral("I dati anagrafici compaiono spostandosi su un nodo dell'albero.");
+    });
 }
+
+PaginaDatiAnagrafici::~PaginaDatiAnagrafici() = default;
 
 QString PaginaDatiAnagrafici::CaricaDatiAnagrafici(const db::FieldInfo &field, const QVariant &value)
 {

@@ -3,11 +3,16 @@
 #include "platform/db/field.h"
 
 #include <QVariant>
+#include <memory>
 #include <optional>
 
 class FormFrame;
 class QTableWidget;
 class QWidget;
+
+namespace fw {
+class EmptyViewHint;
+}
 
 namespace distinta {
 
@@ -22,6 +27,7 @@ class PaginaDatiAnagrafici
 {
 public:
     PaginaDatiAnagrafici(FormFrame &form, Albero &albero, const ParametriModulo &parametri);
+    ~PaginaDatiAnagrafici();
 
     QWidget *pagina() const { return m_pagina; }
     QTableWidget *griglia() const { return GRD_DATIANAGRAFICI; }
@@ -41,6 +47,7 @@ private:
     QWidget *m_pagina;
     QTableWidget *GRD_DATIANAGRAFICI;
     std::optional<qint64> m_ultimoSoggetto;
+    std::unique_ptr<fw::EmptyViewHint> m_vuoto;
 };
 
 } // namespace distinta

@@ -137,10 +137,13 @@ void PagineDettaglio::caricaPaginaDettaglio()
     }
 }
 
-// A page chosen is filled for the focused node; without a classification chosen there is none.
+// The campaigns and the conditions are filled for the focused node when their page is chosen;
+// the master-data sheet only on focus changes, so choosing its page reads nothing (the sheet
+// was emptied when the focus left its subject, and says how to fill it). Without a
+// classification chosen nothing happens.
 void PagineDettaglio::TAB_DETTAGLIOSOGGETTO_Click()
 {
-    if (!m_selettore.distintaScelta())
+    if (!m_selettore.distintaScelta() || TAB_DETTAGLIOSOGGETTO->currentIndex() == paginaAnagrafica)
         return;
     m_form.step(QStringLiteral("TAB_DETTAGLIOSOGGETTO_Click"), [this] {
         const db::RecordsetPtr nodi = m_albero.nodi();

@@ -167,6 +167,12 @@ public:
 
     fw::TreeList *albero() const { return control<fw::TreeList>(QStringLiteral("TVW_DISTINTA")); }
     QTreeWidget *selettore() const { return control<QTreeWidget>(QStringLiteral("TVW_SELDISTINTE")); }
+    // The line an empty view shows in its middle; empty while hidden.
+    static QString indicazione(QAbstractItemView *view)
+    {
+        auto *label = view->viewport()->findChild<QLabel *>();
+        return label && label->isVisibleTo(view->viewport()) ? label->text() : QString();
+    }
     QString titolo() const { return control<fw::ElidedLabel>(QStringLiteral("lblDescDistinta"))->fullText(); }
     QString didascaliaLivelli() const { return control<QPushButton>(QStringLiteral("CMD_ESPANDICOLLASSA"))->text(); }
 

@@ -436,6 +436,18 @@ private slots:
         f.attendi();
         QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(),
                  std::nullopt); // the sheet lost subject 11
+        // Its page chosen again reads nothing: the empty sheet says how to fill it.
+        f.pagine()->setCurrentIndex(0);
+        f.attendi();
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::nullopt);
+        QCOMPARE(f.indicazione(f.form->parti().dettagli.datiAnagrafici().griglia()),
+                 QStringLiteral("I dati anagrafici compaiono spostandosi su un nodo dell'albero."));
+        f.focalizza(11);
+        f.attendi();
+        QCOMPARE(f.form->parti().dettagli.datiAnagrafici().soggettoCaricato(), std::optional<qint64>(11));
+        f.pagine()->setCurrentIndex(2);
+        f.focalizza(12);
+        f.attendi();
 
         f.clicca(QStringLiteral("P0"));
         f.attendi();

@@ -69,11 +69,6 @@ class TestDistintaUsabilita : public QObject
             for (qsizetype n = 1; n <= text.size(); ++n)
                 filtro()->setText(text.left(n));
         }
-        QString indicazione(QAbstractItemView *view) const
-        {
-            auto *label = view->viewport()->findChild<QLabel *>();
-            return label && label->isVisibleTo(view->viewport()) ? label->text() : QString();
-        }
         qint64 a01 = 0, b01 = 0;
     };
 
