@@ -94,11 +94,13 @@ void ParametriModulo::nodoCambiato()
         m_parametriForm->mostraEreditaPromo();
 }
 
-// New parameters change the groups of the master-data sheet and the defaults of new nodes.
+// New parameters change the groups of the master-data sheet and the defaults of new nodes; with
+// no node shown there is nothing to show them on, and they are read at the next focus change.
 void ParametriModulo::formChiuso()
 {
     m_parametriForm.clear();
-    if (!m_editor.isLoaded() || m_editor.isFirstActivation())
+    const db::RecordsetPtr nodi = m_editor.nodi();
+    if (!m_editor.isLoaded() || m_editor.isFirstActivation() || !nodi || nodi->isEmpty())
         return;
     CaricaParametri();
     emit parametriChiusi();

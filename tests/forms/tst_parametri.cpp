@@ -98,6 +98,7 @@ private slots:
         QCOMPARE(f.campo(QStringLiteral("GD03_DATAINIZIOVAL")).left(10), QStringLiteral("2025-02-01"));
         QCOMPARE(f.campo(QStringLiteral("GD03_TIPOANAGFATT")), QStringLiteral("2"));
         QCOMPARE(f.campo(QStringLiteral("GD03_FLG_CLAS")), QStringLiteral("1"));
+        QCOMPARE(f.form->parametri().tipoCaricaFatt, short(0)); // read once the form has closed
 
         QVERIFY(p->unload());
         f.attendi();
@@ -109,6 +110,29 @@ private slots:
         QVERIFY(f.form->parametri().flgClassificazioni);
         QVERIFY(!f.form->parametri().flgCondVendita);
         QVERIFY(f.host.log().isQuiet());
+    }
+
+    // With no node shown the editor only opens and closes the form: what was saved is read at
+    // the next start or the next close over a tree with nodes.
+    void anEmptyTreeReadsNothingOnClose()
+    {
+        Parametri f;
+        f.apri();
+        f.clicca(QStringLiteral("P0"));
+        f.attendi();
+        FRMGD_PARAMETRI *p = f.parametri();
+        f.scegli(p, QStringLiteral("CMB_GD03_TIPOANAGFATT"), 2);
+        f.salva(p);
+        QCOMPARE(f.campo(QStringLiteral("GD03_TIPOANAGFATT")), QStringLiteral("2"));
+        QVERIFY(p->unload());
+        f.attendi();
+        QCOMPARE(f.form->parametri().tipoCaricaFatt, short(0));
+
+        f.clicca(QStringLiteral("C%1").arg(f.a01));
+        f.attendi();
+        QVERIFY(f.parametri()->unload());
+        f.attendi();
+        QCOMPARE(f.form->parametri().tipoCaricaFatt, short(2));
     }
 
     // Nothing is written without "Salva": a company without a row keeps having none after the
