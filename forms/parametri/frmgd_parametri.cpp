@@ -253,3 +253,8 @@ void FRMGD_PARAMETRI::formClosing()
 {
     GRIDNAV_PARAMETRI->detach();
 }
+
+void FRMGD_PARAMETRI::LAYSCRIPTMEDIA_OnAddStruttura(fw::LayoutStructureModel &model)
+{
+    model.addStructure(QStringLiteral("Applicazioni per articolo"));
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/formframe.h"
+#include "framework/layoutstructures.h"
 #include "platform/db/recordset.h"
 
 #include <QPointer>
@@ -20,9 +21,10 @@ class LookupEdit;
 // linked subject's dates and billing counterpart are chosen, the state a new link takes, and
 // which groups of subject data the editor shows. Opened by the tree editor, whose connection it
 // works on and whose focused node it can give a promotion-inheritance rule.
-class FRMGD_PARAMETRI : public FormFrame
+class FRMGD_PARAMETRI : public FormFrame, public fw::LayoutStructureSource
 {
     Q_OBJECT
+    Q_INTERFACES(fw::LayoutStructureSource)
 
 public:
     explicit FRMGD_PARAMETRI(FRMGD_DISTINTA *editor);
@@ -34,6 +36,7 @@ public:
     void CBO_EREPROMO_Click();
     // Shows the rule of the editor's focused node; disabled when there is none.
     void mostraEreditaPromo();
+    void LAYSCRIPTMEDIA_OnAddStruttura(fw::LayoutStructureModel &model) override;
 
 protected:
     void loadForm() override;

@@ -156,6 +156,16 @@ private slots:
         QCOMPARE(f.host.log().messageTexts().size(), 1); // the question whether to save
     }
 
+    // The host's layout script finds the form's one structure; the editor offers none.
+    void theLayoutScriptFindsTheFormsStructure()
+    {
+        Parametri f;
+        f.apri();
+        QCOMPARE(ScriptedNavigator::structuresOf(f.parametri()),
+                 QStringList {QStringLiteral("Applicazioni per articolo")});
+        QCOMPARE(ScriptedNavigator::structuresOf(f.form), QStringList());
+    }
+
     void everyAltLetterOnce()
     {
         Parametri f;

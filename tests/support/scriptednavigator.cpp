@@ -31,3 +31,15 @@ QObject *ScriptedNavigator::registerForm(QObject *layoutObject, const QString &f
     layouts << formIdentifier;
     return layoutObject; // the forms' layout object is the form itself
 }
+
+QStringList ScriptedNavigator::structuresOf(QObject *form)
+{
+    struct Collected : fw::LayoutStructureModel
+    {
+        void addStructure(const QString &name) override { names << name; }
+        QStringList names;
+    } collected;
+    if (auto *source = qobject_cast<fw::LayoutStructureSource *>(form))
+        source->LAYSCRIPTMEDIA_OnAddStruttura(collected);
+    return collected.names;
+}

@@ -2,6 +2,7 @@
 
 #include "framework/activenavigator.h"
 #include "framework/layoutobjectmodel.h"
+#include "framework/layoutstructures.h"
 #include "framework/scriptobjectmodel.h"
 
 #include <QList>
@@ -36,6 +37,10 @@ public:
     void raiseFormEvent(const QString &formIdentifier, const QString &text, int open) override;
     bool queryUnload(const QString &formIdentifier) override;
     QObject *registerForm(QObject *layoutObject, const QString &formIdentifier) override;
+
+    // --- layout script: the structures a form offers, as the host asks for them (none when the
+    // form offers none)
+    static QStringList structuresOf(QObject *form);
 
     // --- script
     void setScriptLayer(bool present) { m_scriptLayer = present; }
