@@ -1,21 +1,30 @@
 #include "framework/recordsetgrid.h"
 
+#include "framework/columnfit.h"
 #include "framework/recordsetgridbuttondelegate.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "framework/recordsetgridmodel.h"
-#include "framework/treelist/treelistcolumn.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QStyle>
 
 namespace fw {
 
 RecordsetGrid::RecordsetGrid(QWidget *parent)
     : QTableView(parent)
     , m_model(new RecordsetGridModel(this))
+    , m_widths(new ColumnFit(this, horizontalHeader(),
+                             {.designTwips = [this](int column) { return m_designTwips.value(column, 1200); },
+                              .minimumWidth = [this](int column) { return minimumColumnWidth(column); },
+                              .setDesignTwips =
+                                  [this](int column, int twips) {
+                                      if (column < m_designTwips.size())
+                                          m_designTwips[column] = twips;
+                                  }}))
 {
     setModel(m_model);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -30,7 +39,7 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int section) { emit headerClicked(m_model->column(section).key); });
     followSelection();
-    connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyWidths);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyColumns);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         if (index.isValid() && !(model()->flags(index) & Qt::ItemIsEditable))
             emit rowChosen(recordsetRow(index));
@@ -56,6 +65,8 @@ RecordsetGridFilterModel *RecordsetGrid::enableRowFilter(const QStringList &filt
             if (const db::RecordsetPtr &recordset = m_model->recordset())
                 onRecordsetRowChanged(recordset->currentRow());
         });
+        // The header follows the filter's resets, after the grid model's.
+        connect(m_filter, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyColumns);
         connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &RecordsetGrid::sortByHeading);
     }
     m_filter->setFilterKeys(filterKeys);
@@ -110,6 +121,7 @@ RecordsetGrid::~RecordsetGrid()
 
 void RecordsetGrid::setColumns(const QList<RecordsetGridColumn> &columns)
 {
+    m_designTwips.clear();
     for (int i = 0; i < m_model->columnCount(); ++i)
         setItemDelegateForColumn(i, nullptr);
     m_model->setColumns(columns);
@@ -146,13 +158,28 @@ int RecordsetGrid::columnOf(const QString &key) const
     return m_model->columnOf(key);
 }
 
-void RecordsetGrid::applyWidths()
+void RecordsetGrid::setFillWidth(bool fill)
 {
-    const int dpi = logicalDpiX();
-    for (int i = 0; i < m_model->columnCount(); ++i) {
-        setColumnWidth(i, twipsToPixels(m_model->column(i).width, dpi));
-        setColumnHidden(i, !m_model->column(i).visible);
+    m_widths->setFillWidth(fill);
+}
+
+int RecordsetGrid::minimumColumnWidth(int column) const
+{
+    return fw::minimumColumnWidth(m_model->column(column), fontMetrics(), horizontalHeader()->fontMetrics(),
+                                  style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this));
+}
+
+// A new set of columns (or, without declared columns, of fields) starts from the declared widths.
+void RecordsetGrid::applyColumns()
+{
+    if (m_designTwips.size() != m_model->columnCount()) {
+        m_designTwips.clear();
+        for (int i = 0; i < m_model->columnCount(); ++i)
+            m_designTwips.append(m_model->column(i).width);
     }
+    for (int i = 0; i < m_model->columnCount(); ++i)
+        m_widths->setColumnHidden(i, !m_model->column(i).visible);
+    m_widths->apply();
 }
 
 void RecordsetGrid::onCurrentRowChanged(const QModelIndex &current)

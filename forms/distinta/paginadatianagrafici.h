@@ -9,6 +9,10 @@ class FormFrame;
 class QTableWidget;
 class QWidget;
 
+namespace fw {
+class ColumnFit;
+}
+
 namespace distinta {
 
 class Albero;
@@ -40,6 +44,7 @@ private:
     const ParametriModulo &m_parametri;
     QWidget *m_pagina;
     QTableWidget *GRD_DATIANAGRAFICI;
+    fw::ColumnFit *m_larghezze;
     std::optional<qint64> m_ultimoSoggetto;
 };
 
