@@ -4,15 +4,21 @@
 #include "framework/recordsetgridbuttondelegate.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "framework/recordsetgridmodel.h"
+#include "framework/waitcursor.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QStyle>
+#include <optional>
 
 namespace fw {
+
+namespace {
+
+constexpr int ManyRowsToOrder = 100000;
+
+} // namespace
 
 RecordsetGrid::RecordsetGrid(QWidget *parent)
     : QTableView(parent)
@@ -40,6 +46,8 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
             [this](int section) { emit headerClicked(m_model->column(section).key); });
     followSelection();
     connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyColumns);
+    // Behind a row filter the header takes new columns after the grid model's reset, not at it.
+    connect(horizontalHeader(), &QHeaderView::sectionCountChanged, this, &RecordsetGrid::applyColumns);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         if (index.isValid() && !(model()->flags(index) & Qt::ItemIsEditable))
             emit rowChosen(recordsetRow(index));
@@ -65,8 +73,6 @@ RecordsetGridFilterModel *RecordsetGrid::enableRowFilter(const QStringList &filt
             if (const db::RecordsetPtr &recordset = m_model->recordset())
                 onRecordsetRowChanged(recordset->currentRow());
         });
-        // The header follows the filter's resets, after the grid model's.
-        connect(m_filter, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyColumns);
         connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &RecordsetGrid::sortByHeading);
     }
     m_filter->setFilterKeys(filterKeys);
@@ -85,9 +91,10 @@ void RecordsetGrid::sortByHeading(int section)
         : Qt::AscendingOrder;
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(section, order);
-    // Ordering a million rows takes a second or two: the pointer says so meanwhile.
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+    // Ordering hundreds of thousands of rows takes a moment: the pointer says so meanwhile.
+    std::optional<WaitCursor> wait;
+    if (m_model->rowCount() >= ManyRowsToOrder)
+        wait.emplace(this);
     m_filter->sort(section, order);
 }
 
