@@ -227,10 +227,21 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
                      QStringLiteral("%1 rows shown of %2").arg(grid->model()->rowCount()).arg(rows.recordCount()));
     filter->setFilterText(QString());
     const int nameColumn = grid->columnOf(QStringLiteral("Ragione sociale"));
-    int order = 0;
+    // The first click on a list just read (its values are read for the order then), and the
+    // click after it, which orders the same values the other way.
+    const db::RecordsetPtr list = grid->recordset();
     const bench::Timing sorting = bench::measure(
-        runs, [&] { filter->sort(nameColumn, order++ % 2 ? Qt::DescendingOrder : Qt::AscendingOrder); });
+        runs,
+        [&] {
+            filter->sort(-1);
+            grid->setRecordset(list);
+        },
+        [&] { filter->sort(nameColumn, Qt::AscendingOrder); });
     bench::addTiming(table, QStringLiteral("order by a heading (Ragione sociale)"), sorting, pass.bestMs);
+    int order = 0;
+    const bench::Timing reversing = bench::measure(
+        runs, [&] { filter->sort(nameColumn, order++ % 2 ? Qt::AscendingOrder : Qt::DescendingOrder); });
+    bench::addTiming(table, QStringLiteral("the same heading again (the other way)"), reversing, pass.bestMs);
     filter->sort(-1);
     (void)sink;
 }

@@ -1,7 +1,7 @@
 #include "framework/lookupedit.h"
 
 #include "framework/lookuppopup.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "framework/columnsizing.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,21 +1,36 @@
 #include "framework/recordsetgrid.h"
 
+#include "framework/columnfit.h"
 #include "framework/recordsetgridbuttondelegate.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "framework/recordsetgridmodel.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "framework/waitcursor.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QStyle>
+#include <optional>
 
 namespace fw {
+
+namespace {
+
+constexpr int ManyRowsToOrder = 100000;
+
+} // namespace
 
 RecordsetGrid::RecordsetGrid(QWidget *parent)
     : QTableView(parent)
     , m_model(new RecordsetGridModel(this))
+    , m_widths(new ColumnFit(this, horizontalHeader(),
+                             {.designTwips = [this](int column) { return m_designTwips.value(column, 1200); },
+                              .minimumWidth = [this](int column) { return minimumColumnWidth(column); },
+                              .setDesignTwips =
+                                  [this](int column, int twips) {
+                                      if (column < m_designTwips.size())
+                                          m_designTwips[column] = twips;
+                                  }}))
 {
     setModel(m_model);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -30,7 +45,9 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int section) { emit headerClicked(m_model->column(section).key); });
     followSelection();
-    connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyWidths);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGrid::applyColumns);
+    // Behind a row filter the header takes new columns after the grid model's reset, not at it.
+    connect(horizontalHeader(), &QHeaderView::sectionCountChanged, this, &RecordsetGrid::applyColumns);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         if (index.isValid() && !(model()->flags(index) & Qt::ItemIsEditable))
             emit rowChosen(recordsetRow(index));
@@ -74,9 +91,10 @@ void RecordsetGrid::sortByHeading(int section)
         : Qt::AscendingOrder;
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(section, order);
-    // Ordering a million rows takes a second or two: the pointer says so meanwhile.
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+    // Ordering hundreds of thousands of rows takes a moment: the pointer says so meanwhile.
+    std::optional<WaitCursor> wait;
+    if (m_model->rowCount() >= ManyRowsToOrder)
+        wait.emplace(this);
     m_filter->sort(section, order);
 }
 
@@ -110,6 +128,7 @@ RecordsetGrid::~RecordsetGrid()
 
 void RecordsetGrid::setColumns(const QList<RecordsetGridColumn> &columns)
 {
+    m_designTwips.clear();
     for (int i = 0; i < m_model->columnCount(); ++i)
         setItemDelegateForColumn(i, nullptr);
     m_model->setColumns(columns);
@@ -146,13 +165,28 @@ int RecordsetGrid::columnOf(const QString &key) const
     return m_model->columnOf(key);
 }
 
-void RecordsetGrid::applyWidths()
+void RecordsetGrid::setFillWidth(bool fill)
 {
-    const int dpi = logicalDpiX();
-    for (int i = 0; i < m_model->columnCount(); ++i) {
-        setColumnWidth(i, twipsToPixels(m_model->column(i).width, dpi));
-        setColumnHidden(i, !m_model->column(i).visible);
+    m_widths->setFillWidth(fill);
+}
+
+int RecordsetGrid::minimumColumnWidth(int column) const
+{
+    return fw::minimumColumnWidth(m_model->column(column), fontMetrics(), horizontalHeader()->fontMetrics(),
+                                  style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this));
+}
+
+// A new set of columns (or, without declared columns, of fields) starts from the declared widths.
+void RecordsetGrid::applyColumns()
+{
+    if (m_designTwips.size() != m_model->columnCount()) {
+        m_designTwips.clear();
+        for (int i = 0; i < m_model->columnCount(); ++i)
+            m_designTwips.append(m_model->column(i).width);
     }
+    for (int i = 0; i < m_model->columnCount(); ++i)
+        m_widths->setColumnHidden(i, !m_model->column(i).visible);
+    m_widths->apply();
 }
 
 void RecordsetGrid::onCurrentRowChanged(const QModelIndex &current)

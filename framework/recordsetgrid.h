@@ -8,6 +8,7 @@
 
 namespace fw {
 
+class ColumnFit;
 class RecordsetGridFilterModel;
 class RecordsetGridModel;
 
@@ -29,6 +30,11 @@ public:
     db::RecordsetPtr recordset() const;
 
     int columnOf(const QString &key) const; // -1 when not shown
+
+    // Fill width: the visible columns share the grid's width in proportion to their widths. No
+    // column is narrower than its heading and a whole value of its kind, with or without.
+    void setFillWidth(bool fill);
+    int minimumColumnWidth(int column) const;
     RecordsetGridModel *gridModel() const { return m_model; }
 
     // Rows narrowed by a text over the columns filterKeys and ordered by a click on a heading
@@ -55,13 +61,15 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void applyWidths();
+    void applyColumns();
     void followSelection();
     void sortByHeading(int section);
     void onCurrentRowChanged(const QModelIndex &current);
     void onRecordsetRowChanged(int row);
 
     RecordsetGridModel *m_model;
+    ColumnFit *m_widths;
+    QList<int> m_designTwips; // by column: the declared widths, then the user's
     RecordsetGridFilterModel *m_filter = nullptr;
     QStringList m_unsortedKeys;
     QMetaObject::Connection m_selectionConnection;

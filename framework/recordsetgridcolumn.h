@@ -5,6 +5,8 @@
 #include <QVariant>
 #include <functional>
 
+class QFontMetrics;
+
 namespace fw {
 
 // One column of a RecordsetGrid: the field it shows, or for a button column the key that a
@@ -20,8 +22,9 @@ struct RecordsetGridColumn
     };
 
     QString key;
-    QString caption;  // empty: the key
-    int width = 1200; // twips
+    QString caption;     // empty: the key
+    int width = 1200;    // twips; proportions of the width when the grid fills its width
+    QString widthSample; // a whole value of the column (a code, a date): it stays readable
     Kind kind = Kind::Text;
     bool readOnly = true;
     QColor background; // invalid: the grid's own
@@ -33,5 +36,11 @@ struct RecordsetGridColumn
 
     QString heading() const { return caption.isEmpty() ? key : caption; }
 };
+
+// The narrowest the column may be: its heading, and a whole value of its kind (the check box,
+// the mark, the width sample), measured with the fonts given; extraIndent: what the view draws
+// before the column's text.
+int minimumColumnWidth(const RecordsetGridColumn &column, const QFontMetrics &cells, const QFontMetrics &header,
+                       int checkBoxWidth, int extraIndent = 0);
 
 } // namespace fw

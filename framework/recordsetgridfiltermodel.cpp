@@ -2,52 +2,63 @@
 
 #include "framework/recordsetgridmodel.h"
 
+#include <QHash>
+
 #include <algorithm>
+#include <cstring>
+#include <numeric>
 
 namespace fw {
 
 namespace {
 
-// One value as the ordering compares it.
-struct SortKey
+// Equal numbers give equal bits, and the bits keep the numbers' order.
+quint64 orderedBits(double number)
 {
-    enum Kind : unsigned char { Empty, Number, Text } kind = Empty;
-    double number = 0;
-    QString text;
-};
+    if (number == 0)
+        number = 0; // -0 equals +0
+    quint64 bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    constexpr quint64 sign = quint64(1) << 63;
+    return (bits & sign) ? ~bits : bits | sign;
+}
 
-SortKey sortKeyOf(const QVariant &value)
+// The first four units of a text in one word, in the order of a comparison unit by unit: units
+// past the end count as 0, so a text that ends first is smaller, and a tie with a text that goes
+// on with a 0 unit is left to the whole comparison.
+quint64 firstUnits(const QString &text)
 {
-    SortKey key;
-    if (value.isNull() || !value.isValid())
-        return key;
+    quint64 head = 0;
+    for (qsizetype i = 0; i < 4; ++i)
+        head = head << 16 | (i < text.size() ? text.at(i).unicode() : 0u);
+    return head;
+}
+
+bool isNumber(const QVariant &value)
+{
     switch (value.typeId()) {
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
     case QMetaType::Double:
-    case QMetaType::Bool:
-        key.kind = SortKey::Number;
-        key.number = value.toDouble();
-        return key;
-    default:
-        // Folded once here, so that each of the many comparisons is a plain one.
-        key.text = value.toString().toCaseFolded();
-        key.kind = key.text.isEmpty() ? SortKey::Empty : SortKey::Text;
-        return key;
+    case QMetaType::Bool: return true;
+    default: return false;
     }
 }
 
-int compareKeys(const SortKey &a, const SortKey &b)
+// Case-folded as QString::toCaseFolded() folds, and as fast as a copy for plain ASCII (most
+// names and cities), which needs no Unicode table.
+QString folded(QString text)
 {
-    if (a.kind != b.kind)
-        return a.kind < b.kind ? -1 : 1;
-    if (a.kind == SortKey::Number)
-        return a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
-    if (a.kind == SortKey::Text)
-        return a.text.compare(b.text);
-    return 0;
+    char16_t *units = reinterpret_cast<char16_t *>(text.data());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (units[i] >= 0x80)
+            return std::move(text).toCaseFolded();
+        if (units[i] >= u'A' && units[i] <= u'Z')
+            units[i] = char16_t(units[i] + (u'a' - u'A'));
+    }
+    return text;
 }
 
 } // namespace
@@ -72,6 +83,7 @@ void RecordsetGridFilterModel::setSourceModel(QAbstractItemModel *source)
     const auto begin = [this] { beginResetModel(); };
     const auto end = [this] {
         forgetTexts();
+        forgetRanks();
         applyOrderAndFilter();
         endResetModel();
     };
@@ -166,34 +178,24 @@ QString RecordsetGridFilterModel::textOf(int sourceRow) const
             text += u'\n';
         text += recordset.valueAt(sourceRow, field).toString();
     }
-    return text.toCaseFolded();
+    return folded(std::move(text));
 }
 
 void RecordsetGridFilterModel::applyOrderAndFilter()
 {
     const int rows = sourceModel() ? sourceModel()->rowCount() : 0;
     m_order.resize(size_t(rows));
-    for (int row = 0; row < rows; ++row)
-        m_order[size_t(row)] = row;
+    std::iota(m_order.begin(), m_order.end(), 0);
 
     const int field = m_grid && m_grid->recordset() && m_sortColumn >= 0 && m_sortColumn < m_grid->columnCount()
         ? m_grid->recordset()->fieldIndex(m_grid->column(m_sortColumn).key)
         : -1;
-    if (field >= 0) {
-        const db::Recordset &recordset = *m_grid->recordset();
-        std::vector<SortKey> keys(static_cast<size_t>(rows));
-        for (int row = 0; row < rows; ++row)
-            keys[size_t(row)] = sortKeyOf(recordset.valueAt(row, field));
-        const bool descending = m_sortOrder == Qt::DescendingOrder;
-        std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
-            const int c = compareKeys(keys[size_t(a)], keys[size_t(b)]);
-            return descending ? c > 0 : c < 0;
-        });
-    }
+    if (field >= 0)
+        order(field);
 
     m_rows.clear();
     m_rowOfSource.assign(size_t(rows), -1);
-    const QString needle = m_filterText.toCaseFolded();
+    const QString needle = folded(m_filterText);
     if (!needle.isEmpty() && !m_textsValid)
         collectTexts();
     m_rows.reserve(size_t(rows));
@@ -205,6 +207,99 @@ void RecordsetGridFilterModel::applyOrderAndFilter()
     }
 }
 
+// Each ordering is one pass over the rows by the rank of their values, which keeps the
+// recordset's order among equal values whichever the direction; the ranks of a column are
+// worked out once per list, so that ordering the other way or again reads no value.
+void RecordsetGridFilterModel::order(int field)
+{
+    if (m_rankField != field)
+        rankValues(field);
+    const bool descending = m_sortOrder == Qt::DescendingOrder;
+    const auto place = [&](int rank) { return size_t(descending ? m_rankCount - 1 - rank : rank); };
+    std::vector<int> next(size_t(m_rankCount) + 1, 0);
+    for (int rank : m_ranks)
+        ++next[place(rank) + 1];
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    for (int row = 0; row < int(m_ranks.size()); ++row)
+        m_order[size_t(next[place(m_ranks[size_t(row)])]++)] = row;
+}
+
+// Empty values first, then numbers, then texts without regard to case (folded, then compared
+// unit by unit); each distinct value is compared with the others once, however many rows hold it.
+void RecordsetGridFilterModel::rankValues(int field)
+{
+    const db::Recordset &recordset = *m_grid->recordset();
+    const int rows = int(m_order.size());
+    m_rankField = field;
+    m_ranks.assign(size_t(rows), 0);
+
+    bool anyEmpty = false;
+    std::vector<std::pair<quint64, int>> numbers; // bits, row
+    QHash<QString, int> textIds;
+    std::vector<QString> texts;                   // by id
+    std::vector<int> textOfRow(size_t(rows), -1); // id
+    for (int row = 0; row < rows; ++row) {
+        QVariant value = recordset.valueAt(row, field);
+        if (value.isNull() || !value.isValid()) {
+            anyEmpty = true;
+        } else if (isNumber(value)) {
+            numbers.emplace_back(orderedBits(value.toDouble()), row);
+        } else {
+            QString text = value.toString();
+            value.clear(); // the text is no longer shared: it is folded where it is
+            text = folded(std::move(text));
+            if (text.isEmpty()) {
+                anyEmpty = true;
+                continue;
+            }
+            const auto found = textIds.constFind(text);
+            if (found != textIds.constEnd()) {
+                textOfRow[size_t(row)] = found.value();
+                continue;
+            }
+            textOfRow[size_t(row)] = int(texts.size());
+            textIds.insert(text, int(texts.size()));
+            texts.push_back(std::move(text));
+        }
+    }
+
+    int rank = anyEmpty ? 1 : 0; // the empty values' rank is 0
+    std::sort(numbers.begin(), numbers.end());
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        if (i > 0 && numbers[i].first != numbers[i - 1].first)
+            ++rank;
+        m_ranks[size_t(numbers[i].second)] = rank;
+    }
+    if (!numbers.empty())
+        ++rank;
+    std::vector<int> byText(texts.size());
+    std::iota(byText.begin(), byText.end(), 0);
+    // Most comparisons are settled by the first units, kept side by side.
+    std::vector<quint64> heads(texts.size());
+    for (size_t i = 0; i < texts.size(); ++i)
+        heads[i] = firstUnits(texts[i]);
+    std::sort(byText.begin(), byText.end(), [&](int a, int b) {
+        if (heads[size_t(a)] != heads[size_t(b)])
+            return heads[size_t(a)] < heads[size_t(b)];
+        return texts[size_t(a)].compare(texts[size_t(b)]) < 0;
+    });
+    std::vector<int> rankOfText(texts.size());
+    for (size_t i = 0; i < byText.size(); ++i)
+        rankOfText[size_t(byText[i])] = rank + int(i);
+    for (int row = 0; row < rows; ++row) {
+        if (textOfRow[size_t(row)] >= 0)
+            m_ranks[size_t(row)] = rankOfText[size_t(textOfRow[size_t(row)])];
+    }
+    m_rankCount = rank + int(texts.size());
+}
+
+void RecordsetGridFilterModel::forgetRanks()
+{
+    m_rankField = -1;
+    m_ranks = {};
+    m_rankCount = 0;
+}
+
 // A change of values (a tick) reaches the rows shown; the filter is not applied again, so that
 // a row does not vanish under the user's hands.
 void RecordsetGridFilterModel::onSourceDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight)
@@ -214,6 +309,8 @@ void RecordsetGridFilterModel::onSourceDataChanged(const QModelIndex &topLeft, c
     for (int source = topLeft.row(); source <= bottomRight.row(); ++source) {
         if (m_textsValid && source < int(m_texts.size()))
             m_texts[size_t(source)] = textOf(source);
+        if (m_rankField >= 0)
+            forgetRanks(); // a value may have changed
         const int row = rowOf(source);
         if (row >= 0)
             emit dataChanged(index(row, topLeft.column()), index(row, bottomRight.column()));

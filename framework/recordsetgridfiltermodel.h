@@ -48,6 +48,9 @@ private:
     void collectTexts();
     QString textOf(int sourceRow) const;
     void onSourceDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
+    void order(int field);
+    void rankValues(int field);
+    void forgetRanks();
 
     RecordsetGridModel *m_grid = nullptr;
     QStringList m_filterKeys;
@@ -58,6 +61,9 @@ private:
     bool m_textsValid = false;
     QList<int> m_textFields;        // recordset fields of the filter columns
     std::vector<int> m_order;       // source rows in the chosen order
+    int m_rankField = -1;           // the recordset field m_ranks were worked out for
+    std::vector<int> m_ranks;       // per source row: the place of its value among the field's values
+    int m_rankCount = 0;            // distinct values
     std::vector<int> m_rows;        // shown rows: source row of each
     std::vector<int> m_rowOfSource; // source row -> shown row, -1 when hidden
 };

@@ -1,16 +1,29 @@
 #include "framework/recordsetgroupgrid.h"
 
+#include "framework/columnfit.h"
+#include "framework/columnsizing.h"
 #include "framework/recordsetgroupmodel.h"
-#include "framework/treelist/treelistcolumn.h"
 
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace fw {
 
 RecordsetGroupGrid::RecordsetGroupGrid(QWidget *parent)
     : QTreeView(parent)
     , m_model(new RecordsetGroupModel(this))
+    , m_widths(new ColumnFit(this, header(),
+                             {.designTwips = [this](int column) { return m_designTwips.value(column, 1200); },
+                              .minimumWidth = [this](int column) { return minimumColumnWidth(column); },
+                              .setDesignTwips =
+                                  [this](int column, int twips) {
+                                      if (column < m_designTwips.size())
+                                          m_designTwips[column] = twips;
+                                  }}))
 {
     setModel(m_model);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -20,7 +33,6 @@ RecordsetGroupGrid::RecordsetGroupGrid(QWidget *parent)
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setSortingEnabled(false);
-    header()->setStretchLastSection(false);
     connect(m_model, &QAbstractItemModel::modelReset, this, &RecordsetGroupGrid::applyColumns);
     connect(this, &QAbstractItemView::doubleClicked, this, &RecordsetGroupGrid::choose);
 }
@@ -29,7 +41,30 @@ RecordsetGroupGrid::~RecordsetGroupGrid() = default;
 
 void RecordsetGroupGrid::setColumns(const QList<RecordsetGridColumn> &columns)
 {
+    m_designTwips.clear();
+    for (const RecordsetGridColumn &column : columns)
+        m_designTwips.append(column.width);
     m_model->setColumns(columns);
+}
+
+void RecordsetGroupGrid::setFillWidth(bool fill)
+{
+    m_widths->setFillWidth(fill);
+}
+
+int RecordsetGroupGrid::minimumColumnWidth(int column) const
+{
+    if (column < 0 || column >= m_model->columnCount())
+        return 0;
+    const RecordsetGridColumn &declared = m_model->columns().at(column);
+    // The tree's lines and the group headings are drawn in the column the tree is drawn in.
+    const int treeColumn = treePosition() < 0 ? header()->logicalIndex(0) : treePosition();
+    const int indent = column == treeColumn ? indentation() : 0;
+    int minimum = fw::minimumColumnWidth(declared, fontMetrics(), header()->fontMetrics(),
+                                         style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this), indent);
+    if (declared.key.compare(m_model->groupField(), Qt::CaseInsensitive) == 0)
+        minimum = std::max(minimum, m_widestGroup + CellTextPadding + indent);
+    return minimum;
 }
 
 void RecordsetGroupGrid::setGroupField(const QString &field)
@@ -54,12 +89,16 @@ int RecordsetGroupGrid::currentRecordsetRow() const
 
 void RecordsetGroupGrid::applyColumns()
 {
-    const int dpi = logicalDpiX();
-    for (int i = 0; i < m_model->columnCount(); ++i) {
-        const RecordsetGridColumn &column = m_model->columns().at(i);
-        setColumnHidden(i, !column.visible);
-        setColumnWidth(i, twipsToPixels(column.width, dpi));
-    }
+    // Headings are drawn bold.
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics headings(bold);
+    m_widestGroup = 0;
+    for (int group = 0; group < m_model->groupCount(); ++group)
+        m_widestGroup = std::max(m_widestGroup, headings.horizontalAdvance(m_model->groupText(group)));
+    for (int i = 0; i < m_model->columnCount(); ++i)
+        m_widths->setColumnHidden(i, !m_model->columns().at(i).visible);
+    m_widths->apply();
     expandAll();
     if (m_model->rowCount() > 0)
         setCurrentIndex(m_model->index(0, 0));

@@ -7,6 +7,7 @@
 
 namespace fw {
 
+class ColumnFit;
 class RecordsetGroupModel;
 
 // The suite's grid wrapper with grouping: a recordset's rows under one heading per value of the
@@ -27,6 +28,12 @@ public:
     db::RecordsetPtr recordset() const;
     RecordsetGroupModel *groupModel() const { return m_model; }
 
+    // Fill width: the visible columns share the grid's width in proportion to their widths. No
+    // column is narrower than its heading and a whole value of its kind (the grouping column:
+    // the widest of its groups), with or without.
+    void setFillWidth(bool fill);
+    int minimumColumnWidth(int column) const;
+
     // The recordset row of the current line (a heading gives its group's first row); -1 for none.
     int currentRecordsetRow() const;
 
@@ -41,6 +48,9 @@ private:
     void choose(const QModelIndex &index);
 
     RecordsetGroupModel *m_model;
+    ColumnFit *m_widths;
+    QList<int> m_designTwips; // by column: the declared widths, then the user's
+    int m_widestGroup = 0;    // pixels, of the groups shown
 };
 
 } // namespace fw

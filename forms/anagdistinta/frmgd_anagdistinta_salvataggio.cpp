@@ -9,9 +9,9 @@
 #include "framework/messagestyle.h"
 #include "framework/recordframe.h"
 #include "framework/reportengine.h"
+#include "framework/waitcursor.h"
 #include "framework/workflowstatecontrol.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDateTime>
 #include <QLineEdit>
@@ -234,17 +234,18 @@ void FRMGD_ANAGDISTINTA::cmdAssegnaStato_Click()
               })
         || !nodes) // ignored: there is nothing to assign the state to
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const int guidField = nodes->fieldIndex(QStringLiteral("gd02_guid"));
     int assigned = 0;
-    for (int row = 0; row < nodes->recordCount(); ++row) {
-        const QString nodeGuid = MODGD_DISTINTA::NvlStringa(nodes->valueAt(row, guidField));
-        if (nodeGuid.isEmpty())
-            continue;
-        if (!step(procedure, [&] { TXT_GD01_STATO->DuplicaStato(guid, nodeGuid); }))
-            break;
-        ++assigned;
+    {
+        fw::WaitCursor wait(this);
+        const int guidField = nodes->fieldIndex(QStringLiteral("gd02_guid"));
+        for (int row = 0; row < nodes->recordCount(); ++row) {
+            const QString nodeGuid = MODGD_DISTINTA::NvlStringa(nodes->valueAt(row, guidField));
+            if (nodeGuid.isEmpty())
+                continue;
+            if (!step(procedure, [&] { TXT_GD01_STATO->DuplicaStato(guid, nodeGuid); }))
+                break;
+            ++assigned;
+        }
     }
-    QApplication::restoreOverrideCursor();
     notifica(QStringLiteral("Stato %1 assegnato a %2 nodi.").arg(TXT_GD01_STATO->stateDescription()).arg(assigned));
 }

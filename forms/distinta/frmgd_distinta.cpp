@@ -12,33 +12,13 @@
 #include "framework/recordsetgrid.h"
 #include "framework/themeservice.h"
 #include "framework/treelist/treelist.h"
+#include "framework/waitcursor.h"
 #include "platform/db/readsnapshot.h"
 
 #include <QHeaderView>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
-
-namespace {
-
-// Restores the pointer however the choice ends.
-class WaitCursor
-{
-public:
-    explicit WaitCursor(QWidget *widget)
-        : m_widget(widget)
-    {
-        m_widget->setCursor(Qt::WaitCursor);
-    }
-    ~WaitCursor() { m_widget->unsetCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-
-private:
-    QWidget *m_widget;
-};
-
-} // namespace
 
 FRMGD_DISTINTA::FRMGD_DISTINTA(QWidget *parent)
     : FormFrame(parent)
@@ -163,7 +143,7 @@ void FRMGD_DISTINTA::TVW_SELDISTINTE_Click()
     distinta::Parti &p = *m_parti;
     if (p.selettore.contaNodi() < 3)
         return;
-    WaitCursor wait(this);
+    fw::WaitCursor wait(this);
 
     const QString key = p.selettore.chiaveSelezionata();
     if (key == QLatin1String("P0") || key.startsWith(QLatin1Char('C')))

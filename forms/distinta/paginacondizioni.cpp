@@ -6,6 +6,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/controllilegami.h"
 #include "frame/formframe.h"
+#include "framework/columnsizing.h"
 #include "framework/modulemanager.h"
 #include "framework/recordsetgroupgrid.h"
 
@@ -49,24 +50,48 @@ QWidget *PaginaCondizioni::griglia() const
 void PaginaCondizioni::ConfiguraGRD_PREMI()
 {
     m_form.step(QStringLiteral("ConfiguraGRD_PREMI:"), [this] {
+        GRD_PREMI->setFillWidth(true);
         GRD_PREMI->setColumns({
             {.key = QStringLiteral("IDProg"), .visible = false},
             {.key = QStringLiteral("TipoCondizione"), .caption = QStringLiteral("Condizione"), .width = 1000},
-            {.key = QStringLiteral("ContrattoCod"), .caption = QStringLiteral("Contratto"), .width = 800},
-            {.key = QStringLiteral("ContrattoDes"), .caption = QStringLiteral("Descrizione"), .width = 2000},
-            {.key = QStringLiteral("ContrattoVer"), .caption = QStringLiteral("Versione"), .width = 800},
-            {.key = QStringLiteral("TipoPremioAtt"), .caption = QStringLiteral("Premio"), .width = 800},
-            {.key = QStringLiteral("CondizioneDes"), .caption = QStringLiteral("Descr. premio"), .width = 2000},
+            {.key = QStringLiteral("ContrattoCod"),
+             .caption = QStringLiteral("Contratto"),
+             .width = 800,
+             .widthSample = QStringLiteral("CT99-999")},
+            {.key = QStringLiteral("ContrattoDes"),
+             .caption = QStringLiteral("Descrizione"),
+             .width = 2000,
+             .widthSample = QStringLiteral("Accordo commerciale")},
+            {.key = QStringLiteral("ContrattoVer"),
+             .caption = QStringLiteral("Versione"),
+             .width = 800,
+             .widthSample = QStringLiteral("99")},
+            {.key = QStringLiteral("TipoPremioAtt"),
+             .caption = QStringLiteral("Premio"),
+             .width = 800,
+             .widthSample = QStringLiteral("QT")},
+            {.key = QStringLiteral("CondizioneDes"),
+             .caption = QStringLiteral("Descr. premio"),
+             .width = 2000,
+             .widthSample = QStringLiteral("Premio quantitativo")},
             {.key = QStringLiteral("CondizioneIni"),
              .caption = QStringLiteral("Data inizio"),
              .width = 1000,
+             .widthSample = fw::wholeDateSample(),
              .displayText = testoData},
             {.key = QStringLiteral("CondizioneFin"),
              .caption = QStringLiteral("Data fine"),
              .width = 1000,
+             .widthSample = fw::wholeDateSample(),
              .displayText = testoData},
-            {.key = QStringLiteral("CondizioneCodIntest"), .caption = QStringLiteral("Intestatario"), .width = 800},
-            {.key = QStringLiteral("CondizioneRagIntest"), .caption = QStringLiteral("Rag. Sociale"), .width = 2000},
+            {.key = QStringLiteral("CondizioneCodIntest"),
+             .caption = QStringLiteral("Intestatario"),
+             .width = 800,
+             .widthSample = QStringLiteral("9999999")},
+            {.key = QStringLiteral("CondizioneRagIntest"),
+             .caption = QStringLiteral("Rag. Sociale"),
+             .width = 2000,
+             .widthSample = QStringLiteral("Commerciale Rossi Srl")},
         });
         GRD_PREMI->setGroupField(QStringLiteral("TipoCondizione"));
     });

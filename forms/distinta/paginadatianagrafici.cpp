@@ -7,7 +7,8 @@
 #include "frame/formframe.h"
 #include "framework/emptyviewhint.h"
 #include "framework/globalservices.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "framework/columnfit.h"
+#include "framework/columnsizing.h"
 #include "framework/windowupdatelock.h"
 
 #include <QHeaderView>
@@ -15,12 +16,25 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace distinta {
 
 namespace {
 
 constexpr int larghezzaNome = 2000; // twips
 constexpr int larghezzaValore = 9000;
+
+// Names and values whole: the widest of the lines shown.
+int testoPiuLargo(const QTableWidget *griglia, int colonna)
+{
+    int largo = 0;
+    for (int row = 0; row < griglia->rowCount(); ++row) {
+        if (const QTableWidgetItem *item = griglia->item(row, colonna))
+            largo = std::max(largo, griglia->fontMetrics().horizontalAdvance(item->text()));
+    }
+    return largo;
+}
 
 } // namespace
 
@@ -34,6 +48,16 @@ PaginaDatiAnagrafici::PaginaDatiAnagrafici(FormFrame &form, Albero &albero, cons
     GRD_DATIANAGRAFICI->setObjectName(QStringLiteral("GRD_DATIANAGRAFICI"));
     GRD_DATIANAGRAFICI->setEditTriggers(QAbstractItemView::NoEditTriggers);
     GRD_DATIANAGRAFICI->verticalHeader()->setVisible(false);
+    GRD_DATIANAGRAFICI->horizontalHeader()->hide();
+    m_larghezze = new fw::ColumnFit(
+        GRD_DATIANAGRAFICI, GRD_DATIANAGRAFICI->horizontalHeader(),
+        {.designTwips = [](int colonna) { return colonna == 0 ? larghezzaNome : larghezzaValore; },
+         .minimumWidth =
+             [griglia = GRD_DATIANAGRAFICI](int colonna) {
+                 return fw::minimumColumnWidth(QString(), griglia->fontMetrics(), testoPiuLargo(griglia, colonna));
+             },
+         .setDesignTwips = [](int, int) {}}); // no heading to drag
+    m_larghezze->setFillWidth(true);
     auto *layout = new QVBoxLayout(m_pagina);
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(GRD_DATIANAGRAFICI);
@@ -113,10 +137,6 @@ void PaginaDatiAnagrafici::CaricaCondizioniCliente(double codice)
     fw::WindowUpdateLock freeze(GRD_DATIANAGRAFICI);
     GRD_DATIANAGRAFICI->clearContents();
     GRD_DATIANAGRAFICI->setColumnCount(2);
-    GRD_DATIANAGRAFICI->horizontalHeader()->hide();
-    const int dpi = GRD_DATIANAGRAFICI->logicalDpiX();
-    GRD_DATIANAGRAFICI->setColumnWidth(0, fw::twipsToPixels(larghezzaNome, dpi));
-    GRD_DATIANAGRAFICI->setColumnWidth(1, fw::twipsToPixels(larghezzaValore, dpi));
     GRD_DATIANAGRAFICI->setRowCount(int(righe.size()));
     for (int row = 0; row < righe.size(); ++row) {
         for (int column = 0; column < 2; ++column) {
@@ -126,6 +146,7 @@ void PaginaDatiAnagrafici::CaricaCondizioniCliente(double codice)
             GRD_DATIANAGRAFICI->setItem(row, column, item);
         }
     }
+    m_larghezze->apply();
 }
 
 } // namespace distinta

@@ -11,6 +11,7 @@ class QTableWidget;
 class QWidget;
 
 namespace fw {
+class ColumnFit;
 class EmptyViewHint;
 }
 
@@ -46,6 +47,7 @@ private:
     const ParametriModulo &m_parametri;
     QWidget *m_pagina;
     QTableWidget *GRD_DATIANAGRAFICI;
+    fw::ColumnFit *m_larghezze;
     std::optional<qint64> m_ultimoSoggetto;
     std::unique_ptr<fw::EmptyViewHint> m_vuoto;
 };

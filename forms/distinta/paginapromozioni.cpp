@@ -7,6 +7,7 @@
 #include "forms/distinta/paginaanagrafiche.h"
 #include "forms/distinta/priorita.h"
 #include "frame/formframe.h"
+#include "framework/columnsizing.h"
 #include "framework/modulemanager.h"
 #include "framework/recordframe.h"
 #include "framework/recordsetgrid.h"
@@ -138,17 +139,29 @@ void PaginaPromozioni::ConfiguraQRID_PROMO()
 {
     m_form.step(QStringLiteral("ConfiguraQRID_PROMO:"), [this] {
         using Kind = fw::RecordsetGridColumn::Kind;
+        GRD_PROMO->setFillWidth(true);
         GRD_PROMO->setColumns({
-            {.key = QStringLiteral("ANNO"), .caption = QStringLiteral("Anno"), .width = 800},
-            {.key = QStringLiteral("MG94_CODCAMP"), .caption = QStringLiteral("Codice"), .width = 1000},
-            {.key = QStringLiteral("MG94_DESCAMP"), .caption = QStringLiteral("Descrizione"), .width = 2500},
+            {.key = QStringLiteral("ANNO"),
+             .caption = QStringLiteral("Anno"),
+             .width = 800,
+             .widthSample = QStringLiteral("2099")},
+            {.key = QStringLiteral("MG94_CODCAMP"),
+             .caption = QStringLiteral("Codice"),
+             .width = 1000,
+             .widthSample = QStringLiteral("CAMP2099")},
+            {.key = QStringLiteral("MG94_DESCAMP"),
+             .caption = QStringLiteral("Descrizione"),
+             .width = 2500,
+             .widthSample = QStringLiteral("Promozione di primavera")},
             {.key = QStringLiteral("MG94_DATAINIZIO"),
              .caption = QStringLiteral("Data inizio"),
              .width = 1000,
+             .widthSample = fw::wholeDateSample(),
              .displayText = testoData},
             {.key = QStringLiteral("MG94_DATAFINE"),
              .caption = QStringLiteral("Data fine"),
              .width = 1000,
+             .widthSample = fw::wholeDateSample(),
              .displayText = testoData},
             {.key = QStringLiteral("MG94_FLGATTIVA"),
              .caption = QStringLiteral("Attiva in campagne promozionali"),

@@ -29,10 +29,18 @@ PaginaRicerca::PaginaRicerca(FormFrame &form)
     CMD_RICERCA->setToolTip(QStringLiteral("Cerca il soggetto in tutte le distinte della ditta (Alt+C, Invio)"));
     GRD_CERCADISTINTA->setObjectName(QStringLiteral("GRD_CERCADISTINTA"));
     using Kind = fw::RecordsetGridColumn::Kind;
+    // The results use the page's width; a subject's name and a classification stay readable.
+    GRD_CERCADISTINTA->setFillWidth(true);
     GRD_CERCADISTINTA->setColumns({
         {.key = QStringLiteral("VAI"), .caption = QStringLiteral("Vai"), .width = 600, .kind = Kind::Button},
-        {.key = QStringLiteral("ANAGRAFICA"), .caption = QStringLiteral("Anagrafica"), .width = 2000},
-        {.key = QStringLiteral("DISTINTA"), .caption = QStringLiteral("Distinta"), .width = 2000},
+        {.key = QStringLiteral("ANAGRAFICA"),
+         .caption = QStringLiteral("Anagrafica"),
+         .width = 2000,
+         .widthSample = QStringLiteral("9999 Commerciale Rossi Srl")},
+        {.key = QStringLiteral("DISTINTA"),
+         .caption = QStringLiteral("Distinta"),
+         .width = 2000,
+         .widthSample = QStringLiteral("CLI-HOR Canale Ho.Re.Ca.")},
     });
 
     auto *criteri = new QFormLayout;

@@ -1,14 +1,13 @@
 #include "framework/treelist/treelist.h"
 
 #include "framework/treelist/treelistbuttondelegate.h"
-#include "framework/treelist/treelistcolumnsizing.h"
+#include "framework/columnfit.h"
 #include "framework/treelist/treelistheader.h"
 #include "framework/treelist/treelistmodel.h"
 #include "framework/treelist/treelistview.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 // The tree list's set-up: columns, widths, looks, binding and cell access. Node navigation
@@ -22,6 +21,15 @@ TreeList::TreeList(QWidget *parent)
     , m_view(new TreeListView(this))
     , m_cellDelegate(new TreeListDelegate(m_model, this, this))
     , m_buttonDelegate(new TreeListButtonDelegate(m_model, this, this))
+    , m_widths(new ColumnFit(m_view, m_view->header(),
+                             {.designTwips = [this](int index) { return column(index).designWidth; },
+                              .minimumWidth = [this](int index) { return minimumColumnWidth(index); },
+                              .setDesignTwips =
+                                  [this](int index, int twips) {
+                                      TreeListColumn changed = column(index);
+                                      changed.designWidth = twips;
+                                      m_model->setColumn(index, changed);
+                                  }}))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -33,8 +41,6 @@ TreeList::TreeList(QWidget *parent)
             [this](const QModelIndex &current) { onCurrentChanged(current); });
     connect(m_view, &QTreeView::collapsed, this, &TreeList::onCollapsed);
     connect(m_view, &TreeListView::mousePressed, this, &TreeList::onMousePressed);
-    connect(m_view, &TreeListView::resized, this, &TreeList::applyColumnWidths);
-    connect(m_view->header(), &QHeaderView::sectionResized, this, &TreeList::onSectionResized);
     connect(m_model, &TreeListModel::aboutToRebuild, this, &TreeList::rememberExpandedNodes);
     connect(m_model, &TreeListModel::rebuilt, this, &TreeList::restoreAfterRebuild);
     connect(m_model, &QAbstractItemModel::modelReset, this, &TreeList::measureDeepestLevel);
@@ -125,11 +131,9 @@ void TreeList::updateColumn(const QString &name, const std::function<void(TreeLi
     m_view->viewport()->update();
 }
 
-// Hiding and showing resize the header's section: that is no width chosen by the user.
 void TreeList::showColumn(int index, bool visible)
 {
-    QScopedValueRollback guard(m_applyingWidths, true);
-    m_view->setColumnHidden(index, !visible);
+    m_widths->setColumnHidden(index, !visible);
 }
 
 void TreeList::setColumnCaption(const QString &name, const QString &caption)
@@ -164,69 +168,17 @@ void TreeList::setColumnDesignWidth(const QString &name, int twips)
 
 void TreeList::setFillWidth(bool fill)
 {
-    m_fillWidth = fill;
-    m_view->setHorizontalScrollBarPolicy(fill ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
-    applyColumnWidths();
+    m_widths->setFillWidth(fill);
+}
+
+bool TreeList::fillWidth() const
+{
+    return m_widths->fillWidth();
 }
 
 void TreeList::applyColumnWidths()
 {
-    QScopedValueRollback guard(m_applyingWidths, true);
-    const int dpi = logicalDpiX();
-    QList<int> visible;
-    for (int i = 0; i < columnCount(); ++i) {
-        if (!m_view->isColumnHidden(i))
-            visible.append(i);
-    }
-    if (!m_fillWidth || visible.isEmpty()) {
-        for (int i : std::as_const(visible))
-            m_view->setColumnWidth(i, qMax(minimumColumnWidth(i), twipsToPixels(column(i).designWidth, dpi)));
-        return;
-    }
-    QList<int> design;
-    QList<int> minimums;
-    for (int i : std::as_const(visible)) {
-        design.append(column(i).designWidth);
-        minimums.append(minimumColumnWidth(i));
-    }
-    const QList<int> widths = proportionalWidths(design, minimums, m_view->viewport()->width());
-    for (int n = 0; n < visible.size(); ++n)
-        m_view->setColumnWidth(visible.at(n), qMax(1, widths.at(n)));
-}
-
-// Dragging a column edge: without fill width the column keeps its new width; with fill width
-// the next visible column gives or takes the difference, and the new widths become the
-// proportions.
-void TreeList::onSectionResized(int logicalIndex, int oldSize, int newSize)
-{
-    if (m_applyingWidths || logicalIndex < 0 || logicalIndex >= columnCount() || newSize == 0)
-        return;
-    if (newSize < minimumColumnWidth(logicalIndex)) {
-        QScopedValueRollback guard(m_applyingWidths, true);
-        newSize = minimumColumnWidth(logicalIndex);
-        m_view->setColumnWidth(logicalIndex, newSize);
-    }
-    const int dpi = logicalDpiX();
-    QList<TreeListColumn> columns = m_model->columns();
-    if (m_fillWidth) {
-        int next = logicalIndex + 1;
-        while (next < columnCount() && m_view->isColumnHidden(next))
-            ++next;
-        if (next < columnCount()) {
-            QScopedValueRollback guard(m_applyingWidths, true);
-            m_view->setColumnWidth(next, qMax(8, m_view->columnWidth(next) - (newSize - oldSize)));
-        }
-        for (int i = 0; i < columns.size(); ++i) {
-            if (!m_view->isColumnHidden(i))
-                columns[i].designWidth = qMax(1, pixelsToTwips(m_view->columnWidth(i), dpi));
-        }
-    } else {
-        columns[logicalIndex].designWidth = qMax(1, pixelsToTwips(newSize, dpi));
-    }
-    for (int i = 0; i < columns.size(); ++i)
-        m_model->setColumn(i, columns.at(i));
-    if (m_fillWidth)
-        applyColumnWidths();
+    m_widths->apply();
 }
 
 // --- looks

@@ -15,6 +15,7 @@ class QHelpEvent;
 
 namespace fw {
 
+class ColumnFit;
 class TreeListDelegate;
 class TreeListModel;
 class TreeListView;
@@ -53,7 +54,7 @@ public:
     void setColumnDesignWidth(const QString &name, int twips);
     // Fill width: the visible columns share the tree's width in proportion to their design widths.
     void setFillWidth(bool fill);
-    bool fillWidth() const { return m_fillWidth; }
+    bool fillWidth() const;
     // No column is narrower than its heading and a whole value of its kind (its hierarchy lines
     // included); a double click on a heading's edge fits the column to the rows shown.
     int minimumColumnWidth(int index) const;
@@ -154,7 +155,6 @@ private:
     TreeListDelegate *delegateFor(const TreeListColumn &column) const;
     void showColumn(int index, bool visible);
     void applyColumnWidths();
-    void onSectionResized(int logicalIndex, int oldSize, int newSize);
     void measureDeepestLevel();
     bool showCutText(QHelpEvent *event);
 
@@ -175,10 +175,9 @@ private:
     TreeListView *m_view;
     TreeListDelegate *m_cellDelegate; // every kind but buttons
     TreeListDelegate *m_buttonDelegate;
+    ColumnFit *m_widths;
     QMetaObject::Connection m_rowConnection;
     GridColors m_colors;
-    bool m_fillWidth = false;
-    bool m_applyingWidths = false;
     int m_deepestLevel = 0;
     TreeListNode m_focused;
     bool m_movingRecordset = false;

@@ -3,7 +3,8 @@
 #include "platform/db/dayformat.h"
 
 #include <QDateTime>
-#include <cmath>
+#include <QFontMetrics>
+#include <algorithm>
 
 namespace fw {
 
@@ -64,14 +65,26 @@ QString TreeListColumn::displayText(const QVariant &value) const
     return value.toString();
 }
 
-int twipsToPixels(int twips, int logicalDpi)
+int minimumColumnWidth(const TreeListColumn &column, const QFontMetrics &cells, const QFontMetrics &header,
+                       int extraIndent)
 {
-    return int(std::lround(double(twips) * logicalDpi / 1440.0));
-}
-
-int pixelsToTwips(int pixels, int logicalDpi)
-{
-    return logicalDpi > 0 ? int(std::lround(double(pixels) * 1440.0 / logicalDpi)) : pixels * 15;
+    int value = 0;
+    switch (column.kind) {
+    case TreeListColumnKind::Date:
+        value = cells.horizontalAdvance(wholeDateSample()) + cells.height(); // room for the calendar button
+        break;
+    case TreeListColumnKind::ImageCombo:
+        for (const TreeListComboItem &item : column.comboItems)
+            value = std::max(value,
+                             cells.horizontalAdvance(item.description) + (item.icon.isNull() ? 0 : cells.height() + 4));
+        break;
+    case TreeListColumnKind::ButtonEdit:
+        value = cells.horizontalAdvance(column.widthSample) + cells.height() + 4; // the "..." button
+        break;
+    case TreeListColumnKind::Text:
+    case TreeListColumnKind::Unbound: value = cells.horizontalAdvance(column.widthSample); break;
+    }
+    return fw::minimumColumnWidth(column.caption, header, value, extraIndent);
 }
 
 } // namespace fw

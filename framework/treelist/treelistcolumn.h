@@ -1,9 +1,13 @@
 #pragma once
 
+#include "framework/columnsizing.h"
+
 #include <QIcon>
 #include <QList>
 #include <QString>
 #include <QVariant>
+
+class QFontMetrics;
 
 namespace fw {
 
@@ -52,8 +56,10 @@ struct TreeListColumn
     int comboIndexOf(const QVariant &value) const; // -1 when no item holds the value
 };
 
-// Twips of a design width to device-independent pixels: 15 twips are a pixel at 96 dpi.
-int twipsToPixels(int twips, int logicalDpi);
-int pixelsToTwips(int pixels, int logicalDpi);
+// The narrowest the column may be: its heading, and a whole value of its kind (a date, the
+// longest choice of a combo, the column's width sample), measured with the fonts given.
+// extraIndent: what the tree draws before the text of the column (its hierarchy lines).
+int minimumColumnWidth(const TreeListColumn &column, const QFontMetrics &cells, const QFontMetrics &header,
+                       int extraIndent = 0);
 
 } // namespace fw

@@ -29,12 +29,6 @@ void TreeListView::mousePressEvent(QMouseEvent *event)
     emit mousePressed(indexAt(pos), event->button(), pos);
 }
 
-void TreeListView::resizeEvent(QResizeEvent *event)
-{
-    QTreeView::resizeEvent(event);
-    emit resized();
-}
-
 void TreeListView::setHierarchyLineColor(const QColor &color)
 {
     m_lineColor = color;

@@ -27,11 +27,9 @@ public:
 
 signals:
     void mousePressed(const QModelIndex &index, Qt::MouseButton button, const QPoint &viewportPos);
-    void resized();
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
 
 private:

@@ -3,7 +3,7 @@
 // a cut cell in its tooltip.
 #include "framework/treelist/treelist.h"
 
-#include "framework/treelist/treelistcolumnsizing.h"
+#include "framework/columnsizing.h"
 #include "framework/treelist/treelistmodel.h"
 #include "framework/treelist/treelistview.h"
 

@@ -1,7 +1,7 @@
 #include "tests/forms/distintafixture.h"
 
 #include "framework/recordsetgridmodel.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "framework/columnsizing.h"
 
 class TestDistintaAnagrafiche : public QObject
 {

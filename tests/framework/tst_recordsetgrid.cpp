@@ -1,6 +1,6 @@
 #include "framework/recordsetgrid.h"
 #include "framework/recordsetgridmodel.h"
-#include "framework/treelist/treelistcolumn.h"
+#include "framework/columnsizing.h"
 #include "platform/db/recordset.h"
 #include "tests/support/testdatabase.h"
 

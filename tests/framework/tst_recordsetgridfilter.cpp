@@ -8,6 +8,9 @@
 #include <QHeaderView>
 #include <QtTest>
 
+#include <algorithm>
+#include <numeric>
+
 using Kind = fw::RecordsetGridColumn::Kind;
 
 // The grid's rows narrowed by a typed text and ordered by a heading, over a real recordset:
@@ -151,6 +154,94 @@ private slots:
         f.clickHeading(0); // the tick column is not an order
         QCOMPARE(f.codes(), (QStringList {"30", "100", "20", "40", "10", "5"}));
         QCOMPARE(f.rows->valueAt(0, f.rows->fieldIndex(QStringLiteral("Codice"))).toInt(), 10);
+    }
+
+    // The order of texts is that of their case-folded units: letter case aside, accented letters
+    // after the plain alphabet, empty texts and nulls first and equal to each other, and equal
+    // values in the recordset's order both ways; in a column of mixed values, numbers come
+    // between the empty values and the texts.
+    void orderFoldsCaseAndKeepsTiesInRecordsetOrder()
+    {
+        TestDatabase database;
+        db::Connection &db = *database.connection();
+        db.execute(QStringLiteral("CREATE TEMP TABLE NOMI (Codice INTEGER, Nome TEXT, Valore)"));
+        db.execute(QStringLiteral(
+            "INSERT INTO NOMI VALUES (1, 'rossi', 10), (2, 'Àlfa', 'b'), (3, NULL, NULL), (4, 'ROSSI', 2.5), "
+            "(5, 'alfa', ''), (6, 'Zeta', 'B'), (7, '', -3), (8, 'éclair', 'a'), (9, 'Rossi', 10), "
+            "(10, 'ÉCLAIR', 'Ω'), (11, 'alfa beta', 'ω'), (12, 'Alfa', NULL)"));
+        fw::RecordsetGrid grid;
+        grid.setColumns(
+            {{.key = QStringLiteral("Codice")}, {.key = QStringLiteral("Nome")}, {.key = QStringLiteral("Valore")}});
+        fw::RecordsetGridFilterModel *filter = grid.enableRowFilter({QStringLiteral("Nome")}, {});
+        QAbstractItemModelTester tester(grid.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        grid.setRecordset(db.openRecordset(QStringLiteral("SELECT * FROM NOMI")));
+        const auto codes = [&] {
+            QList<int> shown;
+            for (int row = 0; row < grid.model()->rowCount(); ++row)
+                shown << grid.model()->index(row, 0).data().toInt();
+            return shown;
+        };
+
+        filter->sort(1, Qt::AscendingOrder);
+        QCOMPARE(codes(), (QList<int> {3, 7, 5, 12, 11, 1, 4, 9, 6, 2, 8, 10}));
+        filter->sort(1, Qt::DescendingOrder);
+        QCOMPARE(codes(), (QList<int> {8, 10, 2, 6, 1, 4, 9, 11, 5, 12, 3, 7}));
+        filter->sort(2, Qt::AscendingOrder);
+        QCOMPARE(codes(), (QList<int> {3, 5, 12, 7, 4, 1, 9, 8, 2, 6, 10, 11}));
+        filter->sort(2, Qt::DescendingOrder);
+        QCOMPARE(codes(), (QList<int> {10, 11, 2, 6, 8, 1, 9, 4, 7, 3, 5, 12}));
+
+        // The filter narrows the order without changing it; a changed value is ordered anew.
+        filter->setFilterText(QStringLiteral("ALFA"));
+        filter->sort(1, Qt::AscendingOrder);
+        QCOMPARE(codes(), (QList<int> {5, 12, 11}));
+        filter->setFilterText(QString());
+        grid.recordset()->setCurrentRow(0);
+        grid.recordset()->setValue(QStringLiteral("Nome"), QStringLiteral("AAA"));
+        filter->sort(1, Qt::AscendingOrder);
+        QCOMPARE(codes().mid(0, 3), (QList<int> {3, 7, 1}));
+    }
+
+    // Many rows with many equal names, letter cases and accents: the order is the one of a stable
+    // sort on the case-folded texts, both ways.
+    void orderOfManyRowsIsTheStableFoldedOrder()
+    {
+        TestDatabase database;
+        db::Connection &db = *database.connection();
+        db.execute(QStringLiteral("CREATE TEMP TABLE NOMI (Codice INTEGER, Nome TEXT)"));
+        const QStringList parts {QStringLiteral("rossi"),
+                                 QStringLiteral("Rossi"),
+                                 QStringLiteral("ROSSÌ"),
+                                 QStringLiteral("Ànna"),
+                                 QStringLiteral("anna"),
+                                 QStringLiteral("Straße"),
+                                 QStringLiteral("STRASSE"),
+                                 QStringLiteral("Ωmega"),
+                                 QStringLiteral("zeta"),
+                                 QStringLiteral("a"),
+                                 QString()};
+        QStringList names;
+        for (int i = 0; i < 3000; ++i) {
+            const QString name = parts.at(i % parts.size()) + QLatin1Char(' ') + parts.at((i * 7) % parts.size());
+            names << name.trimmed();
+            db.execute(QStringLiteral("INSERT INTO NOMI VALUES (%1, '%2')").arg(i).arg(name.trimmed()));
+        }
+        fw::RecordsetGrid grid;
+        grid.setColumns({{.key = QStringLiteral("Codice")}, {.key = QStringLiteral("Nome")}});
+        fw::RecordsetGridFilterModel *filter = grid.enableRowFilter({}, {});
+        grid.setRecordset(db.openRecordset(QStringLiteral("SELECT * FROM NOMI ORDER BY Codice")));
+        QList<int> expected(names.size());
+        std::iota(expected.begin(), expected.end(), 0);
+        for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            std::stable_sort(expected.begin(), expected.end(), [&](int a, int b) {
+                const int c = names.at(a).toCaseFolded().compare(names.at(b).toCaseFolded());
+                return order == Qt::AscendingOrder ? c < 0 : c > 0;
+            });
+            filter->sort(1, order);
+            for (int row = 0; row < expected.size(); ++row)
+                QCOMPARE(grid.model()->index(row, 0).data().toInt(), expected.at(row));
+            std::sort(expected.begin(), expected.end());
+        }
     }
 
     // The grid's current row and the recordset's follow each other through the filter; the

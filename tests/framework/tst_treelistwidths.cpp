@@ -1,6 +1,7 @@
 #include "framework/layoutmemory.h"
 #include "framework/treelist/treelist.h"
-#include "framework/treelist/treelistcolumnsizing.h"
+#include "framework/columnsizing.h"
+#include "framework/treelist/treelistcolumn.h"
 #include "framework/treelist/treelistview.h"
 #include "tests/support/testdatabase.h"
 

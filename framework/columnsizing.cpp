@@ -1,33 +1,30 @@
-#include "framework/treelist/treelistcolumnsizing.h"
+#include "framework/columnsizing.h"
 
 #include <QFontMetrics>
 
 #include <algorithm>
+#include <cmath>
 
 namespace fw {
 
-int minimumColumnWidth(const TreeListColumn &column, const QFontMetrics &cells, const QFontMetrics &header,
-                       int extraIndent)
+int twipsToPixels(int twips, int logicalDpi)
 {
-    int value = 0;
-    switch (column.kind) {
-    case TreeListColumnKind::Date:
-        // Digits share one advance in the fonts we use; the widest date is any whole date.
-        value = cells.horizontalAdvance(QStringLiteral("31/12/2099")) + cells.height(); // room for the calendar button
-        break;
-    case TreeListColumnKind::ImageCombo:
-        for (const TreeListComboItem &item : column.comboItems)
-            value = std::max(value,
-                             cells.horizontalAdvance(item.description) + (item.icon.isNull() ? 0 : cells.height() + 4));
-        break;
-    case TreeListColumnKind::ButtonEdit:
-        value = cells.horizontalAdvance(column.widthSample) + cells.height() + 4; // the "..." button
-        break;
-    case TreeListColumnKind::Text:
-    case TreeListColumnKind::Unbound: value = cells.horizontalAdvance(column.widthSample); break;
-    }
-    const int heading = header.horizontalAdvance(column.caption) + CellTextPadding;
-    return std::max(heading, value + CellTextPadding + extraIndent);
+    return int(std::lround(double(twips) * logicalDpi / 1440.0));
+}
+
+int pixelsToTwips(int pixels, int logicalDpi)
+{
+    return logicalDpi > 0 ? int(std::lround(double(pixels) * 1440.0 / logicalDpi)) : pixels * 15;
+}
+
+QString wholeDateSample()
+{
+    return QStringLiteral("31/12/2099");
+}
+
+int minimumColumnWidth(const QString &heading, const QFontMetrics &header, int valueWidth, int extraIndent)
+{
+    return std::max(header.horizontalAdvance(heading) + CellTextPadding, valueWidth + CellTextPadding + extraIndent);
 }
 
 QList<int> proportionalWidths(const QList<int> &designWidths, const QList<int> &minimums, int available)

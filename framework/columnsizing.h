@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+class QFontMetrics;
+
+namespace fw {
+
+// How wide the columns of the tree list and of the grids are: one rule for every view with
+// columns, so that none of them cuts a heading or a value while room is left over.
+
+// Twips of a design width to device-independent pixels: 15 twips are a pixel at 96 dpi.
+int twipsToPixels(int twips, int logicalDpi);
+int pixelsToTwips(int pixels, int logicalDpi);
+
+// Room a cell needs beside its text: the margins of the cell and of the item's text.
+inline constexpr int CellTextPadding = 12;
+
+// A whole date as the views show it; digits share one advance in the fonts we use, so any whole
+// date is as wide as this one.
+QString wholeDateSample();
+
+// The narrowest a column may be: its heading whole, and a value valueWidth wide with the cell's
+// margins and extraIndent before it (the hierarchy lines a tree draws in the column).
+int minimumColumnWidth(const QString &heading, const QFontMetrics &header, int valueWidth, int extraIndent = 0);
+
+// Widths that share `available` in proportion to the design widths, none below its minimum:
+// columns held at their minimum leave the rest to the others, still in proportion. When the
+// minimums alone do not fit, every column gets its minimum (the view scrolls sideways).
+QList<int> proportionalWidths(const QList<int> &designWidths, const QList<int> &minimums, int available);
+
+} // namespace fw
