@@ -165,8 +165,17 @@ void TreeList::setColumnDesignWidth(const QString &name, int twips)
 void TreeList::setFillWidth(bool fill)
 {
     m_fillWidth = fill;
-    m_view->setHorizontalScrollBarPolicy(fill ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     applyColumnWidths();
+}
+
+void TreeList::setFrozenColumnCount(int count)
+{
+    m_view->setFrozenColumnCount(count);
+}
+
+int TreeList::frozenColumnCount() const
+{
+    return m_view->bandHeader()->frozenSectionCount();
 }
 
 void TreeList::applyColumnWidths()
