@@ -64,6 +64,9 @@ bool TreeList::eventFilter(QObject *watched, QEvent *event)
 TreeList::~TreeList()
 {
     disconnect(m_rowConnection);
+    // Hiding a tree lays out a pending change of its rows, which asks this object for the cells'
+    // texts: a tree still shown (a window of its own) hides while it is whole.
+    hide();
 }
 
 // --- band and columns
