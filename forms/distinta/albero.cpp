@@ -164,6 +164,8 @@ void Albero::creaColonne()
                              .readOnly = true,
                              .designWidth = 300});
     TVW_DISTINTA->setFillWidth(true);
+    // Whose row it is stays in view while the other columns scroll sideways.
+    TVW_DISTINTA->setFrozenColumnCount(2);
 
     const QFont tahoma(QStringLiteral("Tahoma"));
     TVW_DISTINTA->setFont(tahoma);

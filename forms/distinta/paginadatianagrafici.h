@@ -13,7 +13,7 @@ class QWidget;
 namespace fw {
 class ColumnFit;
 class EmptyViewHint;
-}
+} // namespace fw
 
 namespace distinta {
 

@@ -70,6 +70,9 @@ bool TreeList::eventFilter(QObject *watched, QEvent *event)
 TreeList::~TreeList()
 {
     disconnect(m_rowConnection);
+    // Hiding a tree lays out a pending change of its rows, which asks this object for the cells'
+    // texts: a tree still shown (a window of its own) hides while it is whole.
+    hide();
 }
 
 // --- band and columns
@@ -174,6 +177,16 @@ void TreeList::setFillWidth(bool fill)
 bool TreeList::fillWidth() const
 {
     return m_widths->fillWidth();
+}
+
+void TreeList::setFrozenColumnCount(int count)
+{
+    m_view->setFrozenColumnCount(count);
+}
+
+int TreeList::frozenColumnCount() const
+{
+    return m_view->bandHeader()->frozenSectionCount();
 }
 
 void TreeList::applyColumnWidths()

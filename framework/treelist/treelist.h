@@ -60,6 +60,10 @@ public:
     int minimumColumnWidth(int index) const;
     void setColumnWidthSample(const QString &name, const QString &sample);
     void fitColumnToContents(int index);
+    // The first `count` columns (the code and the name, say) stay at the left edge while the
+    // others scroll sideways, unless they would take more than two thirds of the width.
+    void setFrozenColumnCount(int count);
+    int frozenColumnCount() const;
     // The design widths as they stand (a user's drag changes them), by column name, and back.
     QList<std::pair<QString, int>> designWidths() const;
     void setDesignWidths(const QHash<QString, int> &twipsByName);

@@ -1,7 +1,11 @@
 #include "framework/treelist/treelistheader.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionHeader>
+
+#include <algorithm>
+#include <utility>
 
 namespace fw {
 
@@ -14,6 +18,11 @@ TreeListHeader::TreeListHeader(QWidget *parent)
     setStretchLastSection(false);
     setMinimumSectionSize(8); // design widths may be narrower than the style's default minimum
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    // Qt repaints from the resized section on, where it lies scrolled; the frozen ones are not there.
+    connect(this, &QHeaderView::sectionResized, this, [this] {
+        if (m_frozenCount > 0)
+            viewport()->update();
+    });
 }
 
 void TreeListHeader::setBandCaption(const QString &caption)
@@ -82,15 +91,113 @@ void TreeListHeader::paintSection(QPainter *painter, const QRect &rect, int logi
     paintCell(painter, captionRect, caption, defaultAlignment());
 }
 
-// One band spans every column: it is painted across their whole length, scrolled with them.
+// One band spans every column: it is painted across their whole length, scrolled with them. The
+// frozen captions are painted again at the left edge, over the start of the scrolled ones.
 void TreeListHeader::paintEvent(QPaintEvent *event)
 {
     QHeaderView::paintEvent(event);
-    if (!m_bandVisible || count() == 0)
+    if (count() == 0)
         return;
     QPainter painter(viewport());
-    const QRect band(-offset(), 0, length(), bandHeight());
-    paintCell(&painter, band, m_bandCaption, Qt::AlignCenter);
+    if (m_bandVisible)
+        paintCell(&painter, QRect(-offset(), 0, length(), bandHeight()), m_bandCaption, Qt::AlignCenter);
+    if (frozenShift() == 0)
+        return;
+    for (int i = 0; i < std::min(m_frozenCount, count()); ++i) {
+        if (!isSectionHidden(i))
+            paintSection(&painter, QRect(sectionPosition(i), 0, sectionSize(i), viewport()->height()), i);
+    }
+}
+
+// --- frozen sections
+
+void TreeListHeader::setFrozenSectionCount(int count)
+{
+    m_frozenCount = std::max(0, count);
+    viewport()->update();
+}
+
+int TreeListHeader::frozenWidth() const
+{
+    int width = 0;
+    for (int i = 0; i < std::min(m_frozenCount, count()); ++i)
+        width += sectionSize(i); // 0 for a hidden one
+    return width * 3 <= viewport()->width() * 2 ? width : 0;
+}
+
+// Qt finds the edges under the pointer where the sections lie scrolled: over the frozen sections,
+// drawn elsewhere, their own edges are looked for here instead.
+bool TreeListHeader::overFrozenSections(int x) const
+{
+    if (frozenShift() == 0)
+        return false;
+    return x < frozenWidth() + style()->pixelMetric(QStyle::PM_HeaderGripMargin, nullptr, this);
+}
+
+int TreeListHeader::frozenEdgeAt(int x) const
+{
+    if (!overFrozenSections(x))
+        return -1;
+    const int grip = style()->pixelMetric(QStyle::PM_HeaderGripMargin, nullptr, this);
+    for (int i = std::min(m_frozenCount, count()) - 1; i >= 0; --i) {
+        const int edge = sectionPosition(i) + sectionSize(i);
+        if (!isSectionHidden(i) && sectionResizeMode(i) == Interactive && x > edge - grip && x < edge + grip)
+            return i;
+    }
+    return -1;
+}
+
+void TreeListHeader::mousePressEvent(QMouseEvent *event)
+{
+    const int x = event->position().toPoint().x();
+    m_pressOverFrozen = overFrozenSections(x);
+    if (!m_pressOverFrozen) {
+        QHeaderView::mousePressEvent(event);
+        return;
+    }
+    // Sections are neither clickable nor movable: only an edge does something.
+    m_resizedSection = event->button() == Qt::LeftButton ? frozenEdgeAt(x) : -1;
+    m_dragStartX = x;
+    m_dragStartSize = m_resizedSection >= 0 ? sectionSize(m_resizedSection) : 0;
+}
+
+void TreeListHeader::mouseMoveEvent(QMouseEvent *event)
+{
+    const int x = event->position().toPoint().x();
+    if (m_resizedSection >= 0) {
+        resizeSection(m_resizedSection,
+                      std::clamp(m_dragStartSize + x - m_dragStartX, minimumSectionSize(), maximumSectionSize()));
+        return;
+    }
+    const bool ours = event->buttons() == Qt::NoButton ? overFrozenSections(x) : m_pressOverFrozen;
+    if (!ours) {
+        QHeaderView::mouseMoveEvent(event);
+        return;
+    }
+    if (frozenEdgeAt(x) >= 0)
+        setCursor(Qt::SplitHCursor);
+    else
+        unsetCursor();
+}
+
+void TreeListHeader::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_resizedSection = -1;
+    if (std::exchange(m_pressOverFrozen, false))
+        return;
+    QHeaderView::mouseReleaseEvent(event);
+}
+
+void TreeListHeader::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const int x = event->position().toPoint().x();
+    m_pressOverFrozen = overFrozenSections(x);
+    if (!m_pressOverFrozen) {
+        QHeaderView::mouseDoubleClickEvent(event);
+        return;
+    }
+    if (const int edge = frozenEdgeAt(x); edge >= 0)
+        emit sectionHandleDoubleClicked(edge);
 }
 
 } // namespace fw

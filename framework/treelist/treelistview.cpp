@@ -20,12 +20,17 @@ TreeListView::TreeListView(QWidget *parent)
     setExpandsOnDoubleClick(false);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                     | QAbstractItemView::SelectedClicked);
+    // Qt repaints from a resized column on, where it lies scrolled; the frozen ones are not there.
+    connect(m_header, &QHeaderView::sectionResized, this, [this] {
+        if (m_header->frozenSectionCount() > 0)
+            viewport()->update();
+    });
 }
 
 void TreeListView::mousePressEvent(QMouseEvent *event)
 {
-    QTreeView::mousePressEvent(event);
     const QPoint pos = event->position().toPoint();
+    handleUnscrolled(pos, [&] { QTreeView::mousePressEvent(event); });
     emit mousePressed(indexAt(pos), event->button(), pos);
 }
 

@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QLabel>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
@@ -320,8 +321,33 @@ private slots:
         distinta::Aspetto::impostaFileAspetto(QString());
     }
 
+    // A tree wider than its room scrolls with a bar under it; whose row it is, the code and the
+    // name, stays at the left edge.
+    void codeAndNameStayInViewWhileTheTreeScrolls()
+    {
+        Editor f;
+        f.apri();
+        QVERIFY(f.attiva());
+        f.form->resize(900, 700);
+        f.clicca(QStringLiteral("C%1").arg(f.a01));
+        DistintaFixture::attendi();
+        fw::TreeList *tree = f.albero();
+        QScrollBar *sideways = tree->view()->horizontalScrollBar();
+        QVERIFY(sideways->isVisible());
+        const fw::TreeListNode root = tree->firstNode();
+        const QRect code = tree->cellRect(root, QStringLiteral("trGD02_CLIFOR_CG44"));
+        const QRect name = tree->cellRect(root, QStringLiteral("RagioneSociale"));
+        const QRect start = tree->cellRect(root, QStringLiteral("trGD02_DATAINIZIOVAL"));
+        sideways->setValue(sideways->maximum());
+        QVERIFY(sideways->value() > 0);
+        QCOMPARE(tree->cellRect(root, QStringLiteral("trGD02_CLIFOR_CG44")), code);
+        QCOMPARE(tree->cellRect(root, QStringLiteral("RagioneSociale")), name);
+        QCOMPARE(tree->cellRect(root, QStringLiteral("trGD02_DATAINIZIOVAL")), start.translated(-sideways->value(), 0));
+    }
+
     // With DISTINTA_SHOTS_DIR set: pictures of the editor on the demo company at two sizes, the
-    // tree, the subject list filtered and ticked, and the empty areas.
+    // tree (also scrolled to the far right), the subject list filtered and ticked, and the empty
+    // areas.
     void picturesOnTheDemoData()
     {
         const QString folder = qEnvironmentVariable("DISTINTA_SHOTS_DIR");
@@ -339,6 +365,10 @@ private slots:
                 QVERIFY(demo.form->grab().save(QDir(folder).filePath(name + suffix)));
             };
             foto(QStringLiteral("albero"));
+            QScrollBar *sideways = demo.albero()->view()->horizontalScrollBar();
+            sideways->setValue(sideways->maximum());
+            foto(QStringLiteral("albero_scorso"));
+            sideways->setValue(0);
             demo.paginaAnagrafiche();
             foto(QStringLiteral("anagrafiche"));
             auto *filtro = demo.control<QLineEdit>(QStringLiteral("TXT_FILTROANAGRAFICHE"));
