@@ -1,12 +1,15 @@
 #include "tests/forms/distintafixture.h"
 #include "tests/support/altletters.h"
 
+#include "forms/listini/frmgd_listini.h"
 #include "framework/emptyviewhint.h"
+#include "framework/italiantranslations.h"
 #include "framework/recordsetgridfiltermodel.h"
 #include "framework/treelist/treelistview.h"
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QFileDialog>
 #include <QApplication>
 #include <QFileInfo>
 #include <QHash>
@@ -394,7 +397,31 @@ private slots:
             search->setText(QStringLiteral("Nessuno con questo nome"));
             QTest::keyClick(search, Qt::Key_Return);
             foto(QStringLiteral("ricerca_albero_senza_esito"));
+            tabs->setCurrentIndex(2);
+            demo.control<QLineEdit>(QStringLiteral("TXT_RAGIONESOC"))->setText(QStringLiteral("Bar"));
+            demo.premi(QStringLiteral("CMD_RICERCA"));
+            foto(QStringLiteral("ricerca_risultati"));
+
+            // The priority picker, opened on the focused node's priority, and Qt's own file
+            // dialog, in Italian as the program shows it.
+            PrioritaScelta scelta;
+            auto *picker = new FRMGD_LISTINI(scelta);
+            picker->setActiveDll(demo.form->ActiveDll());
+            picker->setEntryClass(demo.form->entryClass());
+            picker->showModeless(nullptr);
+            picker->Form_Activate();
+            DistintaFixture::attendi();
+            QVERIFY(picker->grab().save(QDir(folder).filePath(QStringLiteral("priorita") + suffix)));
+            delete picker;
         }
+        QVERIFY(fw::installItalianTranslations(*QCoreApplication::instance()));
+        QFileDialog save(nullptr, QStringLiteral("Esporta la distinta"));
+        save.setOption(QFileDialog::DontUseNativeDialog);
+        save.setAcceptMode(QFileDialog::AcceptSave);
+        save.resize(800, 500);
+        save.show();
+        DistintaFixture::attendi();
+        QVERIFY(save.grab().save(QDir(folder).filePath(QStringLiteral("dialogo_file.png"))));
     }
 };
 
