@@ -9,6 +9,17 @@
 
 namespace fw {
 
+ColumnFit::Columns ColumnFit::designList(QList<int> &designTwips, std::function<int(int column)> minimumWidth)
+{
+    return {.designTwips = [&designTwips](int column) { return designTwips.value(column, 1200); },
+            .minimumWidth = std::move(minimumWidth),
+            .setDesignTwips =
+                [&designTwips](int column, int twips) {
+                    if (column < designTwips.size())
+                        designTwips[column] = twips;
+                }};
+}
+
 ColumnFit::ColumnFit(QAbstractScrollArea *view, QHeaderView *header, Columns columns)
     : QObject(view)
     , m_view(view)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <functional>
 
@@ -27,6 +28,10 @@ public:
     };
 
     ColumnFit(QAbstractScrollArea *view, QHeaderView *header, Columns columns);
+
+    // The columns of a view that keeps its design widths in a list by column (the declared widths,
+    // then the user's; 1200 twips for a column it does not know yet).
+    static Columns designList(QList<int> &designTwips, std::function<int(int column)> minimumWidth);
 
     void setFillWidth(bool fill);
     bool fillWidth() const { return m_fill; }

@@ -23,14 +23,9 @@ constexpr int ManyRowsToOrder = 100000;
 RecordsetGrid::RecordsetGrid(QWidget *parent)
     : QTableView(parent)
     , m_model(new RecordsetGridModel(this))
-    , m_widths(new ColumnFit(this, horizontalHeader(),
-                             {.designTwips = [this](int column) { return m_designTwips.value(column, 1200); },
-                              .minimumWidth = [this](int column) { return minimumColumnWidth(column); },
-                              .setDesignTwips =
-                                  [this](int column, int twips) {
-                                      if (column < m_designTwips.size())
-                                          m_designTwips[column] = twips;
-                                  }}))
+    , m_widths(new ColumnFit(this, horizontalHeader(), ColumnFit::designList(m_designTwips, [this](int column) {
+                                 return minimumColumnWidth(column);
+                             })))
 {
     setModel(m_model);
     setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -68,8 +68,8 @@ private:
     void onRecordsetRowChanged(int row);
 
     RecordsetGridModel *m_model;
+    QList<int> m_designTwips; // by column: the declared widths, then the user's; before m_widths, which reads it
     ColumnFit *m_widths;
-    QList<int> m_designTwips; // by column: the declared widths, then the user's
     RecordsetGridFilterModel *m_filter = nullptr;
     QStringList m_unsortedKeys;
     QMetaObject::Connection m_selectionConnection;

@@ -16,14 +16,9 @@ namespace fw {
 RecordsetGroupGrid::RecordsetGroupGrid(QWidget *parent)
     : QTreeView(parent)
     , m_model(new RecordsetGroupModel(this))
-    , m_widths(new ColumnFit(this, header(),
-                             {.designTwips = [this](int column) { return m_designTwips.value(column, 1200); },
-                              .minimumWidth = [this](int column) { return minimumColumnWidth(column); },
-                              .setDesignTwips =
-                                  [this](int column, int twips) {
-                                      if (column < m_designTwips.size())
-                                          m_designTwips[column] = twips;
-                                  }}))
+    , m_widths(new ColumnFit(this, header(), ColumnFit::designList(m_designTwips, [this](int column) {
+                                 return minimumColumnWidth(column);
+                             })))
 {
     setModel(m_model);
     setSelectionBehavior(QAbstractItemView::SelectRows);

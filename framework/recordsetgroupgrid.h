@@ -48,9 +48,9 @@ private:
     void choose(const QModelIndex &index);
 
     RecordsetGroupModel *m_model;
+    QList<int> m_designTwips; // by column: the declared widths, then the user's; before m_widths, which reads it
     ColumnFit *m_widths;
-    QList<int> m_designTwips; // by column: the declared widths, then the user's
-    int m_widestGroup = 0;    // pixels, of the groups shown
+    int m_widestGroup = 0; // pixels, of the groups shown
 };
 
 } // namespace fw
