@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <memory>
 
 namespace fw {
 
@@ -30,8 +31,9 @@ public:
     // the caller's host objects (connection, global services, navigator, rights) and opens it.
     virtual bool openComponent(const QString &programId, const Cinterface &caller) = 0;
 
-    // Opens a component the caller has already created and prepared, as the above.
-    virtual bool openCreatedComponent(Cinterface &component, const Cinterface &caller) = 0;
+    // Opens, as a window of the shell, a component that the caller has created and given its
+    // host objects; the host keeps it from then on, as it keeps those it creates.
+    virtual bool openCreatedComponent(std::unique_ptr<Cinterface> component) = 0;
 
     // The promotions management, showing the campaigns that match filter (" MG94_CODCAMP IN (...)").
     virtual bool openPromotions(const QString &filter) = 0;

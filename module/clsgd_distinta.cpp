@@ -1,5 +1,6 @@
 #include "module/clsgd_distinta.h"
 
+#include "forms/anagdistinta/frmgd_anagdistinta.h"
 #include "forms/distinta/frmgd_distinta.h"
 #include "framework/activenavigator.h"
 #include "framework/layoutobjectmodel.h"
@@ -206,8 +207,15 @@ qint32 CLSGD_DISTINTA::hwndParent() const
 QVariant CLSGD_DISTINTA::ShowForm()
 {
     trapped([&] {
-        auto *form = new FRMGD_DISTINTA;
-        m_form = form; // an earlier editor stays open, no longer referenced
+        FormFrame *form = nullptr;
+        if (m_typeMaintenance) {
+            auto *types = new FRMGD_ANAGDISTINTA;
+            types->setIdDistinta(m_idDistinta);
+            form = types;
+        } else {
+            form = new FRMGD_DISTINTA;
+        }
+        m_form = form; // an earlier form stays open, no longer referenced
         form->setActiveDll(ActiveDll());
         form->setEntryClass(this);
         form->setWindowTitle(m_caption);
@@ -330,9 +338,25 @@ QVariant CLSGD_DISTINTA::Filtro() const
     return {};
 }
 
-FRMGD_DISTINTA *CLSGD_DISTINTA::form() const
+std::unique_ptr<fw::Cinterface> CLSGD_DISTINTA::createInstance() const
+{
+    return std::make_unique<CLSGD_DISTINTA>();
+}
+
+void CLSGD_DISTINTA::setTypeMaintenance(std::optional<qint64> idDistinta)
+{
+    m_typeMaintenance = true;
+    m_idDistinta = idDistinta;
+}
+
+FormFrame *CLSGD_DISTINTA::shownForm() const
 {
     return m_form;
+}
+
+FRMGD_DISTINTA *CLSGD_DISTINTA::form() const
+{
+    return qobject_cast<FRMGD_DISTINTA *>(m_form);
 }
 
 void CLSGD_DISTINTA::ActiveNavigator_BeforeExportToOffice()
@@ -350,7 +374,7 @@ void CLSGD_DISTINTA::ActiveNavigator_InitializeLayoutObjectModel(fw::LayoutObjec
         if (!contract || !contract->IsActive() || !m_form || !model)
             return;
         QObject *form = model->registerForm(m_form->layoutObject(), m_form->formIdentifier());
-        m_form = qobject_cast<FRMGD_DISTINTA *>(form);
+        m_form = qobject_cast<FormFrame *>(form);
     });
 }
 

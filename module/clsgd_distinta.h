@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/distinta/moduleentry.h"
 #include "framework/cinterface.h"
 #include "framework/contractpointer.h"
 #include "framework/listexporter.h"
@@ -9,6 +10,7 @@
 #include <QPointer>
 #include <functional>
 
+class FormFrame;
 class FRMGD_DISTINTA;
 
 namespace fw {
@@ -19,10 +21,17 @@ class ScriptObjectModel;
 // The module's entry class: the shell fills in the host contract and calls ShowForm, which
 // opens the classification tree editor. It keeps what the host gives, as given, and never
 // lets an error reach the host: a failing member leaves things as they stood.
-class CLSGD_DISTINTA : public QObject, public fw::Cinterface, public fw::ListPrinter, public fw::ListExporter
+//
+// The editor opens the classification types through a new instance of this class that it hands
+// to the host (ModuleEntry); that one instance opens the type maintenance instead.
+class CLSGD_DISTINTA : public QObject,
+                       public fw::Cinterface,
+                       public fw::ListPrinter,
+                       public fw::ListExporter,
+                       public distinta::ModuleEntry
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter)
+    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter distinta::ModuleEntry)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);
@@ -88,7 +97,12 @@ public:
     bool exportList(const QString &code, std::optional<int> level, std::optional<QDate> date, const QString &path,
                     fw::ExportFile::Format format) override;
 
-    // The editor opened by the last ShowForm; null before it or once the editor is gone.
+    std::unique_ptr<fw::Cinterface> createInstance() const override;
+    void setTypeMaintenance(std::optional<qint64> idDistinta) override;
+    FormFrame *shownForm() const override;
+
+    // The editor opened by the last ShowForm; null before it, once the editor is gone, or when
+    // this instance opens the type maintenance.
     FRMGD_DISTINTA *form() const;
 
 signals:
@@ -125,5 +139,7 @@ private:
     float m_left = 0;
     qint16 m_programMode = 0;
     qint16 m_windowState = 0;
-    QPointer<FRMGD_DISTINTA> m_form;
+    bool m_typeMaintenance = false;
+    std::optional<qint64> m_idDistinta;
+    QPointer<FormFrame> m_form;
 };

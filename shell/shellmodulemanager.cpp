@@ -54,10 +54,16 @@ bool ShellModuleManager::openComponent(const QString &programId, const fw::Cinte
     return open(programId, contextFrom(caller)) != nullptr;
 }
 
-bool ShellModuleManager::openCreatedComponent(fw::Cinterface &component, const fw::Cinterface &caller)
+bool ShellModuleManager::openCreatedComponent(std::unique_ptr<fw::Cinterface> component)
 {
-    fw::fillHostContract(component, contextFrom(caller));
-    component.ShowForm();
+    if (!component)
+        return false;
+    // Its host objects are the caller's choice; where it shows is the shell's.
+    fw::Cinterface *opened = component.get();
+    m_components.push_back(std::move(component));
+    opened->setActiveFrame(m_shell.activeFrame);
+    opened->setWindowModal(false);
+    opened->ShowForm();
     return true;
 }
 

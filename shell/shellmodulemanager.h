@@ -21,7 +21,7 @@ public:
     fw::Cinterface *open(const QString &programId, const fw::HostContext &context);
 
     bool openComponent(const QString &programId, const fw::Cinterface &caller) override;
-    bool openCreatedComponent(fw::Cinterface &component, const fw::Cinterface &caller) override;
+    bool openCreatedComponent(std::unique_ptr<fw::Cinterface> component) override;
     bool openPromotions(const QString &filter) override;
     bool openContract(const fw::ContractReference &contract) override;
     bool openSubjectMasterData(int subjectKind, qint64 subjectCode) override;

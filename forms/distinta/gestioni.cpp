@@ -1,9 +1,11 @@
 #include "forms/distinta/gestioni.h"
 
 #include "forms/anagdistinta/frmgd_anagdistinta.h"
+#include "forms/distinta/moduleentry.h"
 #include "forms/distinta/selettore.h"
 #include "frame/formframe.h"
 #include "framework/cinterface.h"
+#include "framework/hostcontext.h"
 #include "framework/modulemanager.h"
 
 #include <QMdiArea>
@@ -35,6 +37,11 @@ QString componenteGestione(const QString &key)
     if (key == QLatin1String("Listini"))
         return QStringLiteral("PRIOLIST.PriceLists");
     return {};
+}
+
+ModuleEntry *moduleEntry(fw::Cinterface *entryClass)
+{
+    return qobject_cast<ModuleEntry *>(dynamic_cast<QObject *>(entryClass));
 }
 
 } // namespace
@@ -71,7 +78,7 @@ void Gestioni::CMD_GESTIONICOLLEGATE_Click(const QString &key, const QString &ca
 {
     m_form.step(QStringLiteral("CMD_GESTIONICOLLEGATE"), [&] {
         if (key == QLatin1String("Distinta")) {
-            apriAnagraficaDistinta();
+            apriAnagraficaDistinta(caption);
             return;
         }
         const QString programId = componenteGestione(key);
@@ -83,9 +90,11 @@ void Gestioni::CMD_GESTIONICOLLEGATE_Click(const QString &key, const QString &ca
     });
 }
 
-// The type maintenance opens on the type chosen in the selector, or on none from a root. When it
+// The type maintenance is a new instance of the module's entry class, with the editor's host
+// objects, opened by the host like the suite's managements. It opens on the type chosen in the
+// selector, or on none from a root. While it is open the same window is brought forward; when it
 // closes, the selector is built again so that new and changed types show at once.
-void Gestioni::apriAnagraficaDistinta()
+void Gestioni::apriAnagraficaDistinta(const QString &caption)
 {
     if (m_anagraficaDistinta) {
         if (auto *window = qobject_cast<QMdiSubWindow *>(m_anagraficaDistinta->parentWidget()))
@@ -94,14 +103,29 @@ void Gestioni::apriAnagraficaDistinta()
             m_anagraficaDistinta->activateWindow();
         return;
     }
-    auto *form = new FRMGD_ANAGDISTINTA;
-    form->setActiveDll(m_form.ActiveDll());
-    form->setEntryClass(m_form.entryClass());
-    if (m_selettore.distintaScelta())
-        form->setIdDistinta(m_selettore.chiaveSelezionata().mid(1).toLongLong());
-    connect(form, &FormFrame::unloaded, this, &Gestioni::anagraficaDistintaChiusa);
-    m_anagraficaDistinta = form;
-    form->showModeless(m_form.entryClass() ? m_form.entryClass()->ActiveFrame() : nullptr);
+    fw::Cinterface *caller = m_form.entryClass();
+    ModuleEntry *self = moduleEntry(caller);
+    if (!self) {
+        m_form.avviso(QStringLiteral("Il programma non può aprire la gestione \"%1\".").arg(caption));
+        return;
+    }
+    fw::ModuleManager *modules = m_form.moduleManager(caption);
+    if (!modules)
+        return;
+    std::unique_ptr<fw::Cinterface> instance = self->createInstance();
+    ModuleEntry *types = moduleEntry(instance.get());
+    fw::HostContext context = fw::HostContext::from(*caller);
+    context.caption = caption;
+    fw::fillHostContract(*instance, context);
+    types->setTypeMaintenance(m_selettore.distintaScelta()
+                                  ? std::optional<qint64>(m_selettore.chiaveSelezionata().mid(1).toLongLong())
+                                  : std::nullopt);
+    if (!modules->openCreatedComponent(std::move(instance)))
+        return;
+    // The host keeps the instance it opened, and with it the form.
+    m_anagraficaDistinta = qobject_cast<FRMGD_ANAGDISTINTA *>(types->shownForm());
+    if (m_anagraficaDistinta)
+        connect(m_anagraficaDistinta, &FormFrame::unloaded, this, &Gestioni::anagraficaDistintaChiusa);
 }
 
 void Gestioni::anagraficaDistintaChiusa()

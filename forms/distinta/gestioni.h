@@ -36,7 +36,7 @@ signals:
     void tipiCambiati();
 
 private:
-    void apriAnagraficaDistinta();
+    void apriAnagraficaDistinta(const QString &caption);
     void anagraficaDistintaChiusa();
 
     FormFrame &m_form;

@@ -115,8 +115,9 @@ private slots:
         QCOMPARE(f.host.modules().requests.size(), 3);
     }
 
-    // "Anagrafica distinta" opens this module's type maintenance on the chosen type, or on no
-    // type from a root; the host's module manager is not involved.
+    // "Anagrafica distinta" is a new instance of the module's entry class, with the editor's host
+    // objects, that the host opens and keeps as one more component: the type maintenance, on the
+    // chosen type, or on no type from a root. A host that cannot open it opens nothing.
     void typeMaintenanceOpensOnTheChosenType()
     {
         Editor f;
@@ -126,16 +127,33 @@ private slots:
         FRMGD_ANAGDISTINTA *types = f.form->parti().gestioni.anagraficaDistinta();
         QVERIFY(types);
         f.anagrafica = types;
+        QCOMPARE(f.host.modules().requests.size(), 1);
+        QCOMPARE(f.host.modules().requests.first().what, QStringLiteral("created"));
+        QCOMPARE(f.host.modules().requests.first().callerCaption, QStringLiteral("Anagrafica distinta"));
+        QVERIFY(f.host.modules().requests.first().callerHasConnection);
+        QCOMPARE(f.host.modules().createdComponents.size(), size_t(1));
+        auto *instance = dynamic_cast<CLSGD_DISTINTA *>(f.host.modules().createdComponents.front().get());
+        QVERIFY(instance && instance != f.entry.get());
+        QCOMPARE(instance->shownForm(), types);
+        QVERIFY(!instance->form()); // no second editor
+        QCOMPARE(instance->ClsGlobal(), f.entry->ClsGlobal());
+        QCOMPARE(instance->ActiveNavigator(), f.entry->ActiveNavigator());
         types->Form_Activate();
         QCoreApplication::processEvents();
         QCOMPARE(types->idDistinta(), std::optional<qint64>(f.f01));
         QCOMPARE(f.testo(QStringLiteral("TXT_GD01_CODICE"))->text(), QStringLiteral("F01"));
         QCOMPARE(types->windowTitle(), QStringLiteral("Anagrafica distinta"));
-        QVERIFY(f.host.modules().requests.isEmpty());
 
         f.gestione(QStringLiteral("Distinta"))->trigger(); // already open: the same form
         QCOMPARE(f.form->parti().gestioni.anagraficaDistinta(), types);
+        QCOMPARE(f.host.modules().requests.size(), 1);
         QVERIFY(types->unload());
+
+        f.host.modules().installed = [](const QString &) { return false; };
+        f.gestione(QStringLiteral("Distinta"))->trigger();
+        QVERIFY(!f.form->parti().gestioni.anagraficaDistinta());
+        QCOMPARE(f.host.modules().createdComponents.size(), size_t(1));
+        f.host.modules().installed = [](const QString &) { return true; };
 
         f.clicca(QStringLiteral("P0"));
         f.gestione(QStringLiteral("Distinta"))->trigger();

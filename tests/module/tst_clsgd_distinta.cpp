@@ -1,3 +1,4 @@
+#include "forms/anagdistinta/frmgd_anagdistinta.h"
 #include "forms/distinta/frmgd_distinta.h"
 #include "module/clsgd_distinta.h"
 #include "tests/support/scriptedhost.h"
@@ -115,6 +116,36 @@ private slots:
         QCOMPARE(navigator.registrations.first().object, form);
         QCOMPARE(navigator.layouts, QStringList(QStringLiteral("FRMGD_DISTINTA")));
         QCOMPARE(entry->form(), form); // the model gave the same editor back
+    }
+
+    // The instance the editor makes for the classification types opens the type maintenance on
+    // the type it was given, and closes it as it would close the editor.
+    void anInstanceForTheTypesOpensTheTypeMaintenance()
+    {
+        ScriptedHost host;
+        auto entry = host.createEntryClass();
+        std::unique_ptr<fw::Cinterface> made = entry->createInstance();
+        auto *types = dynamic_cast<CLSGD_DISTINTA *>(made.get());
+        QVERIFY(types && types != entry.get());
+        QCOMPARE(types->ActiveDll(), static_cast<fw::Cinterface *>(types));
+        QVERIFY(!types->Connection() && types->Caption().isEmpty()); // as new as the host's own
+        fw::HostContext context = host.context();
+        context.caption = QStringLiteral("Anagrafica distinta");
+        fw::fillHostContract(*types, context);
+        types->setTypeMaintenance(42);
+        types->ShowForm();
+
+        auto *form = qobject_cast<FRMGD_ANAGDISTINTA *>(types->shownForm());
+        QVERIFY(form);
+        QVERIFY(!types->form());
+        QCOMPARE(form->idDistinta(), std::optional<qint64>(42));
+        QCOMPARE(form->windowTitle(), QStringLiteral("Anagrafica distinta"));
+        QCOMPARE(form->entryClass(), static_cast<fw::Cinterface *>(types));
+        emit host.navigator().InitializeLayoutObjectModel(&host.navigator());
+        QCOMPARE(host.navigator().layouts, QStringList(QStringLiteral("FRMGD_ANAGDISTINTA")));
+        QCOMPARE(types->CloseForm().toBool(), true);
+        QVERIFY(!entry->shownForm()); // the first instance never opened anything
+        QVERIFY(host.log().isQuiet());
     }
 
     void editorOutlivesTheEntryClassSafely()

@@ -16,11 +16,17 @@ bool ScriptedModuleManager::openComponent(const QString &programId, const fw::Ci
                    .callerHasConnection = caller.Connection() != nullptr});
 }
 
-bool ScriptedModuleManager::openCreatedComponent(fw::Cinterface &, const fw::Cinterface &caller)
+bool ScriptedModuleManager::openCreatedComponent(std::unique_ptr<fw::Cinterface> component)
 {
-    return answer({.what = QStringLiteral("created"),
-                   .callerCaption = caller.Caption(),
-                   .callerHasConnection = caller.Connection() != nullptr});
+    if (!answer({.what = QStringLiteral("created"),
+                 .callerCaption = component->Caption(),
+                 .callerHasConnection = component->Connection() != nullptr}))
+        return false;
+    fw::Cinterface *opened = component.get();
+    createdComponents.push_back(std::move(component));
+    opened->setWindowModal(false);
+    opened->ShowForm();
+    return true;
 }
 
 bool ScriptedModuleManager::openPromotions(const QString &filter)

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 #include <functional>
+#include <memory>
+#include <vector>
 
 // The host's module manager as the tests play it: records every request and answers as told.
 // A request for what the host has not installed is answered false after recording it, as the
@@ -19,14 +21,14 @@ public:
         int company = 0;
         int subjectKind = -1;
         qint64 subjectCode = 0;
-        QString callerCaption;
+        QString callerCaption; // of a created component: its own
         bool callerHasConnection = false;
         QString filter;                 // promotions
         fw::ContractReference contract; // contract
     };
 
     bool openComponent(const QString &programId, const fw::Cinterface &caller) override;
-    bool openCreatedComponent(fw::Cinterface &component, const fw::Cinterface &caller) override;
+    bool openCreatedComponent(std::unique_ptr<fw::Cinterface> component) override;
     bool openPromotions(const QString &filter) override;
     bool openContract(const fw::ContractReference &contract) override;
     bool openSubjectMasterData(int subjectKind, qint64 subjectCode) override;
@@ -38,6 +40,8 @@ public:
     std::function<bool(const QString &programId, int company, qint64 subjectCode)> cardOpener;
 
     QList<Request> requests;
+    // The components handed over already created, kept and shown as the shell does (when installed).
+    std::vector<std::unique_ptr<fw::Cinterface>> createdComponents;
 
 private:
     bool answer(const Request &request);
