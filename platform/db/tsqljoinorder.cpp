@@ -1,8 +1,10 @@
-// RIGHT OUTER JOIN chains written in LEFT OUTER JOIN order.
+// RIGHT OUTER JOIN chains written in LEFT OUTER JOIN order, and parenthesised joins unnested.
 //
 // SQLite runs A RIGHT JOIN (B JOIN C ON ...) ON ... by copying the parenthesised join aside and
 // scanning that copy once per row of A, and it cannot lead with a table it must keep whole.
 // The same relation written as B JOIN C ON ... LEFT JOIN A ON ... is planned from B's indexes.
+// A LEFT JOIN (P LEFT JOIN Q ON ...) ON ... is copied aside the same way, all of P, for every
+// statement; written as one chain it reads P through its index for each row of A.
 // Three equivalences do the rewriting, each used only where it provably holds:
 //
 //   A RIGHT JOIN B ON c                 =  B LEFT JOIN A ON c
@@ -42,6 +44,7 @@ struct TsqlRewriter::JoinChain
     };
     const JoinNode *first = nullptr;
     std::vector<Step> steps;
+    bool unnested = false; // a parenthesised join was written into the chain
 
     void collectNames(QStringList &names) const
     {
@@ -128,10 +131,15 @@ bool TsqlRewriter::emitFromInJoinOrder(int b, int e)
         return false;
     int i = b;
     std::unique_ptr<JoinNode> tree = parseJoinTree(i, e);
-    if (!tree || i != e || !hasRightJoin(tree.get()))
+    if (!tree || i != e)
         return false;
-    turnRightJoins(*tree);
-    emitJoinChain(joinChain(*tree));
+    const bool rightJoins = hasRightJoin(tree.get());
+    if (rightJoins)
+        turnRightJoins(*tree);
+    const JoinChain chain = joinChain(*tree);
+    if (!rightJoins && !chain.unnested)
+        return false;
+    emitJoinChain(chain);
     return true;
 }
 
@@ -211,10 +219,12 @@ TsqlRewriter::JoinChain TsqlRewriter::joinChain(const JoinNode &node) const
         return chain;
     }
     JoinChain inner = joinChain(*node.right);
+    chain.unnested = chain.unnested || inner.unnested;
     if (joinsAsChain(node, chain, inner)) {
         step.table = inner.first;
         chain.steps.push_back(step);
         chain.steps.insert(chain.steps.end(), inner.steps.begin(), inner.steps.end());
+        chain.unnested = true;
     } else {
         step.group = std::make_shared<const JoinChain>(std::move(inner));
         chain.steps.push_back(step);

@@ -1,4 +1,5 @@
-// RIGHT OUTER JOIN chains are written for SQLite in LEFT OUTER JOIN order. Whatever order comes
+// RIGHT OUTER JOIN chains are written for SQLite in LEFT OUTER JOIN order, and parenthesised
+// outer joins as one chain where that means the same. Whatever order comes
 // out, the rows must be those of the statement as the server reads it: each case runs the
 // translation and SQLite's own reading of the same joins with their parentheses written out,
 // on tables whose join keys are null, missing or repeated on every side.
@@ -139,6 +140,19 @@ void TestTsqlJoinOrder::sameRowsAsTheServer_data()
            "y.id < 5"
         << "SELECT x.id, y.id, z.id FROM A x RIGHT JOIN (B AS y LEFT JOIN C z ON z.m = y.m) ON x.k = y.k WHERE y.id < 5"
         << true;
+    QTest::newRow("left join of parenthesised left joins, unnested") << allColumns
+            + "FROM A LEFT OUTER JOIN (B LEFT OUTER JOIN C ON B.m = C.m) ON A.k = B.k"
+              " LEFT OUTER JOIN (D LEFT OUTER JOIN C AS C2 ON D.id = C2.id) ON B.w = D.id"
+                                                                     << allColumns
+            + "FROM A LEFT JOIN (B LEFT JOIN C ON B.m = C.m) ON A.k = B.k"
+              " LEFT JOIN (D LEFT JOIN C AS C2 ON D.id = C2.id) ON B.w = D.id"
+                                                                     << true;
+    QTest::newRow("left group whose condition holds on nulls stays grouped")
+        << allColumns + "FROM A LEFT JOIN (B LEFT JOIN C ON C.m = 100) ON A.k = B.k LEFT JOIN D ON D.k = A.k"
+        << allColumns + "FROM A LEFT JOIN (B LEFT JOIN C ON C.m = 100) ON A.k = B.k LEFT JOIN D ON D.k = A.k" << true;
+    QTest::newRow("left group joined on its second table stays grouped")
+        << allColumns + "FROM A LEFT JOIN (B LEFT JOIN C ON B.m = C.m) ON A.k = C.id LEFT JOIN D ON D.k = A.k"
+        << allColumns + "FROM A LEFT JOIN (B LEFT JOIN C ON B.m = C.m) ON A.k = C.id LEFT JOIN D ON D.k = A.k" << true;
     QTest::newRow("columns by * keep the order written") << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k"
                                                          << "SELECT * FROM A RIGHT JOIN B ON A.k = B.k" << false;
 }
@@ -199,6 +213,9 @@ void TestTsqlJoinOrder::writtenAsLeftJoins_data()
         << "SELECT IFNULL(A.v, '') FROM \"#B\" b LEFT OUTER JOIN \"A\" ON A.k = IFNULL(b.k, 0)";
     QTest::newRow("subquery operand") << "SELECT 1 FROM (SELECT TOP 1 k FROM A) s RIGHT JOIN B ON s.k = B.k"
                                       << "SELECT 1 FROM B LEFT OUTER JOIN (SELECT k FROM A LIMIT 1) s ON s.k = B.k";
+    QTest::newRow("nested left joins as one chain")
+        << "SELECT 1 FROM A LEFT OUTER JOIN (B LEFT OUTER JOIN C ON B.m = C.m) ON A.k = B.k"
+        << "SELECT 1 FROM A LEFT OUTER JOIN B ON A.k = B.k LEFT OUTER JOIN C ON B.m = C.m";
     QTest::newRow("no right join: as written") << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k"
                                                << "SELECT 1 FROM A LEFT JOIN (B JOIN C ON B.m = C.m) ON A.k = B.k";
     QTest::newRow("comma join: as written") << "SELECT 1 FROM A, B RIGHT JOIN C ON B.m = C.m"
