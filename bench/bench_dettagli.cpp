@@ -32,6 +32,7 @@ namespace {
 
 constexpr int walkLength = 1000;
 constexpr int firstNode = 2000; // tree order: well inside the tree, away from its first root
+constexpr double keyRepeatShareMs = 3.3;
 
 const char *const pageNames[] = {"master data", "in-invoice campaigns", "off-invoice conditions"};
 
@@ -133,10 +134,14 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         bench::addTiming(table,
                          QStringLiteral("floor: the walk's %1 statements bare (%2)").arg(statements.size()).arg(name),
                          floor, floor.bestMs);
-        bench::addTiming(table, QStringLiteral("focus through 1,000 nodes, %1 page").arg(name), editor, floor.bestMs,
-                         bench::Target::TwiceFloor);
-        table.addRow(QStringLiteral("per focus change, %1 page").arg(name), editor.bestMs / walkLength,
-                     QStringLiteral("ms"), floor.bestMs / walkLength);
+        bench::addTiming(table, QStringLiteral("focus through 1,000 nodes, %1 page").arg(name), editor, floor.bestMs);
+        // Painted, a focus change must keep up with a held key: a tenth of the 33 ms between two
+        // repeats at 30 a second.
+        const double perChange = editor.bestMs / walkLength;
+        table.addRow(QStringLiteral("per focus change, %1 page").arg(name), perChange, QStringLiteral("ms"),
+                     floor.bestMs / walkLength,
+                     perChange <= keyRepeatShareMs ? QStringLiteral("target <= 3.3 ms: met")
+                                                   : QStringLiteral("target <= 3.3 ms: MISSED"));
 
         // The same walk with the window hidden: what is left once nothing is painted.
         QWidget *window = form->window();
@@ -145,7 +150,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         window->show();
         QCoreApplication::processEvents();
         bench::addTiming(table, QStringLiteral("the same, window hidden (no painting), %1 page").arg(name), unpainted,
-                         floor.bestMs);
+                         floor.bestMs, bench::Target::TwiceFloor);
     }
 
     // Keys faster than the loop: the focus crosses 1,000 nodes before the event loop turns; the
@@ -162,8 +167,11 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
                 tree->setFocusedAbsoluteIndex(firstNode + i);
             QCoreApplication::processEvents();
         });
-    bench::check(form->parti().dettagli.datiAnagrafici().soggettoCaricato().has_value(),
-                 QStringLiteral("the sheet did not catch up"));
+    // The sheet shows the node where the focus stopped, not one it crossed.
+    const qint64 lastSubject =
+        tree->nodeAt(firstNode + walkLength - 1).value(QStringLiteral("trGD02_CLIFOR_CG44")).toLongLong();
+    bench::check(form->parti().dettagli.datiAnagrafici().soggettoCaricato() == std::optional<qint64>(lastSubject),
+                 QStringLiteral("the sheet did not catch up with the last node"));
     table.addRow(QStringLiteral("keys faster than the loop: 1,000 focus changes, two page loads (master data)"),
                  held.bestMs, QStringLiteral("ms"), std::nullopt,
                  QStringLiteral("%1 ms per focus change").arg(bench::ms(held.bestMs / walkLength)));

@@ -76,4 +76,18 @@ QList<int> proportionalWidths(const QList<int> &designWidths, const QList<int> &
     return widths;
 }
 
+int WidthMemo::width(const QFont &font, const QString &key, const std::function<int()> &measure)
+{
+    if (font != m_font || m_widths.size() >= Capacity) {
+        m_widths.clear();
+        m_font = font;
+    }
+    const auto known = m_widths.constFind(key);
+    if (known != m_widths.constEnd())
+        return *known;
+    const int measured = measure();
+    m_widths.insert(key, measured);
+    return measured;
+}
+
 } // namespace fw

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QFont>
+#include <QHash>
 #include <QList>
 #include <QString>
+#include <functional>
 
 class QFontMetrics;
 
@@ -29,5 +32,20 @@ int minimumColumnWidth(const QString &heading, const QFontMetrics &header, int v
 // columns held at their minimum leave the rest to the others, still in proportion. When the
 // minimums alone do not fit, every column gets its minimum (the view scrolls sideways).
 QList<int> proportionalWidths(const QList<int> &designWidths, const QList<int> &minimums, int available);
+
+// Widths measured once and kept while the font stays the same: the grids under the tree are
+// filled again at every focus change, and measuring text is what laying them out costs.
+class WidthMemo
+{
+public:
+    // The width kept under key, or measure()'s, kept; all are forgotten when font is not the one
+    // they were measured in.
+    int width(const QFont &font, const QString &key, const std::function<int()> &measure);
+
+private:
+    static constexpr int Capacity = 4096;
+    QFont m_font;
+    QHash<QString, int> m_widths;
+};
 
 } // namespace fw

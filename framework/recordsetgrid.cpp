@@ -167,8 +167,11 @@ void RecordsetGrid::setFillWidth(bool fill)
 
 int RecordsetGrid::minimumColumnWidth(int column) const
 {
-    return fw::minimumColumnWidth(m_model->column(column), fontMetrics(), horizontalHeader()->fontMetrics(),
-                                  style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this));
+    const RecordsetGridColumn &declared = m_model->column(column);
+    return m_minimumWidths.width(font(), declaredWidthKey(declared), [&] {
+        return fw::minimumColumnWidth(declared, fontMetrics(), horizontalHeader()->fontMetrics(),
+                                      style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this));
+    });
 }
 
 // A new set of columns (or, without declared columns, of fields) starts from the declared widths.

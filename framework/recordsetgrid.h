@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/columnsizing.h"
 #include "framework/recordsetgridcolumn.h"
 #include "platform/db/recordset.h"
 
@@ -68,6 +69,7 @@ private:
     void onRecordsetRowChanged(int row);
 
     RecordsetGridModel *m_model;
+    mutable WidthMemo m_minimumWidths; // of the declared columns
     QList<int> m_designTwips; // by column: the declared widths, then the user's; before m_widths, which reads it
     ColumnFit *m_widths;
     RecordsetGridFilterModel *m_filter = nullptr;

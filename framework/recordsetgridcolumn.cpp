@@ -19,4 +19,10 @@ int minimumColumnWidth(const RecordsetGridColumn &column, const QFontMetrics &ce
     return fw::minimumColumnWidth(column.heading(), header, value, extraIndent);
 }
 
+QString declaredWidthKey(const RecordsetGridColumn &column, int extraIndent)
+{
+    return QString::number(int(column.kind)) + u'|' + QString::number(extraIndent) + u'|' + column.heading() + u'|'
+        + column.widthSample;
+}
+
 } // namespace fw

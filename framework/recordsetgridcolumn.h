@@ -42,5 +42,7 @@ struct RecordsetGridColumn
 // before the column's text.
 int minimumColumnWidth(const RecordsetGridColumn &column, const QFontMetrics &cells, const QFontMetrics &header,
                        int checkBoxWidth, int extraIndent = 0);
+// What that width depends on besides the fonts, as the key a WidthMemo keeps it under.
+QString declaredWidthKey(const RecordsetGridColumn &column, int extraIndent = 0);
 
 } // namespace fw

@@ -55,8 +55,10 @@ int RecordsetGroupGrid::minimumColumnWidth(int column) const
     // The tree's lines and the group headings are drawn in the column the tree is drawn in.
     const int treeColumn = treePosition() < 0 ? header()->logicalIndex(0) : treePosition();
     const int indent = column == treeColumn ? indentation() : 0;
-    int minimum = fw::minimumColumnWidth(declared, fontMetrics(), header()->fontMetrics(),
-                                         style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this), indent);
+    int minimum = m_minimumWidths.width(font(), declaredWidthKey(declared, indent), [&] {
+        return fw::minimumColumnWidth(declared, fontMetrics(), header()->fontMetrics(),
+                                      style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this), indent);
+    });
     if (declared.key.compare(m_model->groupField(), Qt::CaseInsensitive) == 0)
         minimum = std::max(minimum, m_widestGroup + CellTextPadding + indent);
     return minimum;

@@ -25,13 +25,18 @@ namespace {
 constexpr int larghezzaNome = 2000; // twips
 constexpr int larghezzaValore = 9000;
 
-// Names and values whole: the widest of the lines shown.
-int testoPiuLargo(const QTableWidget *griglia, int colonna)
+// Names and values whole: the widest of the lines shown. The names, and many values, come back
+// node after node: their widths are kept.
+int testoPiuLargo(const QTableWidget *griglia, int colonna, fw::WidthMemo &larghezze)
 {
     int largo = 0;
     for (int row = 0; row < griglia->rowCount(); ++row) {
-        if (const QTableWidgetItem *item = griglia->item(row, colonna))
-            largo = std::max(largo, griglia->fontMetrics().horizontalAdvance(item->text()));
+        if (const QTableWidgetItem *item = griglia->item(row, colonna)) {
+            const QString testo = item->text();
+            largo = std::max(largo, larghezze.width(griglia->font(), testo, [&] {
+                return griglia->fontMetrics().horizontalAdvance(testo);
+            }));
+        }
     }
     return largo;
 }
@@ -53,8 +58,9 @@ PaginaDatiAnagrafici::PaginaDatiAnagrafici(FormFrame &form, Albero &albero, cons
         GRD_DATIANAGRAFICI, GRD_DATIANAGRAFICI->horizontalHeader(),
         {.designTwips = [](int colonna) { return colonna == 0 ? larghezzaNome : larghezzaValore; },
          .minimumWidth =
-             [griglia = GRD_DATIANAGRAFICI](int colonna) {
-                 return fw::minimumColumnWidth(QString(), griglia->fontMetrics(), testoPiuLargo(griglia, colonna));
+             [griglia = GRD_DATIANAGRAFICI, larghezze = std::make_shared<fw::WidthMemo>()](int colonna) {
+                 return fw::minimumColumnWidth(QString(), griglia->fontMetrics(),
+                                               testoPiuLargo(griglia, colonna, *larghezze));
              },
          .setDesignTwips = [](int, int) {}}); // no heading to drag
     m_larghezze->setFillWidth(true);

@@ -293,6 +293,10 @@ int SqliteBackend::execute(const QString &sql)
 {
     // Not parameterised: what is executed is mostly DDL and writes, and DDL expires every
     // prepared statement of the connection anyway.
+    if (const std::optional<int> changed = executeOnTemporaryTable(sql))
+        return *changed;
+    dropHiddenTablesNamedIn(sql);
+    forgetTemporaryTablesChangedBy(sql);
     leaveSnapshot();
     int changed = 0;
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
@@ -304,6 +308,14 @@ int SqliteBackend::execute(const QString &sql)
             changed += int(sqlite3_changes64(m_handle));
     });
     return changed;
+}
+
+void SqliteBackend::run(const QString &text, const QString &sql, const QVariantList &values)
+{
+    forEachStatement(text, sql, [&](sqlite3_stmt *statement) {
+        bindAll(statement, values, sql);
+        step(statement, sql);
+    });
 }
 
 void SqliteBackend::bindAll(sqlite3_stmt *statement, const QVariantList &values, const QString &sql)
@@ -357,6 +369,7 @@ void SqliteBackend::readRows(sqlite3_stmt *statement, const QString &sql, const 
 
 std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QStringList &onlyFields)
 {
+    dropHiddenTablesNamedIn(sql);
     auto data = std::make_shared<RecordsetData>();
     const ParameterizedSelect shared = parameterizeConditions(sql);
     forEachStatement(shared.values.isEmpty() ? sql : shared.text, sql, [&](sqlite3_stmt *statement) {
@@ -374,6 +387,8 @@ std::shared_ptr<RecordsetData> SqliteBackend::query(const QString &sql, const QS
 
 int SqliteBackend::executeBound(const QString &sql, const QVariantList &values)
 {
+    dropHiddenTablesNamedIn(sql);
+    forgetTemporaryTablesChangedBy(sql);
     leaveSnapshot();
     int changed = 0;
     bool bound = false;
@@ -395,6 +410,7 @@ QVariant SqliteBackend::lastInsertedKey()
 
 std::optional<TableSchema> SqliteBackend::tableSchema(const QString &table)
 {
+    dropHiddenTablesNamedIn(table);
     // Asked for every recordset read from one table, to know whether it can be written back:
     // kept until the database's schema changes (by this connection or another). The schema is
     // looked at again only once the file has changed since it was last looked at: the pager's

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <list>
+#include <optional>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -64,14 +65,28 @@ private:
     void bindAll(sqlite3_stmt *statement, const QVariantList &values, const QString &sql);
     void readRows(sqlite3_stmt *statement, const QString &sql, const QStringList &onlyFields, RecordsetData &data);
 
+    // Temporary tables built again and again by the same SELECT ... INTO (sqlitetemporarytables.cpp).
+    struct TemporaryTable
+    {
+        QString builtBy;      // the SELECT that built it, its conditions' values as parameters
+        qint64 schemaVersion; // of the database when it was built
+        bool hidden = false;  // dropped, as far as the statements can tell
+    };
+    std::optional<int> executeOnTemporaryTable(const QString &sql);
+    // Runs text (prepared in place of sql, cached) with values bound, for a statement that returns no rows.
+    void run(const QString &text, const QString &sql, const QVariantList &values = {});
+    void dropHiddenTablesNamedIn(const QString &sql);
+    void forgetTemporaryTablesChangedBy(const QString &sql);
+
     sqlite3 *m_handle = nullptr;
     bool m_readOnly = false;
     StatementCache m_cache;
     QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
     qint64 m_schemaVersion = -1;
     int m_snapshotHolds = 0;
-    bool m_inSnapshot = false;                 // a read transaction begun here is open
-    std::optional<unsigned int> m_dataVersion; // the file's version when the schema was last read
+    bool m_inSnapshot = false;                        // a read transaction begun here is open
+    std::optional<unsigned int> m_dataVersion;        // the file's version when the schema was last read
+    QHash<QString, TemporaryTable> m_temporaryTables; // by lower-case name, "#gd12_temp"
 };
 
 } // namespace db

@@ -121,6 +121,18 @@ private slots:
         QCOMPARE(grid.columnWidth(2), fw::twipsToPixels(2500, dpi));
         QVERIFY(fw::twipsToPixels(300, dpi) < grid.minimumColumnWidth(4));
         QCOMPARE(grid.columnWidth(4), grid.minimumColumnWidth(4));
+
+        // The minimums are measured once per font and heading, not kept past either.
+        const int normal = grid.minimumColumnWidth(4);
+        QFont larger = grid.font();
+        larger.setPointSizeF(larger.pointSizeF() * 2);
+        grid.setFont(larger);
+        QVERIFY(grid.minimumColumnWidth(4) > normal);
+        QList<fw::RecordsetGridColumn> renamed = Fixture::columns();
+        renamed[4].caption = QStringLiteral("Attiva");
+        grid.setColumns(renamed);
+        QVERIFY(grid.minimumColumnWidth(4)
+                < grid.fontMetrics().horizontalAdvance(QStringLiteral("Attiva in campagne")));
     }
 
     // The grouping column holds its widest heading, in the bold the headings are drawn in.

@@ -1,7 +1,9 @@
+#include "platform/db/backend.h"
 #include "platform/db/connection.h"
 #include "platform/db/connectionstring.h"
 #include "platform/db/readsnapshot.h"
 #include "platform/db/recordset.h"
+#include "platform/db/recordsetdata.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -23,6 +25,7 @@ private slots:
     void failuresAreKeptOnTheErrorList();
     void executeCountsRowsAndTriggersRecurse();
     void cachedStatementsFollowSchemaChanges();
+    void temporaryTableBuiltAgainBySameSelect();
     void heldReadsShareASnapshotThatNoWriteWaitsOn();
     void traceHoldsEveryStatementAsSent();
     void connectionStringsKeepEveryValueWhole();
@@ -175,6 +178,65 @@ void TestConnection::cachedStatementsFollowSchemaChanges()
     QCOMPARE(rs->recordCount(), 3);
     m_connection->execute(QStringLiteral("DROP TABLE S"));
     QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->openRecordset(select));
+}
+
+// A page drops and builds its temporary table again for every node. Built again by the same
+// SELECT, the table holds exactly the new rows, the connection's schema does not change (nothing
+// prepared expires), and between the drop and the build the table is gone for every statement.
+// Another SELECT, or new columns in its source, build it anew with their columns.
+void TestConnection::temporaryTableBuiltAgainBySameSelect()
+{
+    m_connection->execute(QStringLiteral("CREATE TABLE P (ID INTEGER PRIMARY KEY, NODO INTEGER, DESCR VARCHAR(20))"));
+    m_connection->execute(QStringLiteral("INSERT INTO P VALUES (1, 10, 'uno'), (2, 20, 'due'), (3, 20, 'tre')"));
+    const QString drop = QStringLiteral("IF OBJECT_ID('tempdb..#T') IS NOT NULL DROP TABLE #T");
+    const auto build = [](const QString &columns, int node) {
+        return QStringLiteral("SELECT %1, 1 AS SEL INTO #T FROM P WHERE NODO = %2").arg(columns).arg(node);
+    };
+    const auto rows = [&] {
+        QStringList lines;
+        const RecordsetPtr rs = m_connection->openRecordset(QStringLiteral("SELECT * FROM #T"));
+        for (int row = 0; row < rs->recordCount(); ++row) {
+            QStringList cells;
+            for (int field = 0; field < rs->fieldCount(); ++field)
+                cells << rs->valueAt(row, field).toString();
+            lines << cells.join(u'|');
+        }
+        return lines;
+    };
+    const auto tempSchemaVersion = [&] {
+        const std::shared_ptr<RecordsetData> version = m_connection->backend().query(
+            QStringLiteral("PRAGMA temp.schema_version"));
+        return version->cell(0, 0).toLongLong();
+    };
+
+    m_connection->execute(drop);
+    m_connection->execute(build(QStringLiteral("*"), 20));
+    QCOMPARE(rows(), QStringList({"2|20|due|1", "3|20|tre|1"}));
+    const qint64 schema = tempSchemaVersion();
+    for (int node : {10, 99, 20}) {
+        m_connection->execute(drop);
+        QVERIFY_THROWS_EXCEPTION(DatabaseError, m_connection->openRecordset(QStringLiteral("SELECT * FROM #T")));
+        m_connection->clearErrors();
+        m_connection->execute(drop); // dropped already: nothing to do, as on the server
+        m_connection->execute(build(QStringLiteral("*"), node));
+    }
+    QCOMPARE(rows(), QStringList({"2|20|due|1", "3|20|tre|1"}));
+    m_connection->execute(drop);
+    m_connection->execute(build(QStringLiteral("*"), 10));
+    QCOMPARE(rows(), QStringList({"1|10|uno|1"}));
+    QVERIFY2(tempSchemaVersion() > schema, "the failed read dropped the table for real");
+    const qint64 kept = tempSchemaVersion();
+    m_connection->execute(drop);
+    m_connection->execute(build(QStringLiteral("*"), 20));
+    QCOMPARE(tempSchemaVersion(), kept);
+
+    m_connection->execute(drop);
+    m_connection->execute(build(QStringLiteral("DESCR"), 10));
+    QCOMPARE(rows(), QStringList({"uno|1"}));
+    m_connection->execute(QStringLiteral("ALTER TABLE P ADD COLUMN NOTE VARCHAR(5)"));
+    m_connection->execute(drop);
+    m_connection->execute(build(QStringLiteral("*"), 10));
+    QCOMPARE(rows(), QStringList({"1|10|uno||1"}));
 }
 
 void TestConnection::traceHoldsEveryStatementAsSent()
