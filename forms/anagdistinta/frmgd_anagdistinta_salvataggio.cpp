@@ -161,6 +161,8 @@ void FRMGD_ANAGDISTINTA::FME_DISTINTE_BeforeDelete(bool &cancel)
         }
         const QString tipo = MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_CODICE")))
             + QStringLiteral(" - ") + MODGD_DISTINTA::NvlStringa(rows->value(QStringLiteral("GD01_DESCR")));
+        // Asked on purpose, though the type has no nodes: a removed type cannot be brought back,
+        // and users expect to be asked first.
         cancel = message(QStringLiteral("Cancellare l'anagrafica distinta %1?").arg(tipo),
                          fw::MessageStyle::YesNoQuestion)
             != fw::Answer::Yes;

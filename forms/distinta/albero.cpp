@@ -170,6 +170,7 @@ void Albero::creaColonne()
     const QFont tahoma(QStringLiteral("Tahoma"));
     TVW_DISTINTA->setFont(tahoma);
     TVW_DISTINTA->setHeaderFont(tahoma);
+    // The suite's tree colours, applied on purpose.
     TVW_DISTINTA->setColors(
         {.header = coloreIntestazione, .headerText = coloreTestoIntestazione, .footer = colorePiede});
 
@@ -378,8 +379,8 @@ void Albero::CaricaIntestazioneDistinta()
                                                                        : QStringLiteral("FORNITORI"));
         QString title = kindWord + QStringLiteral("      ") + QLatin1Char(' ')
             + m_form.translated(QStringLiteral("DISTINTA")) + QLatin1Char(' ') + m_selettore.testoSelezionato();
-        // The date of a list seen as of a day comes before the division, where a narrow window
-        // still shows it.
+        // Our addition to the header, on purpose: the date of a list seen as of a day, before the
+        // division, where a narrow window still shows it.
         title += m_allaData->intestazioneData();
         title += QStringLiteral("      (");
         if (m_divisione)

@@ -84,6 +84,7 @@ void MenuNodo::apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &
     TVW_DISTINTA_OnMouseDown(node, QString(), Qt::NoButton, QPoint()); // the node as it is now
     mnuAnagCF->setEnabled(m_cliccato.soggetto.has_value());
     mnuSchedaCF->setEnabled(m_cliccato.soggetto.has_value());
+    // On purpose: a leaf has no children to set, so the entry is disabled rather than doing nothing.
     mnuPropagaFigli->setEnabled(node.hasChildren());
     mnuRilasciaFigli->setEnabled(m_stato.controllo()->hasService());
     mnuCollegamento->popup(globalPos);

@@ -125,7 +125,9 @@ void ModificaNodo::TVW_DISTINTA_OnValidateEdit(const fw::TreeListNode &node, con
 {
     const bool valid = accept;
     error.clear();
-    // What the date editor itself cannot read is never stored, whatever the node's billing rule.
+    // What the date editor itself cannot read is never stored, whatever the node's billing rule:
+    // checked before the edit's early exit for nodes without billing values, on purpose, since the
+    // schema would refuse such a date anyway.
     if (!valid && (column == colonnaInizio || column == colonnaFine)) {
         m_form.avviso(column == colonnaInizio ? QStringLiteral("Attenzione data validità inizio errata o non caricata")
                                               : QStringLiteral("Attenzione data validità fine errata o non caricata"));

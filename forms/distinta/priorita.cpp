@@ -154,6 +154,7 @@ void Priorita::TXT_PRIORITA_Validate(QLineEdit *field, const QString &campo)
             mostraCodiciPriorita();
             return;
         }
+        // On purpose: a code that names no priority is said, not quietly stored as "no priority".
         if (id.isNull())
             m_form.avviso(QString::fromUtf8(priorita.invalid));
     }
