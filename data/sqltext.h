@@ -13,6 +13,7 @@ namespace sqltext {
 // Quotes and CONVERT literals are written by the platform's one function for each.
 using db::convertDate101;
 using db::convertDate103;
+using db::convertDateTime103;
 using db::doubleQuotes;
 using db::quoted;
 

@@ -110,6 +110,16 @@ void prepareDatabaseAt(const QString &path)
                               .arg(QString(trigger).replace(QLatin1Char('"'), QStringLiteral("\"\""))));
             for (const QString &trigger : triggerStatements(sqliteSchemaScript()))
                 file.exec(trigger);
+            // The journal comes whole to a file made before it; a file that has its tables gets
+            // today's triggers, like the schema's.
+            if (file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' "
+                                           "AND name = 'GD90_OPERAZIONI'"))
+                == 0) {
+                file.execScript(journalScript());
+            } else {
+                for (const QString &trigger : triggerStatements(journalScript()))
+                    file.exec(trigger);
+            }
             file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));
         });
     }

@@ -29,8 +29,8 @@ struct DatabaseFileCheck
 DatabaseFileCheck checkDatabaseFile(const QString &path);
 
 // Makes a module database the user may write ready for the editor: WAL mode, so that the
-// editor's two connections work side by side, and the triggers of today's schema when the file
-// was made by an earlier version. Call it only for a file checkDatabaseFile() found to be a
+// editor's two connections work side by side, and the triggers of today's schema and the journal
+// when the file was made by an earlier version. Call it only for a file checkDatabaseFile() found to be a
 // writable module database. Throws db::DatabaseError.
 void prepareDatabaseAt(const QString &path);
 

@@ -38,6 +38,7 @@ void createSchemaAt(const QString &path)
     file.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     inTransaction(file, [&] {
         file.execScript(sqliteSchemaScript());
+        file.execScript(journalScript());
         file.exec(QStringLiteral("PRAGMA user_version = %1").arg(kSchemaVersion));
     });
 }
@@ -45,7 +46,10 @@ void createSchemaAt(const QString &path)
 void insertDemoDataAt(const QString &path)
 {
     SqliteFile file(path);
-    inTransaction(file, [&] { writeDemoCompanies(file); });
+    inTransaction(file, [&] {
+        writeDemoCompanies(file);
+        file.exec(QStringLiteral("DELETE FROM GD91_RIGHESTORICO; DELETE FROM GD90_OPERAZIONI"));
+    });
 }
 
 } // namespace dbsetup

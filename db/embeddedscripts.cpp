@@ -25,6 +25,11 @@ QString sqliteSchemaScript()
     return readResource(QStringLiteral("schema_sqlite.sql"));
 }
 
+QString journalScript()
+{
+    return readResource(QStringLiteral("journal_sqlite.sql"));
+}
+
 QString demoReferenceScript()
 {
     return readResource(QStringLiteral("demo_reference.sql"));

@@ -4,13 +4,15 @@
 
 namespace dbsetup {
 
-// The version of schema_sqlite.sql, kept in PRAGMA user_version of every file set up with it and
-// written last, once the file is complete: 0 is a database made before the trees checked
-// themselves (dbsetup::prepareDatabaseAt brings it up to date), 1 the schema of today.
-inline constexpr int kSchemaVersion = 1;
+// The version of schema_sqlite.sql and journal_sqlite.sql, kept in PRAGMA user_version of every
+// file set up with them and written last, once the file is complete: 0 is a database made before
+// the trees checked themselves, 1 one made before the journal (dbsetup::prepareDatabaseAt brings
+// both up to date), 2 the schema of today.
+inline constexpr int kSchemaVersion = 2;
 
 // Scripts embedded through db.qrc (SQLite dialect).
 QString sqliteSchemaScript();  // schema_sqlite.sql
+QString journalScript();       // journal_sqlite.sql
 QString demoReferenceScript(); // demo_reference.sql
 
 } // namespace dbsetup

@@ -116,6 +116,8 @@ public:
 
 signals:
     void unloaded();
+    // An operation of the journal was committed (OperazioneStorico).
+    void operazioneConclusa();
 
 protected:
     enum class Release { GridWrapper, HelperObjects, FrameworkObjects };

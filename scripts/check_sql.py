@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Parses the statements the module sends (tests/corpus/statements.sql) and the SQL Server schema
-(db/schema_sqlserver.sql, batch by batch) with sqlfluff's T-SQL grammar, a grammar written apart
-from ours, and fails naming every entry or batch it cannot parse.
+"""Parses the statements the module sends (tests/corpus/statements.sql) and the SQL Server schema and
+journal (db/schema_sqlserver.sql, db/journal_sqlserver.sql, batch by batch) with sqlfluff's T-SQL
+grammar, a grammar written apart from ours, and fails naming every entry or batch it cannot parse.
 
-The texts are handed to sqlfluff unchanged except for the three adjustments in for_sqlfluff(), each
+The texts are handed to sqlfluff unchanged except for the four adjustments in for_sqlfluff(), each
 for a construct SQL Server accepts and sqlfluff 1.4 does not.
 """
 
@@ -19,7 +19,7 @@ from concurrent.futures import ThreadPoolExecutor
 
 ROOT = os.path.normpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), '..'))
 CORPUS = 'tests/corpus/statements.sql'
-SCHEMA = 'db/schema_sqlserver.sql'
+SCHEMAS = ('db/schema_sqlserver.sql', 'db/journal_sqlserver.sql')
 
 # The raw templater: statements hold '%' and braces that jinja would read. Without the byte
 # limit sqlfluff would skip the long statements instead of parsing them.
@@ -60,12 +60,12 @@ def schema_batches(path):
     for number, line in enumerate(lines, 1):
         if line.strip().upper() == 'GO':
             if ''.join(body).strip():
-                batches.append(('%s batch at line %d' % (SCHEMA, start), '\n'.join(body)))
+                batches.append(('%s batch at line %d' % (path, start), '\n'.join(body)))
             start, body = number + 1, []
         else:
             body.append(line)
     if ''.join(body).strip():
-        batches.append(('%s batch at line %d' % (SCHEMA, start), '\n'.join(body)))
+        batches.append(('%s batch at line %d' % (path, start), '\n'.join(body)))
     return batches
 
 
@@ -121,8 +121,14 @@ def for_sqlfluff(text):
     return ''.join(pieces)
 
 
+# FOR JSON PATH with its options, which writes a query's rows as JSON text: sqlfluff 1.4 has no
+# rule for the clause. Blanked for the parse; the SELECT it closes is parsed as written.
+FOR_JSON = re.compile(r'\bFOR\s+JSON\s+(?:PATH|AUTO)(?:\s*,\s*(?:WITHOUT_ARRAY_WRAPPER|INCLUDE_NULL_VALUES))*', re.I)
+
+
 def adjust(code, trigger):
     code = ascii_letters(code)
+    code = FOR_JSON.sub(lambda m: ' ' * len(m.group(0)), code)
     return TRIGGER_UPDATE.sub('[UPDATE]', code) if trigger else code
 
 
@@ -157,9 +163,9 @@ def main():
     started = time.monotonic()
     os.chdir(ROOT)
     entries = corpus_entries(CORPUS)
-    batches = schema_batches(SCHEMA)
+    batches = [batch for schema in SCHEMAS for batch in schema_batches(schema)]
     if not entries or not batches:
-        raise SystemExit('check-sql: no statements read from %s or %s' % (CORPUS, SCHEMA))
+        raise SystemExit('check-sql: no statements read from %s or %s' % (CORPUS, ', '.join(SCHEMAS)))
 
     # Each distinct text once: many entries repeat a statement with the same values.
     texts, labels = {}, {}

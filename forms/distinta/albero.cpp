@@ -9,12 +9,14 @@
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/selettore.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/elidedlabel.h"
 #include "framework/emptyviewhint.h"
 #include "framework/globalservices.h"
 #include "framework/recordframe.h"
 #include "framework/treelist/treelist.h"
+#include "framework/treelist/treelistmodel.h"
 #include "framework/treelist/treelistview.h"
 #include "framework/windowupdatelock.h"
 
@@ -335,6 +337,14 @@ void Albero::legaAlbero(const db::RecordsetPtr &nodi, const QString &sql)
                                                     {QStringLiteral("GD02_UTENTEVAR"), user}};
     });
 
+    // Each value typed into a cell is one operation of the journal.
+    TVW_DISTINTA->model()->setWriteScope([this](const std::function<void()> &write) {
+        OperazioneStorico operazione(m_form, QStringLiteral("TVW_DISTINTA_OnEdited"), QStringLiteral("Modifica"),
+                                     idTipo());
+        if (!operazione.inizia())
+            throw db::DatabaseError(m_form.connection()->errors());
+        write();
+    });
     TVW_DISTINTA->setKeyField(QStringLiteral("GD02_ID"));
     TVW_DISTINTA->setParentField(QStringLiteral("GD02_IDPARENT_GD02"));
     TVW_DISTINTA->setRecordset(nodi);

@@ -5,6 +5,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/controllilegami.h"
 #include "forms/distinta/paginaanagrafiche.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/messagestyle.h"
 #include "framework/treelist/treelist.h"
@@ -118,12 +119,16 @@ void Eliminazione::EliminaCliforDaStruttura()
 
     const Albero::Lavoro eliminazione(m_albero);
     bool eliminato = false;
-    if (!m_form.step(procedureEliminazione,
-                     [&] {
-                         m_form.connection()->execute(legamistatements::deleteNodeStatement(idNodo));
-                         eliminato = true;
-                     })
-        || !eliminato) {
+    {
+        OperazioneStorico operazione(m_form, procedureEliminazione, QStringLiteral("Eliminazione"), m_albero.idTipo());
+        if (operazione.inizia())
+            m_form.step(procedureEliminazione, [&] {
+                m_form.connection()->execute(legamistatements::deleteNodeStatement(idNodo));
+                eliminato = true;
+            });
+        eliminato = operazione.fine() && eliminato;
+    }
+    if (!eliminato) {
         m_albero.CaricaDistinta(); // the tree shows what the database holds, whatever went wrong
         return;
     }

@@ -77,6 +77,9 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     header->addWidget(p.albero.intestazione(), 1);
     header->addLayout(p.spostamento.creaComandi());
     header->addSpacing(12);
+    header->addWidget(p.annullamento.annulla());
+    header->addWidget(p.annullamento.ripeti());
+    header->addSpacing(12);
     header->addWidget(p.stampa.pulsante());
     header->addWidget(p.esportazione.pulsante());
     header->addWidget(p.parametri.pulsante());
@@ -121,6 +124,10 @@ void FRMGD_DISTINTA::collegaEventi()
             &distinta::PagineDettaglio::parametriCambiati);
     connect(&p.dettagli, &distinta::PagineDettaglio::nodoMostrato, &p.parametri,
             &distinta::ParametriModulo::nodoCambiato);
+    // After every operation of the journal, and after an undo or a redo: the tree reads the
+    // database again, and the undo and redo buttons follow what the journal now holds.
+    connect(this, &FormFrame::operazioneConclusa, &p.annullamento, &distinta::Annullamento::aggiornaComandi);
+    connect(&p.annullamento, &distinta::Annullamento::distintaCambiata, this, &FRMGD_DISTINTA::ricarica);
     impostaTastiera();
 }
 

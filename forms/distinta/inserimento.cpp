@@ -7,6 +7,7 @@
 #include "forms/distinta/paginaanagrafiche.h"
 #include "forms/distinta/parametrimodulo.h"
 #include "forms/distinta/verifica.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/globalservices.h"
 #include "framework/treelist/treelist.h"
@@ -125,6 +126,10 @@ void Inserimento::InserisciNodo(bool &capostipite)
         nuovo.root = !haPadre;
 
         const int totale = selezionati->recordCount();
+        // The whole batch is one operation of the journal, committed at the end of this block.
+        OperazioneStorico operazione(m_form, procedure, QStringLiteral("Inserimento"), m_albero.idTipo());
+        if (!operazione.inizia())
+            return;
         fw::WorkProgress avanzamento(&m_form, QStringLiteral("Inserimento delle anagrafiche nella distinta"), totale,
                                      true);
         avanzamento.showCounts();

@@ -6,6 +6,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/paginaanagrafiche.h"
 #include "forms/distinta/priorita.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/columnsizing.h"
 #include "framework/modulemanager.h"
@@ -186,9 +187,18 @@ void PaginaPromozioni::CBO_EREPROMO_Click()
     const db::RecordsetPtr nodi = m_albero.nodi();
     if (!frame || !nodi || nodi->currentRow() < 0)
         return;
-    const bool salvato = m_form.writeRow(
-        QStringLiteral("CBO_EREPROMO_ChangeRow"), [&] { frame->update(); },
-        [this](const db::DatabaseError &error) { m_albero.rileggiNodoInConflitto(error); });
+    const QString procedure = QStringLiteral("CBO_EREPROMO_ChangeRow");
+    std::optional<db::DatabaseError> conflitto;
+    bool salvato = false;
+    {
+        OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+        if (operazione.inizia())
+            salvato = m_form.writeRow(
+                procedure, [&] { frame->update(); }, [&](const db::DatabaseError &error) { conflitto = error; });
+        salvato = operazione.fine() && salvato;
+    }
+    if (conflitto)
+        m_albero.rileggiNodoInConflitto(*conflitto);
     if (!salvato) {
         if (frame)
             frame->undo();
@@ -268,7 +278,11 @@ bool PaginaPromozioni::GRD_PROMO_BeforeColUpdate(int row, const QString &key, co
 
 void PaginaPromozioni::InsertCondizioniInFattura(qint64 idNodo)
 {
-    m_form.step(QStringLiteral("InsertCondizioniInFattura:"), [&] {
+    const QString procedure = QStringLiteral("InsertCondizioniInFattura:");
+    OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+    if (!operazione.inizia())
+        return;
+    m_form.step(procedure, [&] {
         const qint64 campagna = m_promozioni->value(QStringLiteral("MG94_ID")).toLongLong();
         m_form.connection()->execute(
             dettaglistatements::insertCampaignLinkStatement(m_form.companyCode(), idNodo, campagna));
@@ -281,7 +295,11 @@ void PaginaPromozioni::InsertCondizioniInFattura(qint64 idNodo)
 // read again.
 void PaginaPromozioni::EliminaCondizioniInFattura()
 {
-    m_form.step(QStringLiteral("EliminaCondizioniInFattura:"), [&] {
+    const QString procedure = QStringLiteral("EliminaCondizioniInFattura:");
+    OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+    if (!operazione.inizia())
+        return;
+    m_form.step(procedure, [&] {
         if (!m_promozioni)
             return;
         const QVariant legame = m_promozioni->value(QStringLiteral("GD12_ID"));
@@ -300,6 +318,9 @@ void PaginaPromozioni::SalvaCondizioniInFattura(qint64 idNodo)
     if (!m_promozioni)
         return;
     const db::ConnectionPtr connection = m_form.connection();
+    OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+    if (!operazione.inizia())
+        return;
     if (!m_form.step(procedure, [&] {
             connection->execute(dettaglistatements::deleteNodeCampaignLinksStatement(m_form.companyCode(), idNodo));
         }))

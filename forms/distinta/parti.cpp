@@ -25,6 +25,7 @@ Parti::Parti(FRMGD_DISTINTA &form, QTabWidget *gestione)
     , esportazione(form, albero, selettore)
     , spostamento(form, albero)
     , aspetto(form, albero)
+    , annullamento(form, albero, verifica, legami)
 {
     albero.setControlliLegati(dettagli.promozioni().controlliLegati());
 }

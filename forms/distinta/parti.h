@@ -2,6 +2,7 @@
 
 #include "forms/distinta/albero.h"
 #include "forms/distinta/alladata.h"
+#include "forms/distinta/annullamento.h"
 #include "forms/distinta/aspetto.h"
 #include "forms/distinta/controllilegami.h"
 #include "forms/distinta/eliminazione.h"
@@ -55,6 +56,7 @@ struct Parti
     Esportazione esportazione;
     Spostamento spostamento;
     Aspetto aspetto;
+    Annullamento annullamento;
 };
 
 } // namespace distinta

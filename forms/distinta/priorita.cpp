@@ -4,6 +4,7 @@
 #include "data/prioritastatements.h"
 #include "forms/distinta/albero.h"
 #include "forms/listini/frmgd_listini.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/lookupedit.h"
 #include "framework/messagestyle.h"
@@ -168,25 +169,32 @@ bool Priorita::assegnaPriorita(const QString &procedure, const QString &campo, c
     const db::RecordsetPtr nodi = m_albero.nodi();
     if (!nodi || nodi->currentRow() < 0)
         return false;
-    bool modificatoAltrove = false;
-    const bool written = m_form.writeRow(
-        procedure,
-        [&] {
-            try {
-                nodi->setValue(campo, idPriorita);
-                nodi->update();
-            } catch (const db::DatabaseError &) {
-                nodi->cancelUpdate();
-                throw;
-            }
-        },
-        [&](const db::DatabaseError &error) {
-            modificatoAltrove = true;
-            m_albero.rileggiNodoInConflitto(error);
-            mostraCodiciPriorita();
-        });
-    if (modificatoAltrove)
+    std::optional<db::DatabaseError> conflitto;
+    bool written = false;
+    {
+        OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+        if (!operazione.inizia())
+            return false;
+        written = m_form.writeRow(
+            procedure,
+            [&] {
+                try {
+                    nodi->setValue(campo, idPriorita);
+                    nodi->update();
+                } catch (const db::DatabaseError &) {
+                    nodi->cancelUpdate();
+                    throw;
+                }
+            },
+            [&](const db::DatabaseError &error) { conflitto = error; });
+        written = operazione.fine() && written;
+    }
+    // Told once the operation is over: no one waits on the write lock while the user reads.
+    if (conflitto) {
+        m_albero.rileggiNodoInConflitto(*conflitto);
+        mostraCodiciPriorita();
         return false;
+    }
     if (written && !idPriorita.isNull())
         m_albero.ricordaDescrizionePriorita(procedure, idPriorita.toLongLong());
     m_albero.widget()->refresh();

@@ -4,6 +4,7 @@
 #include "data/nodistatements.h"
 #include "forms/distinta/albero.h"
 #include "forms/distinta/statolegame.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/treelist/treelist.h"
 #include "framework/windowupdatelock.h"
@@ -60,6 +61,9 @@ void Propagazione::PropagaFigli(const NodoCliccato &cliccato)
     const int campoCodice = righe->fieldIndex(QStringLiteral("GD02_CLIFORFATT_CG44"));
     QStringList modificatiAltrove;
 
+    OperazioneStorico operazione(m_form, procedurePropaga, QStringLiteral("Propagazione"), m_albero.idTipo());
+    if (!operazione.inizia())
+        return;
     fw::WorkProgress avanzamento(&m_form, QStringLiteral("Impostazione dei valori di fatturazione sui figli"),
                                  int(nodi.size()), true);
     avanzamento.showCounts();
@@ -93,6 +97,7 @@ void Propagazione::PropagaFigli(const NodoCliccato &cliccato)
         if (!(scritto || altrove) || !avanzamento.advance(++fatti))
             break;
     }
+    operazione.fine();
     albero->setFocusedAbsoluteIndex(cliccato.indice);
     freeze.release();
     albero->refresh();

@@ -4,6 +4,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/strutturanodi.h"
+#include "frame/operazionestorico.h"
 #include "frame/formframe.h"
 #include "framework/globalservices.h"
 #include "framework/messagestyle.h"
@@ -231,9 +232,14 @@ bool Spostamento::SpostaNodo(qint64 idNodo, qint64 idDestinazione)
         spostamento.user = services->user();
     }
     int righe = 0;
-    if (!m_form.step(procedureSposta,
-                     [&] { righe = m_form.connection()->execute(spostamentostatements::moveStatement(spostamento)); }))
-        return false;
+    {
+        OperazioneStorico operazione(m_form, procedureSposta, QStringLiteral("Spostamento"), m_albero.idTipo());
+        if (!operazione.inizia()
+            || !m_form.step(procedureSposta,
+                            [&] { righe = m_form.connection()->execute(spostamentostatements::moveStatement(spostamento)); })
+            || !operazione.fine())
+            return false;
+    }
     impostaTagliato(0);
     if (righe == 0) {
         m_form.avviso(QStringLiteral("Il nodo %1 è stato modificato da un altro utente dopo la lettura: "

@@ -249,11 +249,17 @@ bool TreeListModel::writeValue(int node, int column, const QVariant &value)
         return false;
     m_writing = true;
     try {
-        const int row = m_structure.row(node);
-        if (m_recordset->currentRow() != row)
-            m_recordset->setCurrentRow(row);
-        m_recordset->setValue(field, toFieldValue(field, value));
-        m_recordset->update();
+        const auto write = [&] {
+            const int row = m_structure.row(node);
+            if (m_recordset->currentRow() != row)
+                m_recordset->setCurrentRow(row);
+            m_recordset->setValue(field, toFieldValue(field, value));
+            m_recordset->update();
+        };
+        if (m_writeScope)
+            m_writeScope(write);
+        else
+            write();
     } catch (const db::DatabaseError &error) {
         if (m_recordset->isEditing())
             m_recordset->cancelUpdate();

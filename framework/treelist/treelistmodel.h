@@ -60,6 +60,10 @@ public:
     // database error the row's pending change is cancelled, the cell shows the stored value
     // again and writeFailed() is emitted; returns false.
     bool writeValue(int node, int column, const QVariant &value);
+    // What every write of a cell runs inside (the owner's transaction, say): it calls write once,
+    // and lets its exceptions through. None: the write runs as it is.
+    using WriteScope = std::function<void(const std::function<void()> &write)>;
+    void setWriteScope(WriteScope scope) { m_writeScope = std::move(scope); }
 
     // Cells of one node that may not be edited now, kept by the node's key across rebuilds;
     // they show in italics and grey. Another call replaces them; no columns unlocks.
@@ -111,6 +115,7 @@ private:
     int m_generation = 0;
     bool m_rebuilding = false;
     bool m_writing = false;
+    WriteScope m_writeScope;
     bool m_rebuildQueued = false;
     quint64 m_lockedKey = 0;
     int m_lockedNode = -1;

@@ -47,6 +47,14 @@ public:
     // nullopt when the table is unknown.
     virtual std::optional<TableSchema> tableSchema(const QString &table) = 0;
 
+    // One write transaction for a run of statements that stand or fall together. Begun, it
+    // holds the database's write lock until it ends, so that nothing of another writer comes
+    // between its statements.
+    virtual void beginTransaction() = 0;
+    virtual void commitTransaction() = 0;
+    virtual void rollbackTransaction() = 0; // never throws; nothing to do outside a transaction
+    virtual bool isReadOnly() const { return false; }
+
     // While held, the queries that read and write nothing may share one read transaction
     // instead of opening one each; writes still run in transactions of their own. Nested holds
     // count. A back end may ignore it.

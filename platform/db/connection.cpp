@@ -183,6 +183,52 @@ std::shared_ptr<Recordset> Connection::openRecordset(const QString &sql, const Q
     }
 }
 
+void Connection::beginTransaction()
+{
+    try {
+        m_backend->beginTransaction();
+    } catch (const DatabaseError &error) {
+        fail(error);
+    }
+}
+
+void Connection::commitTransaction()
+{
+    try {
+        m_backend->commitTransaction();
+    } catch (const DatabaseError &error) {
+        fail(error);
+    }
+}
+
+void Connection::rollbackTransaction()
+{
+    m_backend->rollbackTransaction();
+}
+
+bool Connection::isReadOnly() const
+{
+    return m_backend->isReadOnly();
+}
+
+bool Connection::hasTable(const QString &table)
+{
+    try {
+        return m_backend->tableSchema(table).has_value();
+    } catch (const DatabaseError &) {
+        return false;
+    }
+}
+
+QVariant Connection::lastInsertedKey()
+{
+    try {
+        return m_backend->lastInsertedKey();
+    } catch (const DatabaseError &error) {
+        fail(error);
+    }
+}
+
 const QList<DbError> &Connection::errors() const
 {
     return m_errors;

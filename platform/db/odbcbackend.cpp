@@ -252,6 +252,23 @@ QVariant OdbcBackend::lastInsertedKey()
     return query.next() ? query.value(0) : QVariant();
 }
 
+void OdbcBackend::beginTransaction()
+{
+    if (!m_database.transaction())
+        fail(m_database.lastError(), {}, 0, QStringLiteral("BEGIN TRANSACTION"));
+}
+
+void OdbcBackend::commitTransaction()
+{
+    if (!m_database.commit())
+        fail(m_database.lastError(), {}, 0, QStringLiteral("COMMIT TRANSACTION"));
+}
+
+void OdbcBackend::rollbackTransaction()
+{
+    m_database.rollback();
+}
+
 std::optional<TableSchema> OdbcBackend::tableSchema(const QString &table)
 {
     const QString name = removeBrackets(table);

@@ -27,6 +27,9 @@ public:
     int executeBound(const QString &sql, const QVariantList &values) override;
     QVariant lastInsertedKey() override;
     std::optional<TableSchema> tableSchema(const QString &table) override;
+    void beginTransaction() override;
+    void commitTransaction() override;
+    void rollbackTransaction() override;
 
 private:
     [[noreturn]] void fail(const QSqlError &error, const QVariant &handle, int handleType, const QString &statement);

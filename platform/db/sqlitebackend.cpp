@@ -500,6 +500,27 @@ void SqliteBackend::enterSnapshotFor(sqlite3_stmt *statement)
     m_inSnapshot = sqlite3_exec(m_handle, "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
+// IMMEDIATE takes the write lock at once: a transaction that began by reading could find, at its
+// first write, that another connection wrote meanwhile, and would have to start over.
+void SqliteBackend::beginTransaction()
+{
+    leaveSnapshot();
+    if (sqlite3_exec(m_handle, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw lastError(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void SqliteBackend::commitTransaction()
+{
+    if (sqlite3_exec(m_handle, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw lastError(QStringLiteral("COMMIT"));
+}
+
+void SqliteBackend::rollbackTransaction()
+{
+    if (!sqlite3_get_autocommit(m_handle))
+        sqlite3_exec(m_handle, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 void SqliteBackend::leaveSnapshot()
 {
     if (!m_inSnapshot)

@@ -30,6 +30,10 @@ public:
     std::optional<TableSchema> tableSchema(const QString &table) override;
     void holdReadSnapshot() override;
     void releaseReadSnapshot() override;
+    void beginTransaction() override;
+    void commitTransaction() override;
+    void rollbackTransaction() override;
+    bool isReadOnly() const override { return m_readOnly; }
 
 private:
     class StatementCache

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QVariant>
+#include <optional>
+
+// Statements of the journal: the operation that groups one action's changes (GD90_OPERAZIONI),
+// the rows the triggers recorded for it (GD91_RIGHESTORICO), and the writes that undo them.
+namespace storicostatements {
+
+inline constexpr const char *OperationsTable = "GD90_OPERAZIONI";
+
+// What an operation is: GD90_INDTIPO.
+enum class TipoOperazione { Azione = 0, Annullamento = 1, Ripristino = 2 };
+
+struct Operazione
+{
+    int company = 0;
+    std::optional<qint64> typeId; // none for the parameters of a company
+    QString name;                 // "Inserimento", "Eliminazione", ...
+    QString description;
+    QString user;
+    QString userGroup;
+    QString computer;
+    TipoOperazione kind = TipoOperazione::Azione;
+    std::optional<qint64> reverses; // the operation an undo or a redo reverses
+    // SQLite: the row says "open" while its transaction runs (the triggers look for it);
+    // SQL Server: the session context says it, and the row is written closed.
+    bool open = true;
+};
+
+QString insertOperationStatement(const Operazione &operation);
+// SQL Server only: the operation the triggers of this session record into; none clears it.
+QString sessionOperationStatement(std::optional<qint64> operationId);
+QString closeOperationStatement(qint64 operationId);
+// An operation that recorded nothing is not kept.
+QString dropEmptyOperationStatement(qint64 operationId);
+
+// Marks the operation as reversed by another; changes no row when something reversed it first.
+QString markReversedStatement(qint64 operationId, qint64 reversedBy);
+
+// GD91_ID, GD91_TABELLA, GD91_AZIONE, GD91_CHIAVE, GD91_PRIMA, GD91_DOPO in the order written.
+QString operationRowsQuery(qint64 operationId);
+// GD90_ID, GD90_OPERAZIONE, GD90_DESCR, GD90_INDTIPO, GD90_ID_GD90RIF, GD90_ID_GD90ANNULLA,
+// GD90_UTENTE, GD90_DATAORA of one operation.
+QString operationQuery(qint64 operationId);
+// The user's newest operation on the classification that stands (an action or a redo not
+// reversed since): what Ctrl+Z undoes.
+QString lastUndoableQuery(const QString &user, int company, qint64 typeId);
+// The user's newest action, or undo not reversed since, on the classification: an undo is what
+// Ctrl+Y redoes; an action means there is nothing to redo.
+QString lastRedoCandidateQuery(const QString &user, int company, qint64 typeId);
+// GD91_TABELLA, GD91_CHIAVE of every row an operation recorded.
+QString recordedKeysQuery(qint64 operationId);
+
+// A row of one of the journaled tables, as the journal keeps it: column name -> value.
+struct Riga
+{
+    QString table;
+    QList<std::pair<QString, QVariant>> values; // in the table's column order
+};
+
+// The key column of a journaled table (GD03_PARAMETRI is keyed by its company).
+QString keyColumn(const QString &table);
+// The generated key of the table is written as it was (SQL Server needs IDENTITY_INSERT).
+bool hasGeneratedKey(const QString &table);
+// DATETIME columns are written as CONVERT(DateTime, ..., 103) stamps.
+bool isDateColumn(const QString &column);
+
+QString selectRowQuery(const QString &table, qint64 key);
+QString insertRowStatement(const Riga &row);
+QString updateRowStatement(const Riga &row, qint64 key);
+QString deleteRowStatement(const QString &table, qint64 key);
+// SQL Server: writing a generated key needs IDENTITY_INSERT, which needs ALTER on the table.
+QString identityInsertStatement(const QString &table, bool on);
+QString identityInsertPermissionQuery(const QString &table);
+
+} // namespace storicostatements

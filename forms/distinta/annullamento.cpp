@@ -1,0 +1,423 @@
+#include "forms/distinta/annullamento.h"
+
+#include "data/modgd_distinta.h"
+#include "forms/distinta/albero.h"
+#include "forms/distinta/controllilegami.h"
+#include "forms/distinta/verifica.h"
+#include "frame/formframe.h"
+#include "frame/operazionestorico.h"
+#include "framework/globalservices.h"
+#include "platform/db/connection.h"
+#include "platform/db/recordset.h"
+
+#include <QJsonDocument>
+#include <QPushButton>
+#include <QSet>
+
+namespace distinta {
+
+namespace {
+
+const QString procedura = QStringLiteral("CMD_ANNULLA_Click");
+const QString tabellaNodi = QStringLiteral("GD02_DISTINTA");
+
+std::optional<QJsonObject> immagine(const QVariant &testo)
+{
+    if (testo.isNull())
+        return std::nullopt;
+    return QJsonDocument::fromJson(testo.toString().toUtf8()).object();
+}
+
+QDateTime comeData(const QVariant &value)
+{
+    if (value.metaType().id() == QMetaType::QDateTime)
+        return value.toDateTime();
+    const QString text = value.toString();
+    for (const QString &format : {QStringLiteral("yyyy-MM-dd HH:mm:ss"), QStringLiteral("yyyy-MM-dd")}) {
+        const QDateTime parsed = QDateTime::fromString(text, format);
+        if (parsed.isValid())
+            return parsed;
+    }
+    return QDateTime::fromString(text, Qt::ISODateWithMs);
+}
+
+// A value of the journal as the statements write it back.
+QVariant valore(const QString &colonna, const QJsonValue &json)
+{
+    if (json.isNull() || json.isUndefined())
+        return {};
+    if (json.isBool())
+        return qlonglong(json.toBool() ? 1 : 0);
+    if (json.isDouble()) {
+        const double number = json.toDouble();
+        return number == double(qlonglong(number)) ? QVariant(qlonglong(number)) : QVariant(number);
+    }
+    if (storicostatements::isDateColumn(colonna))
+        return comeData(json.toString());
+    return json.toString();
+}
+
+// One text per value, so that the journal's value and the database's compare whatever types the
+// two readings gave them.
+QString confrontabile(const QString &colonna, const QVariant &value)
+{
+    if (!value.isValid() || value.isNull())
+        return QStringLiteral("\x01");
+    if (storicostatements::isDateColumn(colonna))
+        return comeData(value).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    switch (value.metaType().id()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+    case QMetaType::Double: return QString::number(value.toDouble(), 'g', 15);
+    default: return value.toString();
+    }
+}
+
+storicostatements::Riga riga(const QString &tabella, const QJsonObject &valori)
+{
+    storicostatements::Riga row;
+    row.table = tabella;
+    for (auto it = valori.constBegin(); it != valori.constEnd(); ++it)
+        row.values.append({it.key(), valore(it.key(), it.value())});
+    return row;
+}
+
+// Parents before their children, so that each re-inserted node finds its parent.
+QList<storicostatements::Riga> inOrdineDiPadre(QList<storicostatements::Riga> nodi)
+{
+    const auto campo = [](const storicostatements::Riga &nodo, const QString &nome) {
+        for (const auto &[colonna, value] : nodo.values) {
+            if (colonna.compare(nome, Qt::CaseInsensitive) == 0)
+                return value.toLongLong();
+        }
+        return qint64(0);
+    };
+    QSet<qint64> attesi;
+    for (const storicostatements::Riga &nodo : std::as_const(nodi))
+        attesi.insert(campo(nodo, QStringLiteral("GD02_ID")));
+    QList<storicostatements::Riga> ordinati;
+    QSet<qint64> scritti;
+    while (!nodi.isEmpty()) {
+        const qsizetype prima = nodi.size();
+        for (qsizetype i = 0; i < nodi.size();) {
+            const qint64 padre = campo(nodi.at(i), QStringLiteral("GD02_IDPARENT_GD02"));
+            if (padre == 0 || !attesi.contains(padre) || scritti.contains(padre)) {
+                scritti.insert(campo(nodi.at(i), QStringLiteral("GD02_ID")));
+                ordinati.append(nodi.takeAt(i));
+            } else {
+                ++i;
+            }
+        }
+        if (nodi.size() == prima) { // a cycle the journal cannot hold: written as it comes
+            ordinati.append(nodi);
+            break;
+        }
+    }
+    return ordinati;
+}
+
+} // namespace
+
+Annullamento::Annullamento(FormFrame &form, Albero &albero, Verifica &verifica, ControlliLegami &legami)
+    : m_form(form)
+    , m_albero(albero)
+    , m_verifica(verifica)
+    , m_legami(legami)
+    , CMD_ANNULLA(new QPushButton(QStringLiteral("Annulla")))
+    , CMD_RIPETI(new QPushButton(QStringLiteral("Ripeti")))
+{
+    CMD_ANNULLA->setObjectName(QStringLiteral("CMD_ANNULLA"));
+    CMD_ANNULLA->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    CMD_ANNULLA->setToolTip(QStringLiteral("Annulla la tua ultima operazione su questa distinta (Ctrl+Z)"));
+    CMD_RIPETI->setObjectName(QStringLiteral("CMD_RIPETI"));
+    CMD_RIPETI->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
+    CMD_RIPETI->setToolTip(QStringLiteral("Ripete la tua ultima operazione annullata su questa distinta (Ctrl+Y)"));
+    CMD_ANNULLA->setEnabled(false);
+    CMD_RIPETI->setEnabled(false);
+    connect(CMD_ANNULLA, &QPushButton::clicked, this, &Annullamento::CMD_ANNULLA_Click);
+    connect(CMD_RIPETI, &QPushButton::clicked, this, &Annullamento::CMD_RIPETI_Click);
+}
+
+void Annullamento::aggiornaComandi()
+{
+    const bool pronto = m_albero.idTipo() > 0 && m_form.connection() && !m_form.connection()->isReadOnly()
+        && m_form.connection()->hasTable(QString::fromLatin1(storicostatements::OperationsTable));
+    CMD_ANNULLA->setEnabled(pronto && ultimaAnnullabile().has_value());
+    CMD_RIPETI->setEnabled(pronto && ultimaRipetibile().has_value());
+}
+
+void Annullamento::CMD_ANNULLA_Click()
+{
+    if (const std::optional<qint64> id = ultimaAnnullabile())
+        inverti(*id);
+    aggiornaComandi();
+}
+
+void Annullamento::CMD_RIPETI_Click()
+{
+    if (const std::optional<qint64> id = ultimaRipetibile())
+        inverti(*id);
+    aggiornaComandi();
+}
+
+std::optional<qint64> Annullamento::ultimaAnnullabile()
+{
+    std::optional<qint64> id;
+    const fw::GlobalServices *services = m_form.globals();
+    FormFrame::quietly([&] {
+        const db::RecordsetPtr righe = m_form.connection()->openRecordset(storicostatements::lastUndoableQuery(
+            services ? services->user() : QString(), m_form.companyCode(), m_albero.idTipo()));
+        if (!righe->isEmpty())
+            id = righe->valueAt(0, 0).toLongLong();
+    });
+    return id;
+}
+
+std::optional<qint64> Annullamento::ultimaRipetibile()
+{
+    std::optional<qint64> id;
+    const fw::GlobalServices *services = m_form.globals();
+    FormFrame::quietly([&] {
+        const db::RecordsetPtr righe = m_form.connection()->openRecordset(storicostatements::lastRedoCandidateQuery(
+            services ? services->user() : QString(), m_form.companyCode(), m_albero.idTipo()));
+        if (!righe->isEmpty() && righe->valueAt(0, 1).toInt() == int(storicostatements::TipoOperazione::Annullamento))
+            id = righe->valueAt(0, 0).toLongLong();
+    });
+    return id;
+}
+
+std::optional<Annullamento::Operazione> Annullamento::leggiOperazione(qint64 idOperazione)
+{
+    std::optional<Operazione> letta;
+    m_form.step(procedura, [&] {
+        const db::ConnectionPtr connection = m_form.connection();
+        const db::RecordsetPtr testata = connection->openRecordset(storicostatements::operationQuery(idOperazione));
+        if (testata->isEmpty())
+            return;
+        Operazione operazione;
+        operazione.nome = MODGD_DISTINTA::NvlStringa(testata->value(QStringLiteral("GD90_OPERAZIONE")));
+        operazione.descrizione = MODGD_DISTINTA::NvlStringa(testata->value(QStringLiteral("GD90_DESCR")));
+        operazione.tipo = testata->value(QStringLiteral("GD90_INDTIPO")).toInt();
+        operazione.invertita = !testata->value(QStringLiteral("GD90_ID_GD90ANNULLA")).isNull();
+
+        // A row touched more than once (inserted, then given its guid) counts once: as the
+        // operation found it and as it left it.
+        QHash<QString, qsizetype> posizione;
+        const db::RecordsetPtr righe = connection->openRecordset(storicostatements::operationRowsQuery(idOperazione));
+        for (righe->moveFirst(); !righe->eof(); righe->moveNext()) {
+            const QString tabella = righe->value(QStringLiteral("GD91_TABELLA")).toString();
+            const qint64 chiave = righe->value(QStringLiteral("GD91_CHIAVE")).toLongLong();
+            const QString id = tabella + QLatin1Char('/') + QString::number(chiave);
+            const std::optional<QJsonObject> dopo = immagine(righe->value(QStringLiteral("GD91_DOPO")));
+            if (auto it = posizione.constFind(id); it != posizione.cend()) {
+                operazione.cambi[*it].dopo = dopo;
+                continue;
+            }
+            posizione.insert(id, operazione.cambi.size());
+            operazione.cambi.append({tabella, chiave, immagine(righe->value(QStringLiteral("GD91_PRIMA"))), dopo});
+        }
+        letta = operazione;
+    });
+    return letta;
+}
+
+QString Annullamento::descriviRiga(const QString &tabella, qint64 chiave, const QJsonObject &valori)
+{
+    const auto testo = [&](const char *colonna) { return valori.value(QLatin1String(colonna)).toVariant().toString(); };
+    if (tabella == tabellaNodi) {
+        const QString soggetto = valori.value(QStringLiteral("GD02_TIPOCF_CG44")).toInt() != 0 ? QStringLiteral("Fornitore ")
+                                                                                              : QStringLiteral("Cliente ");
+        return QStringLiteral("Nodo %1 (%2%3)").arg(chiave).arg(soggetto, testo("GD02_CLIFOR_CG44"));
+    }
+    if (tabella == QLatin1String("GD12_PROMO"))
+        return QStringLiteral("Campagna in fattura %1 del nodo %2").arg(testo("GD12_ID_MG94"), testo("GD12_ID_GD02"));
+    if (tabella == QLatin1String("WF02_STATORIGA"))
+        return QStringLiteral("Stato della riga %1").arg(testo("WF02_GUID"));
+    if (tabella == QLatin1String("GD01_TIPODISTINTA"))
+        return QStringLiteral("Tipo distinta %1").arg(testo("GD01_CODICE"));
+    return QStringLiteral("Parametri della ditta %1").arg(chiave);
+}
+
+QString Annullamento::righeCambiate(const QList<Cambio> &cambi)
+{
+    QString righe;
+    const db::ConnectionPtr connection = m_form.connection();
+    for (const Cambio &cambio : cambi) {
+        const db::RecordsetPtr attuale
+            = connection->openRecordset(storicostatements::selectRowQuery(cambio.tabella, cambio.chiave));
+        bool uguale = attuale->isEmpty() == !cambio.dopo.has_value();
+        if (uguale && cambio.dopo) {
+            attuale->moveFirst();
+            for (auto it = cambio.dopo->constBegin(); uguale && it != cambio.dopo->constEnd(); ++it)
+                uguale = confrontabile(it.key(), valore(it.key(), it.value()))
+                    == confrontabile(it.key(), attuale->value(it.key()));
+        }
+        if (!uguale)
+            righe += descriviRiga(cambio.tabella, cambio.chiave, cambio.dopo ? *cambio.dopo : *cambio.prima)
+                + QLatin1Char('\n');
+    }
+    return righe;
+}
+
+QString Annullamento::verificaLegami(const QList<Cambio> &cambi)
+{
+    for (const Cambio &cambio : cambi) {
+        if (cambio.tabella != tabellaNodi)
+            continue;
+        if (!cambio.prima) {
+            // Removing what the operation inserted: as a removal, never under a definitive bonus.
+            if (m_legami.PremioDefinitivo(cambio.chiave, std::nullopt))
+                return ControlliLegami::messaggioPremioDefinitivo(false);
+            continue;
+        }
+        const QJsonObject &prima = *cambio.prima;
+        const QVariant codice = valore(QString(), prima.value(QStringLiteral("GD02_CLIFOR_CG44")));
+        if (codice.isNull())
+            continue;
+        Verifica::Nodo nodo;
+        nodo.idNodo = cambio.chiave;
+        nodo.idPadre = valore(QString(), prima.value(QStringLiteral("GD02_IDPARENT_GD02"))).toLongLong();
+        nodo.codice = codice.toLongLong();
+        nodo.dataInizio = comeData(prima.value(QStringLiteral("GD02_DATAINIZIOVAL")).toString()).date();
+        nodo.dataFine = comeData(prima.value(QStringLiteral("GD02_DATAFINEVAL")).toString()).date();
+        const Verifica::Esito esito = m_verifica.VerificaNodo(Verifica::Modo::Modifica, nodo);
+        if (!esito.valido)
+            return esito.rifiutoPremioDefinitivo ? ControlliLegami::messaggioPremioDefinitivo(true) : esito.righe;
+    }
+    return {};
+}
+
+// Rows the operation changed are set back, rows it removed come back (parents first, with their
+// ids and guids), rows it inserted go (the last inserted first).
+void Annullamento::scrivi(const QList<Cambio> &cambi)
+{
+    const db::ConnectionPtr connection = m_form.connection();
+    for (const Cambio &cambio : cambi) {
+        if (cambio.prima && cambio.dopo)
+            connection->execute(storicostatements::updateRowStatement(riga(cambio.tabella, *cambio.prima), cambio.chiave));
+    }
+    QHash<QString, QList<storicostatements::Riga>> daReinserire;
+    for (const Cambio &cambio : cambi) {
+        if (cambio.prima && !cambio.dopo)
+            daReinserire[cambio.tabella].append(riga(cambio.tabella, *cambio.prima));
+    }
+    const bool identita = !connection->translatesTsql();
+    for (const QString &tabella : {QStringLiteral("GD01_TIPODISTINTA"), tabellaNodi, QStringLiteral("GD03_PARAMETRI"),
+                                   QStringLiteral("GD12_PROMO"), QStringLiteral("WF02_STATORIGA")}) {
+        const QList<storicostatements::Riga> righe = tabella == tabellaNodi ? inOrdineDiPadre(daReinserire.value(tabella))
+                                                                           : daReinserire.value(tabella);
+        if (righe.isEmpty())
+            continue;
+        const bool chiaveGenerata = identita && storicostatements::hasGeneratedKey(tabella);
+        if (chiaveGenerata)
+            connection->execute(storicostatements::identityInsertStatement(tabella, true));
+        for (const storicostatements::Riga &row : righe)
+            connection->execute(storicostatements::insertRowStatement(row));
+        if (chiaveGenerata)
+            connection->execute(storicostatements::identityInsertStatement(tabella, false));
+    }
+    for (auto it = cambi.crbegin(); it != cambi.crend(); ++it) {
+        if (!it->prima && it->dopo)
+            connection->execute(storicostatements::deleteRowStatement(it->tabella, it->chiave));
+    }
+}
+
+bool Annullamento::inverti(qint64 idOperazione)
+{
+    const std::optional<Operazione> operazione = leggiOperazione(idOperazione);
+    if (!operazione)
+        return false;
+    const bool ripristino = operazione->tipo == int(storicostatements::TipoOperazione::Annullamento);
+    const QString esito = ripristino ? QStringLiteral("Operazione non ripetuta") : QStringLiteral("Operazione non annullata");
+    if (operazione->invertita) {
+        m_form.avviso(esito + (ripristino ? QStringLiteral(": è già stata ripetuta.") : QStringLiteral(": è già stata annullata.")));
+        return false;
+    }
+    const db::ConnectionPtr connection = m_form.connection();
+
+    // Writing a generated key on the server needs a right that is checked before anything changes.
+    if (!connection->translatesTsql()) {
+        QSet<QString> tabelle;
+        for (const Cambio &cambio : operazione->cambi) {
+            if (cambio.prima && !cambio.dopo && storicostatements::hasGeneratedKey(cambio.tabella))
+                tabelle.insert(cambio.tabella);
+        }
+        for (const QString &tabella : std::as_const(tabelle)) {
+            bool permesso = false;
+            if (!m_form.step(procedura, [&] {
+                    permesso = connection->openRecordset(storicostatements::identityInsertPermissionQuery(tabella))
+                                   ->valueAt(0, 0)
+                                   .toInt()
+                        == 1;
+                }))
+                return false;
+            if (!permesso) {
+                m_form.avviso(esito + QStringLiteral(": per riportare le righe con i loro identificativi serve il "
+                                                     "permesso ALTER sulla tabella ")
+                              + tabella + QStringLiteral(", che l'utente del database non ha."));
+                return false;
+            }
+        }
+    }
+
+    OperazioneStorico nuova(m_form, procedura, ripristino ? QStringLiteral("Ripristino") : QStringLiteral("Annullamento"),
+                            m_albero.idTipo(), operazione->nome);
+    nuova.setReverses(ripristino ? storicostatements::TipoOperazione::Ripristino
+                                 : storicostatements::TipoOperazione::Annullamento,
+                      idOperazione);
+    if (!nuova.inizia() || !nuova.isActive())
+        return false;
+
+    // From here the transaction holds the write lock: what is read stays true until the commit.
+    QString rifiuto;
+    if (!m_form.step(procedura, [&] { rifiuto = righeCambiate(operazione->cambi); })) {
+        nuova.annulla();
+        return false;
+    }
+    if (!rifiuto.isEmpty()) {
+        nuova.annulla();
+        m_form.avviso(esito + QStringLiteral(": dopo di essa sono cambiate queste righe:\n") + rifiuto);
+        return false;
+    }
+    rifiuto = verificaLegami(operazione->cambi);
+    if (!rifiuto.isEmpty()) {
+        nuova.annulla();
+        m_form.avviso(esito + QStringLiteral(":\n") + rifiuto);
+        return false;
+    }
+
+    QString altreRighe;
+    bool giaInvertita = false;
+    const bool scritto = m_form.step(procedura, [&] {
+        scrivi(operazione->cambi);
+        // A removal cascades: what hung on a node since the operation would go with it.
+        QSet<QString> attese;
+        for (const Cambio &cambio : operazione->cambi)
+            attese.insert(cambio.tabella + QLatin1Char('/') + QString::number(cambio.chiave));
+        const db::RecordsetPtr registrate = connection->openRecordset(storicostatements::recordedKeysQuery(*nuova.id()));
+        for (registrate->moveFirst(); !registrate->eof(); registrate->moveNext()) {
+            const QString tabella = registrate->value(0).toString();
+            const qint64 chiave = registrate->value(1).toLongLong();
+            if (!attese.contains(tabella + QLatin1Char('/') + QString::number(chiave)))
+                altreRighe += descriviRiga(tabella, chiave, {}) + QLatin1Char('\n');
+        }
+        if (altreRighe.isEmpty())
+            giaInvertita = connection->execute(storicostatements::markReversedStatement(idOperazione, *nuova.id())) == 0;
+    });
+    if (!scritto || !altreRighe.isEmpty() || giaInvertita) {
+        nuova.annulla();
+        if (!altreRighe.isEmpty())
+            m_form.avviso(esito + QStringLiteral(": toccherebbe anche righe aggiunte dopo di essa:\n") + altreRighe);
+        else if (giaInvertita)
+            m_form.avviso(esito + (ripristino ? QStringLiteral(": è già stata ripetuta.") : QStringLiteral(": è già stata annullata.")));
+        return false;
+    }
+    if (!nuova.fine())
+        return false;
+    emit distintaCambiata();
+    return true;
+}
+
+} // namespace distinta
