@@ -47,8 +47,9 @@ QString insertOperationStatement(const Operazione &operation)
         + sqltext::number(operation.company) + QStringLiteral(", ") + optionalNumber(operation.typeId)
         + QStringLiteral(", ") + sqltext::quoted(operation.name.left(40)) + QStringLiteral(", ")
         + sqltext::quoted(operation.description.left(200)) + QStringLiteral(", ")
-        + sqltext::quoted(operation.user.left(20)) + QStringLiteral(", ") + sqltext::quoted(operation.userGroup.left(20))
-        + QStringLiteral(", ") + sqltext::quoted(operation.computer.left(60)) + QStringLiteral(", GETDATE(), ")
+        + sqltext::quoted(operation.user.left(20)) + QStringLiteral(", ")
+        + sqltext::quoted(operation.userGroup.left(20)) + QStringLiteral(", ")
+        + sqltext::quoted(operation.computer.left(60)) + QStringLiteral(", GETDATE(), ")
         + sqltext::number(int(operation.kind)) + QStringLiteral(", ") + optionalNumber(operation.reverses)
         + QStringLiteral(", ") + QString::number(operation.open ? 1 : 0) + QLatin1Char(')');
 }
@@ -134,11 +135,11 @@ bool hasGeneratedKey(const QString &table)
 
 bool isDateColumn(const QString &column)
 {
-    static const QStringList dateColumns {
-        QStringLiteral("GD01_DATACRE"),       QStringLiteral("GD01_DATAVAR"),       QStringLiteral("GD02_DATAINIZIOVAL"),
-        QStringLiteral("GD02_DATAFINEVAL"),   QStringLiteral("GD02_DATACRE"),       QStringLiteral("GD02_DATAVAR"),
-        QStringLiteral("GD03_DATAINIZIOVAL"), QStringLiteral("GD03_DATAFINEVAL"),   QStringLiteral("WF02_DATACRE"),
-        QStringLiteral("WF02_DATAVAR")};
+    static const QStringList dateColumns {QStringLiteral("GD01_DATACRE"),       QStringLiteral("GD01_DATAVAR"),
+                                          QStringLiteral("GD02_DATAINIZIOVAL"), QStringLiteral("GD02_DATAFINEVAL"),
+                                          QStringLiteral("GD02_DATACRE"),       QStringLiteral("GD02_DATAVAR"),
+                                          QStringLiteral("GD03_DATAINIZIOVAL"), QStringLiteral("GD03_DATAFINEVAL"),
+                                          QStringLiteral("WF02_DATACRE"),       QStringLiteral("WF02_DATAVAR")};
     return dateColumns.contains(column, Qt::CaseInsensitive);
 }
 

@@ -19,6 +19,8 @@
 -- before it (dbsetup::prepareDatabaseAt), after the file has been checked to be the module's.
 -- Statements are separated by semicolons and run by sqlite3 itself, untranslated.
 
+-- GD90_INDTIPO: 0 an action, 1 the undo of GD90_ID_GD90RIF, 2 the redo of the undo GD90_ID_GD90RIF;
+-- GD90_ID_GD90ANNULLA: the undo (or redo) that reversed this operation, NULL while it stands.
 CREATE TABLE GD90_OPERAZIONI (
     GD90_ID             INTEGER      PRIMARY KEY AUTOINCREMENT,
     GD90_DITTA_CG18     INTEGER      NULL,
@@ -29,10 +31,8 @@ CREATE TABLE GD90_OPERAZIONI (
     GD90_GRUPPO         VARCHAR(20)  NULL,
     GD90_COMPUTER       VARCHAR(60)  NULL,
     GD90_DATAORA        DATETIME     NOT NULL,
-    -- 0 an action, 1 the undo of GD90_ID_GD90RIF, 2 the redo of the undo GD90_ID_GD90RIF
     GD90_INDTIPO        INTEGER      NOT NULL DEFAULT 0,
     GD90_ID_GD90RIF     INTEGER      NULL,
-    -- the undo (or redo) that reversed this operation, NULL while it stands
     GD90_ID_GD90ANNULLA INTEGER      NULL,
     GD90_INDAPERTA      INTEGER      NOT NULL DEFAULT 0
 );

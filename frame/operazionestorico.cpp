@@ -26,8 +26,8 @@ QSet<QString> &toldWithoutJournal()
 
 } // namespace
 
-OperazioneStorico::OperazioneStorico(FormFrame &form, QString procedure, QString name,
-                                     std::optional<qint64> typeId, QString description)
+OperazioneStorico::OperazioneStorico(FormFrame &form, QString procedure, QString name, std::optional<qint64> typeId,
+                                     QString description)
     : m_form(form)
     , m_procedure(std::move(procedure))
 {
@@ -62,7 +62,8 @@ bool OperazioneStorico::storicoInstallato(FormFrame &form)
     auto known = journalByDatabase().constFind(database);
     const bool installed = known != journalByDatabase().cend()
         ? *known
-        : *journalByDatabase().insert(database, connection->hasTable(QString::fromLatin1(storicostatements::OperationsTable)));
+        : *journalByDatabase().insert(database,
+                                      connection->hasTable(QString::fromLatin1(storicostatements::OperationsTable)));
     if (!installed && !toldWithoutJournal().contains(database)) {
         toldWithoutJournal().insert(database);
         form.notifica(QStringLiteral("Lo storico delle modifiche non è installato in questo database: le modifiche "
@@ -124,7 +125,8 @@ void OperazioneStorico::annulla()
     m_active = false;
     if (const db::ConnectionPtr connection = m_form.connection()) {
         if (!connection->translatesTsql())
-            FormFrame::quietly([&] { connection->execute(storicostatements::sessionOperationStatement(std::nullopt)); });
+            FormFrame::quietly(
+                [&] { connection->execute(storicostatements::sessionOperationStatement(std::nullopt)); });
         connection->rollbackTransaction();
     }
 }

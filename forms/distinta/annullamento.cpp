@@ -125,15 +125,14 @@ Annullamento::Annullamento(FormFrame &form, Albero &albero, Verifica &verifica, 
     , m_albero(albero)
     , m_verifica(verifica)
     , m_legami(legami)
-    , CMD_ANNULLA(new QPushButton(QStringLiteral("Annulla")))
-    , CMD_RIPETI(new QPushButton(QStringLiteral("Ripeti")))
+    , CMD_ANNULLA(new QPushButton(QStringLiteral("Ann&ulla")))
+    , CMD_RIPETI(new QPushButton(QStringLiteral("R&ipeti")))
 {
     CMD_ANNULLA->setObjectName(QStringLiteral("CMD_ANNULLA"));
-    CMD_ANNULLA->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-    CMD_ANNULLA->setToolTip(QStringLiteral("Annulla la tua ultima operazione su questa distinta (Ctrl+Z)"));
+    CMD_ANNULLA->setToolTip(QStringLiteral("Annulla la tua ultima operazione su questa distinta (Alt+U, Ctrl+Z)"));
     CMD_RIPETI->setObjectName(QStringLiteral("CMD_RIPETI"));
-    CMD_RIPETI->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
-    CMD_RIPETI->setToolTip(QStringLiteral("Ripete la tua ultima operazione annullata su questa distinta (Ctrl+Y)"));
+    CMD_RIPETI->setToolTip(
+        QStringLiteral("Ripete la tua ultima operazione annullata su questa distinta (Alt+I, Ctrl+Y)"));
     CMD_ANNULLA->setEnabled(false);
     CMD_RIPETI->setEnabled(false);
     connect(CMD_ANNULLA, &QPushButton::clicked, this, &Annullamento::CMD_ANNULLA_Click);
@@ -227,8 +226,9 @@ QString Annullamento::descriviRiga(const QString &tabella, qint64 chiave, const 
 {
     const auto testo = [&](const char *colonna) { return valori.value(QLatin1String(colonna)).toVariant().toString(); };
     if (tabella == tabellaNodi) {
-        const QString soggetto = valori.value(QStringLiteral("GD02_TIPOCF_CG44")).toInt() != 0 ? QStringLiteral("Fornitore ")
-                                                                                              : QStringLiteral("Cliente ");
+        const QString soggetto = valori.value(QStringLiteral("GD02_TIPOCF_CG44")).toInt() != 0
+            ? QStringLiteral("Fornitore ")
+            : QStringLiteral("Cliente ");
         return QStringLiteral("Nodo %1 (%2%3)").arg(chiave).arg(soggetto, testo("GD02_CLIFOR_CG44"));
     }
     if (tabella == QLatin1String("GD12_PROMO"))
@@ -245,8 +245,8 @@ QString Annullamento::righeCambiate(const QList<Cambio> &cambi)
     QString righe;
     const db::ConnectionPtr connection = m_form.connection();
     for (const Cambio &cambio : cambi) {
-        const db::RecordsetPtr attuale
-            = connection->openRecordset(storicostatements::selectRowQuery(cambio.tabella, cambio.chiave));
+        const db::RecordsetPtr attuale = connection->openRecordset(
+            storicostatements::selectRowQuery(cambio.tabella, cambio.chiave));
         bool uguale = attuale->isEmpty() == !cambio.dopo.has_value();
         if (uguale && cambio.dopo) {
             attuale->moveFirst();
@@ -296,7 +296,8 @@ void Annullamento::scrivi(const QList<Cambio> &cambi)
     const db::ConnectionPtr connection = m_form.connection();
     for (const Cambio &cambio : cambi) {
         if (cambio.prima && cambio.dopo)
-            connection->execute(storicostatements::updateRowStatement(riga(cambio.tabella, *cambio.prima), cambio.chiave));
+            connection->execute(
+                storicostatements::updateRowStatement(riga(cambio.tabella, *cambio.prima), cambio.chiave));
     }
     QHash<QString, QList<storicostatements::Riga>> daReinserire;
     for (const Cambio &cambio : cambi) {
@@ -306,8 +307,9 @@ void Annullamento::scrivi(const QList<Cambio> &cambi)
     const bool identita = !connection->translatesTsql();
     for (const QString &tabella : {QStringLiteral("GD01_TIPODISTINTA"), tabellaNodi, QStringLiteral("GD03_PARAMETRI"),
                                    QStringLiteral("GD12_PROMO"), QStringLiteral("WF02_STATORIGA")}) {
-        const QList<storicostatements::Riga> righe = tabella == tabellaNodi ? inOrdineDiPadre(daReinserire.value(tabella))
-                                                                           : daReinserire.value(tabella);
+        const QList<storicostatements::Riga> righe = tabella == tabellaNodi
+            ? inOrdineDiPadre(daReinserire.value(tabella))
+            : daReinserire.value(tabella);
         if (righe.isEmpty())
             continue;
         const bool chiaveGenerata = identita && storicostatements::hasGeneratedKey(tabella);
@@ -330,9 +332,12 @@ bool Annullamento::inverti(qint64 idOperazione)
     if (!operazione)
         return false;
     const bool ripristino = operazione->tipo == int(storicostatements::TipoOperazione::Annullamento);
-    const QString esito = ripristino ? QStringLiteral("Operazione non ripetuta") : QStringLiteral("Operazione non annullata");
+    const QString esito = ripristino ? QStringLiteral("Operazione non ripetuta")
+                                     : QStringLiteral("Operazione non annullata");
     if (operazione->invertita) {
-        m_form.avviso(esito + (ripristino ? QStringLiteral(": è già stata ripetuta.") : QStringLiteral(": è già stata annullata.")));
+        m_form.avviso(
+            esito
+            + (ripristino ? QStringLiteral(": è già stata ripetuta.") : QStringLiteral(": è già stata annullata.")));
         return false;
     }
     const db::ConnectionPtr connection = m_form.connection();
@@ -354,15 +359,17 @@ bool Annullamento::inverti(qint64 idOperazione)
                 }))
                 return false;
             if (!permesso) {
-                m_form.avviso(esito + QStringLiteral(": per riportare le righe con i loro identificativi serve il "
-                                                     "permesso ALTER sulla tabella ")
+                m_form.avviso(esito
+                              + QStringLiteral(": per riportare le righe con i loro identificativi serve il "
+                                               "permesso ALTER sulla tabella ")
                               + tabella + QStringLiteral(", che l'utente del database non ha."));
                 return false;
             }
         }
     }
 
-    OperazioneStorico nuova(m_form, procedura, ripristino ? QStringLiteral("Ripristino") : QStringLiteral("Annullamento"),
+    OperazioneStorico nuova(m_form, procedura,
+                            ripristino ? QStringLiteral("Ripristino") : QStringLiteral("Annullamento"),
                             m_albero.idTipo(), operazione->nome);
     nuova.setReverses(ripristino ? storicostatements::TipoOperazione::Ripristino
                                  : storicostatements::TipoOperazione::Annullamento,
@@ -396,7 +403,8 @@ bool Annullamento::inverti(qint64 idOperazione)
         QSet<QString> attese;
         for (const Cambio &cambio : operazione->cambi)
             attese.insert(cambio.tabella + QLatin1Char('/') + QString::number(cambio.chiave));
-        const db::RecordsetPtr registrate = connection->openRecordset(storicostatements::recordedKeysQuery(*nuova.id()));
+        const db::RecordsetPtr registrate = connection->openRecordset(
+            storicostatements::recordedKeysQuery(*nuova.id()));
         for (registrate->moveFirst(); !registrate->eof(); registrate->moveNext()) {
             const QString tabella = registrate->value(0).toString();
             const qint64 chiave = registrate->value(1).toLongLong();
@@ -404,14 +412,17 @@ bool Annullamento::inverti(qint64 idOperazione)
                 altreRighe += descriviRiga(tabella, chiave, {}) + QLatin1Char('\n');
         }
         if (altreRighe.isEmpty())
-            giaInvertita = connection->execute(storicostatements::markReversedStatement(idOperazione, *nuova.id())) == 0;
+            giaInvertita = connection->execute(storicostatements::markReversedStatement(idOperazione, *nuova.id()))
+                == 0;
     });
     if (!scritto || !altreRighe.isEmpty() || giaInvertita) {
         nuova.annulla();
         if (!altreRighe.isEmpty())
             m_form.avviso(esito + QStringLiteral(": toccherebbe anche righe aggiunte dopo di essa:\n") + altreRighe);
         else if (giaInvertita)
-            m_form.avviso(esito + (ripristino ? QStringLiteral(": è già stata ripetuta.") : QStringLiteral(": è già stata annullata.")));
+            m_form.avviso(esito
+                          + (ripristino ? QStringLiteral(": è già stata ripetuta.")
+                                        : QStringLiteral(": è già stata annullata.")));
         return false;
     }
     if (!nuova.fine())

@@ -144,6 +144,12 @@ void FRMGD_DISTINTA::impostaTastiera()
         &QShortcut::activated, p.anagrafiche.aggiungiCapostipite(), &QPushButton::click);
     connect(scorciatoia(p.albero.widget(), QKeySequence(Qt::Key_Delete), QStringLiteral("scorciatoiaRimuovi")),
             &QShortcut::activated, p.anagrafiche.rimuovi(), &QPushButton::click);
+    // The editor's own undo and redo; a text field being edited keeps its own (it takes the keys
+    // first).
+    connect(scorciatoia(this, QKeySequence(Qt::CTRL | Qt::Key_Z), QStringLiteral("scorciatoiaAnnulla")),
+            &QShortcut::activated, p.annullamento.annulla(), &QPushButton::click);
+    connect(scorciatoia(this, QKeySequence(Qt::CTRL | Qt::Key_Y), QStringLiteral("scorciatoiaRipeti")),
+            &QShortcut::activated, p.annullamento.ripeti(), &QPushButton::click);
     connect(scorciatoia(this, QKeySequence(Qt::CTRL | Qt::Key_P), QStringLiteral("scorciatoiaStampa")),
             &QShortcut::activated, p.stampa.pulsante(), &QPushButton::click);
     connect(scorciatoia(this, QKeySequence(Qt::CTRL | Qt::Key_F), QStringLiteral("scorciatoiaCerca")),

@@ -235,8 +235,9 @@ bool Spostamento::SpostaNodo(qint64 idNodo, qint64 idDestinazione)
     {
         OperazioneStorico operazione(m_form, procedureSposta, QStringLiteral("Spostamento"), m_albero.idTipo());
         if (!operazione.inizia()
-            || !m_form.step(procedureSposta,
-                            [&] { righe = m_form.connection()->execute(spostamentostatements::moveStatement(spostamento)); })
+            || !m_form.step(
+                procedureSposta,
+                [&] { righe = m_form.connection()->execute(spostamentostatements::moveStatement(spostamento)); })
             || !operazione.fine())
             return false;
     }

@@ -14,6 +14,7 @@
 #include "data/spostamentostatements.h"
 #include "data/sqltext.h"
 #include "data/stampastatements.h"
+#include "data/storicostatements.h"
 #include "framework/workflowstatements.h"
 
 #include <QDate>
@@ -46,6 +47,18 @@ constexpr Expectation rows(int count)
 const QString printKey = u"PC-UFFICIO3mrossi"_s;
 const QDate today(2026, 11, 23);
 const QDate farEnd(2099, 12, 31);
+
+storicostatements::Operazione operation()
+{
+    storicostatements::Operazione op;
+    op.company = company;
+    op.typeId = 1;
+    op.name = u"Modifica"_s;
+    op.user = u"o'neill"_s;
+    op.userGroup = u"ADMIN"_s;
+    op.computer = u"PC-UFFICIO3"_s;
+    return op;
+}
 
 QString subjectListDrop()
 {
@@ -574,6 +587,62 @@ QList<Entry> entries()
          rows(1),
          {},
          fw::workflowstatements::rowStateQuery(rowGuid)},
+
+        // Last: while the operation is open, every write above would be recorded into it.
+        {u"OperazioneStorico: an operation opened"_s,
+         executes,
+         {},
+         storicostatements::insertOperationStatement(operation())},
+        {u"CMD_ANNULLA_Click: a row as it stands"_s,
+         rows(1),
+         {u"gd02_guid"_s},
+         storicostatements::selectRowQuery(u"GD02_DISTINTA"_s, 2)},
+        {u"CMD_ANNULLA_Click: a row set back"_s,
+         executes,
+         {},
+         storicostatements::updateRowStatement({u"GD02_DISTINTA"_s,
+                                                {{u"GD02_DESCR"_s, u"Riga dell'operazione"_s},
+                                                 {u"GD02_DATAFINEVAL"_s, QDateTime(QDate(2099, 12, 31), QTime(0, 0))},
+                                                 {u"GD02_IDSTRUTTURA_LP09"_s, QVariant()}}},
+                                               2)},
+        {u"CMD_ANNULLA_Click: a row brought back with its key"_s,
+         executes,
+         {},
+         storicostatements::insertRowStatement({u"GD12_PROMO"_s,
+                                                {{u"GD12_ID"_s, qlonglong(9001)},
+                                                 {u"GD12_DITTA_CG18"_s, qlonglong(company)},
+                                                 {u"GD12_ID_GD02"_s, qlonglong(2)},
+                                                 {u"GD12_ID_MG94"_s, qlonglong(1)}}})},
+        {u"CMD_ANNULLA_Click: a row the operation inserted, removed"_s,
+         executes,
+         {},
+         storicostatements::deleteRowStatement(u"GD12_PROMO"_s, 9001)},
+        {u"CMD_ANNULLA_Click: the rows an operation recorded"_s,
+         rows(3),
+         {u"GD91_TABELLA"_s, u"GD91_AZIONE"_s},
+         storicostatements::operationRowsQuery(1)},
+        {u"CMD_ANNULLA_Click: the keys an operation recorded"_s, rows(3), {}, storicostatements::recordedKeysQuery(1)},
+        {u"OperazioneStorico: the operation closed"_s, executes, {}, storicostatements::closeOperationStatement(1)},
+        {u"OperazioneStorico: an operation that recorded something is kept"_s,
+         executes,
+         {},
+         storicostatements::dropEmptyOperationStatement(1)},
+        {u"CMD_ANNULLA_Click: the operation read"_s,
+         rows(1),
+         {u"GD90_OPERAZIONE"_s},
+         storicostatements::operationQuery(1)},
+        {u"CMD_ANNULLA_Click: the user's last operation that stands"_s,
+         rows(1),
+         {},
+         storicostatements::lastUndoableQuery(u"o'neill"_s, company, 1)},
+        {u"CMD_RIPETI_Click: the user's last action or undo"_s,
+         rows(1),
+         {},
+         storicostatements::lastRedoCandidateQuery(u"o'neill"_s, company, 1)},
+        {u"CMD_ANNULLA_Click: the operation marked as undone"_s,
+         executes,
+         {},
+         storicostatements::markReversedStatement(1, 2)},
     };
 }
 

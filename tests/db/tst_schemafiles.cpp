@@ -41,6 +41,8 @@ QString normalisedType(const QString &type)
         return QStringLiteral("INT");
     if (upper == QLatin1String("UNIQUEIDENTIFIER"))
         return QStringLiteral("VARCHAR(36)");
+    if (upper == QLatin1String("NVARCHAR(MAX)"))
+        return QStringLiteral("TEXT");
     return upper;
 }
 
@@ -143,14 +145,20 @@ Declared parse(const QString &script)
     // it, SQL Server after, inside the statement) and "CREATE TRIGGER name ON table AFTER DELETE"
     static const QRegularExpression triggerFirst(
         QStringLiteral("CREATE TRIGGER (\\w+)\\s+(?:AFTER|BEFORE) (\\w+)(?:\\s+OF\\s+[\\w\\s,]*?)?\\s+ON (\\w+)"));
-    static const QRegularExpression triggerSecond(QStringLiteral("CREATE TRIGGER (\\w+)\\s+ON (\\w+) AFTER (\\w+)"));
+    // A SQL Server trigger for several events stands for SQLite's one per event, named with it.
+    static const QRegularExpression triggerSecond(
+        QStringLiteral("CREATE TRIGGER (\\w+)\\s+ON (\\w+) AFTER (\\w+(?:, \\w+)*)"));
     for (auto it = triggerFirst.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch m = it.next();
         declared.triggers << QStringLiteral("%1: %2 ON %3").arg(m.captured(1), m.captured(2), m.captured(3)).toUpper();
     }
     for (auto it = triggerSecond.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch m = it.next();
-        declared.triggers << QStringLiteral("%1: %2 ON %3").arg(m.captured(1), m.captured(3), m.captured(2)).toUpper();
+        const QStringList events = m.captured(3).split(QStringLiteral(", "));
+        for (const QString &event : events) {
+            const QString name = events.size() > 1 ? m.captured(1) + QLatin1Char('_') + event : m.captured(1);
+            declared.triggers << QStringLiteral("%1: %2 ON %3").arg(name, event, m.captured(2)).toUpper();
+        }
     }
     return declared;
 }
@@ -175,10 +183,13 @@ class TestSchemaFiles : public QObject
 private slots:
     void initTestCase()
     {
-        m_sqlite = parse(dbsetup::sqliteSchemaScript());
+        // The schema and the journal, as a new database gets them.
+        m_sqlite = parse(dbsetup::sqliteSchemaScript() + dbsetup::journalScript());
         const QString server = sourceFile(QStringLiteral("db/schema_sqlserver.sql"));
+        const QString journal = sourceFile(QStringLiteral("db/journal_sqlserver.sql"));
         QVERIFY2(!server.isEmpty(), "db/schema_sqlserver.sql not found");
-        m_server = parse(server);
+        QVERIFY2(!journal.isEmpty(), "db/journal_sqlserver.sql not found");
+        m_server = parse(server + journal);
         // The reading itself must have found something in each script.
         QVERIFY(m_sqlite.columnOrder.size() > 30);
         QVERIFY(m_sqlite.viewColumns.size() >= 3);

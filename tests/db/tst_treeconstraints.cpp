@@ -259,8 +259,8 @@ private slots:
                  contractRows);
     }
 
-    // A database made before the trees checked themselves gets the checks (and WAL) when it is
-    // prepared for the editor, and says so in its schema version.
+    // A database made before the trees checked themselves, and before the journal, gets the checks,
+    // the journal (and WAL) when it is prepared for the editor, and says so in its schema version.
     void anOlderDatabaseGetsTheChecks()
     {
         QTemporaryDir folder;
@@ -271,6 +271,12 @@ private slots:
             for (const char *trigger : {"TR_GD02_DISTINTA_INSERT", "TR_GD02_DISTINTA_UPDATE",
                                         "TR_GD01_TIPODISTINTA_DELETE", "TR_GD01_TIPODISTINTA_UPDATE"})
                 file.exec(QStringLiteral("DROP TRIGGER %1").arg(QLatin1String(trigger)));
+            for (const char *kind : {"INSERT", "UPDATE", "DELETE"})
+                for (const char *table : {"GD01", "GD02", "GD03", "GD12", "WF02"})
+                    file.exec(
+                        QStringLiteral("DROP TRIGGER TR_%1_STORICO_%2").arg(QLatin1String(table), QLatin1String(kind)));
+            file.exec(
+                QStringLiteral("DROP TABLE GD91_RIGHESTORICO; DROP TABLE GD90_OPERAZIONI; DROP INDEX IX_GD02_GUID"));
             file.exec(QStringLiteral("PRAGMA user_version = 0; PRAGMA journal_mode = DELETE"));
         }
         dbsetup::DatabaseFileCheck check = dbsetup::checkDatabaseFile(path);
@@ -283,7 +289,10 @@ private slots:
         QCOMPARE(check.schemaVersion, dbsetup::kSchemaVersion);
         QVERIFY(check.walMode);
         dbsetup::SqliteFile file(path);
-        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger'")), 7);
+        // The tree's seven, and the journal's three for each of its five tables.
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger'")), 22);
+        file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'x' WHERE GD02_ID = 1"));
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_CHIAVE = 1")), 1);
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError,
                                  file.exec(QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 1")));
     }

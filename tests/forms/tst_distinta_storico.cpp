@@ -1,0 +1,316 @@
+#include "tests/forms/distintafixture.h"
+
+#include "db/sqlitefile.h"
+#include "framework/hostglobalservices.h"
+#include "framework/treelist/treelistdateeditor.h"
+#include "framework/treelist/treelistview.h"
+
+// The journal of the editor's writes, and undo and redo through it: each action is one
+// operation with the rows it touched, another program's writes are recorded too, and an undo
+// brings back exactly what was there, or refuses and changes nothing.
+class TestDistintaStorico : public QObject
+{
+    Q_OBJECT
+
+    // Customers 10..19. A01: 10 > 11 > 12 > 13 > 14, with 15 under 10, and a root 16; in-invoice
+    // campaigns on 11 and 14, a workflow state on every node, a contract condition on 14.
+    struct Albero : DistintaFixture
+    {
+        Albero()
+        {
+            for (int code = 10; code <= 19; ++code)
+                soggetto(0, code, QStringLiteral("Cliente %1").arg(code));
+            a01 = tipo(0, QStringLiteral("A01"), QStringLiteral("Tutti i clienti"));
+            n10 = nodo(a01, 0, 10);
+            n11 = nodo(a01, 0, 11, {.parent = n10});
+            n12 = nodo(a01, 0, 12, {.parent = n11});
+            n13 = nodo(a01, 0, 13, {.parent = n12});
+            n14 = nodo(a01, 0, 14, {.parent = n13});
+            n15 = nodo(a01, 0, 15, {.parent = n10});
+            n16 = nodo(a01, 0, 16);
+            for (qint64 node : {n11, n14})
+                exec(QStringLiteral("INSERT INTO GD12_PROMO (GD12_DITTA_CG18, GD12_ID_GD02, GD12_ID_MG94) "
+                                    "VALUES (1, %1, 7)")
+                         .arg(node));
+            exec(QStringLiteral("INSERT INTO WF02_STATORIGA (WF02_GUID, WF02_TABELLA, WF02_ID_WF01, WF02_UTENTECRE) "
+                                "SELECT gd02_guid, 'GD02_DISTINTA', 3, 'prima' FROM GD02_DISTINTA"));
+            condizione(contratto(14), n14);
+            // What the set-up wrote is no one's operation.
+            exec(QStringLiteral("DELETE FROM GD91_RIGHESTORICO"));
+        }
+
+        // Every row of the three tables an undo restores, every column, in key order.
+        QStringList righe()
+        {
+            QStringList rows;
+            for (const QString &table :
+                 {QStringLiteral("GD02_DISTINTA"), QStringLiteral("GD12_PROMO"), QStringLiteral("WF02_STATORIGA")}) {
+                const db::RecordsetPtr all = host.database().connection()->openRecordset(
+                    QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(table));
+                for (int row = 0; row < all->recordCount(); ++row) {
+                    QStringList values;
+                    for (int field = 0; field < all->fieldCount(); ++field)
+                        values << all->valueAt(row, field).toString();
+                    rows << table + QLatin1Char(':') + values.join(QLatin1Char('|'));
+                }
+            }
+            return rows;
+        }
+        // The operations, newest last, as "name/kind/reverses/reversed by".
+        QStringList operazioni()
+        {
+            QStringList ops;
+            const db::RecordsetPtr all = host.database().connection()->openRecordset(
+                QStringLiteral("SELECT GD90_OPERAZIONE, GD90_INDTIPO, GD90_ID_GD90RIF, GD90_ID_GD90ANNULLA, "
+                               "GD90_INDAPERTA FROM GD90_OPERAZIONI ORDER BY GD90_ID"));
+            for (int row = 0; row < all->recordCount(); ++row)
+                ops << QStringLiteral("%1/%2/%3/%4/%5")
+                           .arg(all->valueAt(row, 0).toString(), all->valueAt(row, 1).toString(),
+                                all->valueAt(row, 2).toString(), all->valueAt(row, 3).toString(),
+                                all->valueAt(row, 4).toString());
+            return ops;
+        }
+        // The journal's rows of the newest operation, as "table action key", in the order written.
+        QStringList righeUltimaOperazione()
+        {
+            QStringList rows;
+            const db::RecordsetPtr all = host.database().connection()->openRecordset(QStringLiteral(
+                "SELECT GD91_TABELLA, GD91_AZIONE, GD91_CHIAVE FROM GD91_RIGHESTORICO "
+                "WHERE GD91_ID_GD90 = (SELECT MAX(GD90_ID) FROM GD90_OPERAZIONI) ORDER BY GD91_TABELLA, GD91_CHIAVE"));
+            for (int row = 0; row < all->recordCount(); ++row)
+                rows << QStringLiteral("%1 %2 %3")
+                            .arg(all->valueAt(row, 0).toString(), all->valueAt(row, 1).toString(),
+                                 all->valueAt(row, 2).toString());
+            return rows;
+        }
+        bool abilitato(const QString &button) { return control<QPushButton>(button)->isEnabled(); }
+        void rimuovi(int code, std::initializer_list<int> answers = {})
+        {
+            focalizza(code);
+            host.log().answerNext(answers);
+            premi(QStringLiteral("CMD_REMANAGR"));
+        }
+        void scriviData(int code, const QString &column, const QString &text)
+        {
+            focalizza(code);
+            albero()->editCell(albero()->focusedNode(), column);
+            auto *editor = albero()->view()->viewport()->findChild<fw::TreeListDateEditor *>();
+            QVERIFY(editor);
+            editor->setText(text);
+            QTest::keyClick(editor, Qt::Key_Return);
+            attendi();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        // A text read in SQLite's own dialect, untranslated (the journal's JSON functions).
+        QString testo(const QString &sql)
+        {
+            dbsetup::SqliteFile file(host.database().path(), dbsetup::SqliteFile::Access::ReadOnly);
+            dbsetup::SqliteStatement statement = file.prepare(sql);
+            return statement.step() ? statement.columnText(0) : QString();
+        }
+        // Another program's write, on a connection of its own that knows nothing of the editor.
+        void altroProgramma(const QString &sql)
+        {
+            dbsetup::SqliteFile other(host.database().path());
+            other.exec(sql);
+        }
+
+        qint64 a01 = 0, n10 = 0, n11 = 0, n12 = 0, n13 = 0, n14 = 0, n15 = 0, n16 = 0;
+    };
+
+private slots:
+    // A branch removed with everything that hangs on it is one operation; Ctrl+Z brings back the
+    // very rows (ids, guids, dates, campaigns, workflow states), Ctrl+Y takes them away again, and
+    // the journal says which operation reversed which.
+    void removedBranchComesBackWhole()
+    {
+        Albero f;
+        const QStringList before = f.righe();
+        f.apri();
+        QVERIFY(f.attiva());
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_RIPETI")));
+
+        f.rimuovi(11, {fw::Answer::Yes, fw::Answer::Yes, fw::Answer::Yes, fw::Answer::Yes});
+        QCOMPARE(f.codiciAlbero(), QStringList({"10", ".15", "16"}));
+        const QStringList removed = f.righe();
+        QCOMPARE(f.operazioni(), QStringList({"Eliminazione/0///0"}));
+        const auto key = [](qint64 id) { return QString::number(id); };
+        QStringList expected {QStringLiteral("GD02_DISTINTA D ") + key(f.n11),
+                              QStringLiteral("GD02_DISTINTA D ") + key(f.n12),
+                              QStringLiteral("GD02_DISTINTA D ") + key(f.n13),
+                              QStringLiteral("GD02_DISTINTA D ") + key(f.n14),
+                              QStringLiteral("GD12_PROMO D 1"),
+                              QStringLiteral("GD12_PROMO D 2")};
+        QStringList journal = f.righeUltimaOperazione();
+        QCOMPARE(journal.mid(0, 6), expected);
+        QCOMPARE(journal.size(), 10); // and the four workflow states
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 IS NULL")).toInt(),
+                 0);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD90_UTENTE || '/' || GD90_DITTA_CG18 || '/' || GD90_ID_GD01 "
+                                         "FROM GD90_OPERAZIONI"))
+                     .toString(),
+                 QStringLiteral("%1/1/%2").arg(f.host.globals().user()).arg(f.a01));
+        QVERIFY(f.abilitato(QStringLiteral("CMD_ANNULLA")));
+
+        f.host.log().clear();
+        QTest::keyClick(f.albero()->view(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.host.log().messageTexts(), QStringList());
+        QCOMPARE(f.righe(), before);
+        QCOMPARE(f.codiciAlbero(), QStringList({"10", ".11", "..12", "...13", "....14", ".15", "16"}));
+        QCOMPARE(f.operazioni(), QStringList({"Eliminazione/0//2/0", "Annullamento/1/1//0"}));
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+        QVERIFY(f.abilitato(QStringLiteral("CMD_RIPETI")));
+
+        QTest::keyClick(f.albero()->view(), Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(f.righe(), removed);
+        QCOMPARE(f.operazioni().last(), QStringLiteral("Ripristino/2/2//0"));
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_RIPETI")));
+
+        // The redo is an operation like any other: undone, the branch is back once more.
+        QTest::keyClick(f.albero()->view(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.righe(), before);
+        QVERIFY(f.host.log().isQuiet());
+    }
+
+    // An insertion of ticked subjects, a move and a date typed in the tree: each is one
+    // operation, and each undo leaves the rows as they were.
+    void everyActionIsOneOperationAndUndoes()
+    {
+        Albero f;
+        f.apri();
+        QStringList before = f.righe();
+        f.paginaAnagrafiche();
+        f.focalizza(16);
+        for (int code : {17, 18, 19})
+            f.spunta(code);
+        f.attendi();
+        f.premi(QStringLiteral("CMD_ADDANAGR"));
+        QCOMPARE(f.operazioni(), QStringList({"Inserimento/0///0"}));
+        QCOMPARE(f.righeUltimaOperazione().size(), 3);
+        for (const QString &row : f.righeUltimaOperazione())
+            QVERIFY2(row.startsWith(QStringLiteral("GD02_DISTINTA I ")), qPrintable(row));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.righe(), before);
+
+        before = f.righe();
+        f.scriviData(15, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
+        QCOMPARE(f.testo(QStringLiteral("SELECT GD02_DATAFINEVAL FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n15)),
+                 QStringLiteral("2025-06-30 00:00:00"));
+        QCOMPARE(f.operazioni().last(), QStringLiteral("Modifica/0///0"));
+        QCOMPARE(f.righeUltimaOperazione(), QStringList(QStringLiteral("GD02_DISTINTA U %1").arg(f.n15)));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.righe(), before);
+
+        f.focalizza(15);
+        QTest::keyClick(f.albero()->view(), Qt::Key_X, Qt::ControlModifier);
+        f.focalizza(16);
+        f.host.log().answerNext(fw::Answer::Yes);
+        QTest::keyClick(f.albero()->view(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.operazioni().last(), QStringLiteral("Spostamento/0///0"));
+        QCOMPARE(f.codiciAlbero().last(), QStringLiteral(".15"));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.righe(), before);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD90_OPERAZIONI WHERE GD90_INDAPERTA <> 0")).toInt(), 0);
+    }
+
+    // A write by another program is journaled without an operation, with the row's own stamp;
+    // it is nobody's action in the editor, so it gives nothing to undo.
+    void anotherProgramsWriteIsRecorded()
+    {
+        Albero f;
+        f.apri();
+        f.altroProgramma(
+            QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Da listino', GD02_UTENTEVAR = 'script', "
+                           "GD02_GRUPPOVAR = 'batch' WHERE GD02_ID = %1")
+                .arg(f.n16));
+        QCOMPARE(f.testo(QStringLiteral("SELECT COALESCE(GD91_ID_GD90, 'esterna') || '/' || GD91_AZIONE || '/' || "
+                                        "GD91_CHIAVE || '/' || GD91_UTENTE || '/' || GD91_GRUPPO || '/' || "
+                                        "(json_extract(GD91_PRIMA, '$.GD02_DESCR') IS NULL) || '/' || "
+                                        "json_extract(GD91_DOPO, '$.GD02_DESCR') FROM GD91_RIGHESTORICO")),
+                 QStringLiteral("esterna/U/%1/script/batch/1/Da listino").arg(f.n16));
+        f.form->parti().annullamento.aggiornaComandi();
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+        // Writing a row as it is records nothing.
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = GD02_DESCR"));
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO")).toInt(), 1);
+    }
+
+    // A row changed since the operation, or a subject brought back into an overlapping link:
+    // the undo is refused with the rows named, and nothing changes.
+    void undoRefusedWhenTheRowsMovedOn()
+    {
+        Albero f;
+        f.apri();
+        f.scriviData(15, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Altro' WHERE GD02_ID = %1").arg(f.n15));
+        const QStringList before = f.righe();
+        const QStringList operations = f.operazioni();
+        f.host.log().clear();
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Operazione non annullata: dopo di essa sono cambiate queste righe:\n"
+                                            "Nodo %1 (Cliente 15)\n")
+                                 .arg(f.n15)));
+        QCOMPARE(f.righe(), before);
+        QCOMPARE(f.operazioni(), operations);
+
+        // The removed leaf's subject is linked again meanwhile, over the same period.
+        f.rimuovi(16);
+        f.altroProgramma(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
+                                        "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL) "
+                                        "VALUES (%1, %2, 1, 0, 16, '2024-06-01 00:00:00', '2024-12-31 00:00:00')")
+                             .arg(f.a01)
+                             .arg(f.n15));
+        const QStringList linked = f.righe();
+        f.host.log().clear();
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Operazione non annullata:\nCliente 16 già legato alla distinta A01 - "
+                                            "Tutti i clienti: Nodo padre 15 - Cliente 15 nel periodo dal 01/06/2024 "
+                                            "al 31/12/2024\n")));
+        QCOMPARE(f.righe(), linked);
+    }
+
+    // Undo is the user's own last standing operation; a new action ends what could be redone.
+    void aNewActionEndsTheRedo()
+    {
+        Albero f;
+        f.apri();
+        f.rimuovi(15);
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QVERIFY(f.abilitato(QStringLiteral("CMD_RIPETI")));
+        f.rimuovi(16);
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_RIPETI")));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.codiciAlbero().last(), QStringLiteral("16"));
+        // 15's removal was undone already: the next Ctrl+Z has nothing left of the user's.
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+    }
+
+    // A database whose journal was never installed: the editor writes as before and says once
+    // that there is no history.
+    void withoutTheJournalTheEditorSaysSoOnce()
+    {
+        Albero f;
+        {
+            dbsetup::SqliteFile file(f.host.database().path());
+            for (const char *trigger : {"GD01", "GD02", "GD03", "GD12", "WF02"})
+                for (const char *kind : {"INSERT", "UPDATE", "DELETE"})
+                    file.exec(QStringLiteral("DROP TRIGGER TR_%1_STORICO_%2")
+                                  .arg(QLatin1String(trigger), QLatin1String(kind)));
+            file.exec(QStringLiteral("DROP TABLE GD91_RIGHESTORICO; DROP TABLE GD90_OPERAZIONI"));
+        }
+        f.apri();
+        f.rimuovi(15);
+        f.rimuovi(16);
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Lo storico delle modifiche non è installato in questo database: le "
+                                            "modifiche vengono salvate senza storico e non si possono annullare.")));
+        QCOMPARE(f.codiciAlbero().size(), 5);
+        QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+    }
+};
+
+QTEST_MAIN(TestDistintaStorico)
+#include "tst_distinta_storico.moc"
