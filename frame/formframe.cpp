@@ -1,5 +1,7 @@
 #include "frame/formframe.h"
 
+#include "frame/operazionestorico.h"
+
 #include "framework/activenavigator.h"
 #include "framework/cinterface.h"
 #include "framework/globalservices.h"
@@ -338,6 +340,16 @@ bool FormFrame::writeRow(const QString &procedure, const std::function<void()> &
         m_connection->clearErrors();
     stale(*staleRow);
     return false;
+}
+
+void FormFrame::registraNelloStorico(fw::RecordFrame *frame, const QString &procedure)
+{
+    frame->setWriteScope([this, procedure](const QString &kind, const std::function<void()> &write) {
+        OperazioneStorico operazione(*this, procedure, kind, std::nullopt);
+        if (!operazione.inizia())
+            throw db::DatabaseError(m_connection->errors());
+        write();
+    });
 }
 
 bool FormFrame::stepOnRow(const QString &procedure, const std::function<void()> &statement)

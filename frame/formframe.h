@@ -142,6 +142,8 @@ protected:
     // reads it again runs it through writeRow() instead.
     virtual bool stepOnRow(const QString &procedure, const std::function<void()> &statement);
 
+    // Each save or removal of the frame's row becomes one operation of the journal.
+    void registraNelloStorico(fw::RecordFrame *frame, const QString &procedure);
     // Creates the main record frame on the form's connection (replacing any previous one).
     // Throws db::DatabaseError.
     fw::RecordFrame *openRecordFrame(const QString &sql, const QString &keyField = {});

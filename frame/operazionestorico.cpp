@@ -24,6 +24,14 @@ QSet<QString> &toldWithoutJournal()
     return told;
 }
 
+// The connections an operation is running on: a write inside it (a row saved by a frame the
+// action drives) belongs to it, and begins nothing of its own.
+QSet<const db::Connection *> &connectionsInOperation()
+{
+    static QSet<const db::Connection *> running;
+    return running;
+}
+
 } // namespace
 
 OperazioneStorico::OperazioneStorico(FormFrame &form, QString procedure, QString name, std::optional<qint64> typeId,
@@ -77,6 +85,8 @@ bool OperazioneStorico::inizia()
     if (m_active || !storicoInstallato(m_form))
         return true;
     const db::ConnectionPtr connection = m_form.connection();
+    if (connectionsInOperation().contains(connection.get()))
+        return true;
     const bool serverSession = !connection->translatesTsql();
     m_operation.open = !serverSession;
     return m_form.step(m_procedure, [&] {
@@ -92,6 +102,7 @@ bool OperazioneStorico::inizia()
             throw;
         }
         m_active = true;
+        connectionsInOperation().insert(connection.get());
     });
 }
 
@@ -101,6 +112,7 @@ bool OperazioneStorico::fine()
         return true;
     m_active = false;
     const db::ConnectionPtr connection = m_form.connection();
+    connectionsInOperation().remove(connection.get());
     bool committed = false;
     m_form.step(m_procedure, [&] {
         if (!connection->translatesTsql())
@@ -124,6 +136,7 @@ void OperazioneStorico::annulla()
         return;
     m_active = false;
     if (const db::ConnectionPtr connection = m_form.connection()) {
+        connectionsInOperation().remove(connection.get());
         if (!connection->translatesTsql())
             FormFrame::quietly(
                 [&] { connection->execute(storicostatements::sessionOperationStatement(std::nullopt)); });

@@ -13,7 +13,8 @@ class FormFrame;
 // so the action's changes and their journal are committed together, or neither is.
 //
 // Each form begins its operations after the questions it asks, right before its first write: a
-// transaction holds the database's write lock, and no one else should wait on a question.
+// transaction holds the database's write lock, and no one else should wait on a question. An
+// operation begun while another runs on the same connection joins it.
 // A database without the journal (not installed yet, or opened read-only) gets the writes as
 // before, without a transaction; the user is told once that the history is not kept.
 class OperazioneStorico

@@ -173,7 +173,8 @@ bool RecordFrame::update()
     if (!m_unconverted.isEmpty())
         throw db::DatabaseError(
             {{.description = m_unconverted.cbegin().value(), .source = QStringLiteral("Recordset")}});
-    m_recordset->update();
+    write(m_state == Insert ? QStringLiteral("Inserimento") : QStringLiteral("Modifica"),
+          [this] { m_recordset->update(); });
     m_typed = false;
     refreshControls();
     setState(Browse);
@@ -208,11 +209,19 @@ bool RecordFrame::deleteCurrent()
     emit BeforeDelete(cancel);
     if (cancel)
         return false;
-    m_recordset->deleteCurrent();
+    write(QStringLiteral("Eliminazione"), [this] { m_recordset->deleteCurrent(); });
     refreshControls();
     setState(Browse);
     announceRow();
     return true;
+}
+
+void RecordFrame::write(const QString &kind, const std::function<void()> &statement)
+{
+    if (m_writeScope)
+        m_writeScope(kind, statement);
+    else
+        statement();
 }
 
 bool RecordFrame::mayClose()

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <functional>
 
 class QWidget;
 
@@ -95,7 +96,17 @@ signals:
     // one: what the user types next changes that row.
     void existingRowFound();
 
+public:
+    // What each write of the row runs inside (the owner's transaction, say): kind is
+    // "Inserimento", "Modifica" or "Eliminazione"; the scope calls write once and lets its
+    // exceptions through. None: the write runs as it is.
+    using WriteScope = std::function<void(const QString &kind, const std::function<void()> &write)>;
+    void setWriteScope(WriteScope scope) { m_writeScope = std::move(scope); }
+
 private:
+    void write(const QString &kind, const std::function<void()> &statement);
+
+    WriteScope m_writeScope;
     struct Binding
     {
         QPointer<QWidget> control;

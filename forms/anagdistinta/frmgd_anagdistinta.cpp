@@ -66,6 +66,7 @@ void FRMGD_ANAGDISTINTA::ImpostaFME_DISTINTE()
         fw::RecordFrame *frame = openRecordFrame(anagdistintastatements::typesFrameQuery(companyCode()),
                                                  QStringLiteral("GD01_ID"));
         frame->setObjectName(QStringLiteral("FME_DISTINTE"));
+        registraNelloStorico(frame, QStringLiteral("FME_DISTINTE"));
         frame->bind(TXT_GD01_CODICE, QStringLiteral("GD01_CODICE"));
         frame->bind(TXT_GD01_DESCR, QStringLiteral("GD01_DESCR"));
         frame->bind(CMB_GD01_INDTIPOSOGG, QStringLiteral("GD01_INDTIPOSOGG"));

@@ -100,6 +100,7 @@ void FRMGD_PARAMETRI::AttivaFrameParametri()
         fw::RecordFrame *frame = openRecordFrame(dettaglistatements::parametersRowQuery(companyCode()),
                                                  QStringLiteral("GD03_DITTA_CG18"));
         frame->setObjectName(QStringLiteral("FME_PARAMETRI"));
+        registraNelloStorico(frame, QStringLiteral("FME_PARAMETRI"));
         frame->bind(TXT_GD03_ID_WF02, QStringLiteral("GD03_ID_WF02"));
         frame->bind(CMB_GD03_TIPOCARICODATA, QStringLiteral("GD03_TIPOCARICODATA"));
         frame->bind(TXT_GD03_DATAINIZIOVAL, QStringLiteral("GD03_DATAINIZIOVAL"));

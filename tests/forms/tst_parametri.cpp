@@ -99,6 +99,12 @@ private slots:
         QCOMPARE(f.campo(QStringLiteral("GD03_TIPOANAGFATT")), QStringLiteral("2"));
         QCOMPARE(f.campo(QStringLiteral("GD03_FLG_CLAS")), QStringLiteral("1"));
         QCOMPARE(f.form->parametri().tipoCaricaFatt, short(0)); // read once the form has closed
+        // The save is one operation of the journal, with the company's new row.
+        QCOMPARE(f.scalar(QStringLiteral("SELECT GD90_OPERAZIONE || '/' || GD91_TABELLA || '/' || GD91_AZIONE || '/' "
+                                         "|| GD91_CHIAVE FROM GD91_RIGHESTORICO INNER JOIN GD90_OPERAZIONI "
+                                         "ON GD90_ID = GD91_ID_GD90"))
+                     .toString(),
+                 QStringLiteral("Inserimento/GD03_PARAMETRI/I/1"));
 
         QVERIFY(p->unload());
         f.attendi();
