@@ -113,6 +113,93 @@ QString recordedKeysQuery(qint64 operationId)
         + sqltext::number(operationId);
 }
 
+namespace {
+
+QString historySelect()
+{
+    return QStringLiteral(
+        "SELECT GD91_ID, GD91_ID_GD90, GD91_TABELLA, GD91_AZIONE, GD91_CHIAVE, GD91_ID_GD01, GD91_ID_GD02, "
+        "GD91_TIPOCF_CG44, GD91_CLIFOR_CG44, GD91_DATAORA, GD91_UTENTE, GD91_GRUPPO, GD91_PRIMA, GD91_DOPO, "
+        "GD90_OPERAZIONE, GD90_UTENTE, GD90_GRUPPO, GD90_COMPUTER, GD90_DATAORA, GD90_ID_GD01, GD01_CODICE, GD01_DESCR "
+        "FROM GD91_RIGHESTORICO "
+        "LEFT OUTER JOIN GD90_OPERAZIONI ON GD90_OPERAZIONI.GD90_ID = GD91_RIGHESTORICO.GD91_ID_GD90 "
+        "LEFT OUTER JOIN GD01_TIPODISTINTA ON GD01_TIPODISTINTA.GD01_ID = "
+        "ISNULL(GD91_RIGHESTORICO.GD91_ID_GD01, GD90_OPERAZIONI.GD90_ID_GD01) ");
+}
+
+QString subjectFilter(int company, int subjectKind, qint64 subjectCode)
+{
+    return QStringLiteral(" WHERE GD91_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD91_TIPOCF_CG44 = ") + sqltext::number(subjectKind)
+        + QStringLiteral(" AND GD91_CLIFOR_CG44 = ") + sqltext::number(subjectCode);
+}
+
+} // namespace
+
+QString nodeHistoryQuery(int company, qint64 nodeId, const QString &nodeGuid)
+{
+    return historySelect() + QStringLiteral("WHERE (GD91_ID_GD02 = ") + sqltext::number(nodeId)
+        + QStringLiteral(" OR GD91_GUID = ") + sqltext::quoted(nodeGuid)
+        + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, ") + sqltext::number(company) + QStringLiteral(") = ")
+        + sqltext::number(company) + QStringLiteral(" ORDER BY GD91_ID DESC");
+}
+
+QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode)
+{
+    const QString filter = subjectFilter(company, subjectKind, subjectCode);
+    return historySelect() + QStringLiteral("WHERE GD91_ID_GD02 IN (SELECT GD91_ID_GD02 FROM GD91_RIGHESTORICO")
+        + filter + QStringLiteral(") OR GD91_GUID IN (SELECT GD91_GUID FROM GD91_RIGHESTORICO") + filter
+        + QStringLiteral(") ORDER BY GD91_ID DESC");
+}
+
+QString classificationHistoryQuery(const FiltroStorico &filter)
+{
+    QString sql = historySelect() + QStringLiteral("WHERE (GD91_ID_GD01 = ") + sqltext::number(filter.typeId)
+        + QStringLiteral(" OR GD90_ID_GD01 = ") + sqltext::number(filter.typeId)
+        + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, GD90_DITTA_CG18) = ") + sqltext::number(filter.company);
+    if (filter.from.isValid())
+        sql += QStringLiteral(" AND GD91_DATAORA >= ") + sqltext::convertDate103(filter.from);
+    if (filter.to.isValid())
+        sql += QStringLiteral(" AND GD91_DATAORA < ") + sqltext::convertDate103(filter.to.addDays(1));
+    if (!filter.user.isEmpty())
+        sql += QStringLiteral(" AND ISNULL(GD90_UTENTE, GD91_UTENTE) = ") + sqltext::quoted(filter.user);
+    if (!filter.operation.isEmpty())
+        sql += QStringLiteral(" AND ISNULL(GD90_OPERAZIONE, 'Modifica esterna') = ")
+            + sqltext::quoted(filter.operation);
+    return sql + QStringLiteral(" ORDER BY GD91_ID DESC");
+}
+
+QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode)
+{
+    return QStringLiteral("SELECT CG16_RAGSOANAG FROM CG44_CLIFOR INNER JOIN CG16_ANAGGEN "
+                          "ON CG16_ANAGGEN.CG16_CODICE = CG44_CLIFOR.CG44_CODICE_CG16 WHERE CG44_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND CG44_TIPOCF = ") + sqltext::number(subjectKind)
+        + QStringLiteral(" AND CG44_CLIFOR = ") + sqltext::number(subjectCode);
+}
+
+QString nodeSubjectQuery(qint64 nodeId)
+{
+    return QStringLiteral("SELECT GD02_TIPOCF_CG44, GD02_CLIFOR_CG44 FROM GD02_DISTINTA WHERE GD02_ID = ")
+        + sqltext::number(nodeId);
+}
+
+QString priorityNameQuery(qint64 priorityId)
+{
+    return QStringLiteral("SELECT LP09_CODICE, LP09_DESCR FROM LP09_TESTATAPRIORITA WHERE LP09_ID = ")
+        + sqltext::number(priorityId);
+}
+
+QString campaignNameQuery(qint64 campaignId)
+{
+    return QStringLiteral("SELECT MG94_CODCAMP, MG94_DESCAMP FROM MG94_CAMPANAG WHERE MG94_ID = ")
+        + sqltext::number(campaignId);
+}
+
+QString stateNameQuery(qint64 stateId)
+{
+    return QStringLiteral("SELECT WF01_DESCR FROM WF01_STATI WHERE WF01_ID = ") + sqltext::number(stateId);
+}
+
 QString keyColumn(const QString &table)
 {
     if (table == QLatin1String("GD01_TIPODISTINTA"))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QDateTime>
 #include <QList>
 #include <QString>
@@ -54,6 +55,31 @@ QString lastUndoableQuery(const QString &user, int company, qint64 typeId);
 QString lastRedoCandidateQuery(const QString &user, int company, qint64 typeId);
 // GD91_TABELLA, GD91_CHIAVE of every row an operation recorded.
 QString recordedKeysQuery(qint64 operationId);
+
+// --- reading the history: every query gives the columns of historyColumns(), newest first.
+// A node's rows: its own, its campaigns' and its workflow state's.
+QString nodeHistoryQuery(int company, qint64 nodeId, const QString &nodeGuid);
+// The rows of every node that ever linked the subject, in any classification of the company.
+QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode);
+// The rows of a classification written from one day to another (both included); a user and an
+// operation's name narrow it when given.
+struct FiltroStorico
+{
+    int company = 0;
+    qint64 typeId = 0;
+    QDate from;
+    QDate to;
+    QString user;
+    QString operation;
+};
+QString classificationHistoryQuery(const FiltroStorico &filter);
+
+// Names of what the journal keeps as codes.
+QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode);
+QString nodeSubjectQuery(qint64 nodeId);
+QString priorityNameQuery(qint64 priorityId);
+QString campaignNameQuery(qint64 campaignId);
+QString stateNameQuery(qint64 stateId);
 
 // A row of one of the journaled tables, as the journal keeps it: column name -> value.
 struct Riga

@@ -3,6 +3,7 @@
 // line that names the classification and its division.
 #include "forms/distinta/albero.h"
 
+#include "data/testiregole.h"
 #include "data/columnwidths.h"
 #include "data/distintastatements.h"
 #include "data/modgd_distinta.h"
@@ -103,11 +104,9 @@ void Albero::creaColonne()
 {
     using fw::TreeListColumnKind;
     const Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
-    const QList<fw::TreeListComboItem> billingRules = {
-        {0, QStringLiteral("Codice anagrafico"), {}}, {1, QStringLiteral("Cli per fatt."), {}},
-        {2, QStringLiteral("Nodo padre"), {}},        {3, QStringLiteral("Cli per fatt. del nodo padre"), {}},
-        {4, QStringLiteral("Manuale"), {}},
-    };
+    QList<fw::TreeListComboItem> billingRules;
+    for (int rule = 0; rule < testiregole::regoleFatturazione().size(); ++rule)
+        billingRules.append({rule, testiregole::regoleFatturazione().at(rule), {}});
 
     TVW_DISTINTA->setBandCaption(QStringLiteral("Dettaglio distinta"));
     TVW_DISTINTA->addColumn({.name = QStringLiteral("trGD02_CLIFOR_CG44"),

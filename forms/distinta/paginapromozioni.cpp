@@ -3,6 +3,7 @@
 #include "data/dettaglistatements.h"
 #include "data/modgd_distinta.h"
 #include "data/sqltext.h"
+#include "data/testiregole.h"
 #include "forms/distinta/albero.h"
 #include "forms/distinta/paginaanagrafiche.h"
 #include "forms/distinta/priorita.h"
@@ -111,9 +112,8 @@ QList<std::pair<QWidget *, QString>> PaginaPromozioni::controlliLegati() const
 void PaginaPromozioni::preparaRegole()
 {
     CBO_EREPROMO->clear();
-    CBO_EREPROMO->addItem(QStringLiteral("Eredita da capostipite"), 0);
-    CBO_EREPROMO->addItem(QStringLiteral("Eredita dal padre"), 1);
-    CBO_EREPROMO->addItem(QStringLiteral("Specifica per Cli/For Distinta"), 2);
+    for (int regola = 0; regola < testiregole::regolePromozioniNodo().size(); ++regola)
+        CBO_EREPROMO->addItem(testiregole::regolePromozioniNodo().at(regola), regola);
     CBO_EREPROMO->setCurrentIndex(0);
 }
 

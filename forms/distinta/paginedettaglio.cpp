@@ -8,8 +8,10 @@
 #include "framework/treelist/treelist.h"
 #include "platform/db/readsnapshot.h"
 
+#include <QCheckBox>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTableWidget>
 
 namespace distinta {
@@ -19,6 +21,7 @@ namespace {
 constexpr int paginaAnagrafica = 0;
 constexpr int paginaPromozioni = 1;
 constexpr int paginaCondizioni = 2;
+constexpr int paginaStorico = 3;
 const QString colonnaInizio = QStringLiteral("trGD02_DATAINIZIOVAL");
 
 } // namespace
@@ -33,18 +36,20 @@ PagineDettaglio::PagineDettaglio(FormFrame &form, Albero &albero, Selettore &sel
     , m_datiAnagrafici(form, albero, parametri)
     , m_promozioni(form, albero, priorita)
     , m_condizioni(form, albero)
+    , m_storico(form, albero)
 {
     TAB_DETTAGLIOSOGGETTO->setObjectName(QStringLiteral("TAB_DETTAGLIOSOGGETTO"));
     TAB_DETTAGLIOSOGGETTO->addTab(m_datiAnagrafici.pagina(), QStringLiteral("Dati anagrafici"));
     TAB_DETTAGLIOSOGGETTO->addTab(m_promozioni.pagina(), QStringLiteral("Promozioni in fattura"));
     TAB_DETTAGLIOSOGGETTO->addTab(m_condizioni.pagina(), QStringLiteral("Condizioni fuori fattura"));
+    TAB_DETTAGLIOSOGGETTO->addTab(m_storico.pagina(), QStringLiteral("Storico"));
     connect(TAB_DETTAGLIOSOGGETTO, &QTabWidget::currentChanged, this, &PagineDettaglio::TAB_DETTAGLIOSOGGETTO_Click);
 }
 
 QList<QWidget *> PagineDettaglio::ordineTab() const
 {
     return QList<QWidget *> {TAB_DETTAGLIOSOGGETTO->tabBar(), m_datiAnagrafici.griglia()} + m_promozioni.ordineTab()
-        + QList<QWidget *> {m_condizioni.griglia()};
+        + QList<QWidget *> {m_condizioni.griglia(), static_cast<QWidget *>(m_storico.soggetto()), m_storico.griglia()};
 }
 
 void PagineDettaglio::preparaPagine()
@@ -60,6 +65,7 @@ void PagineDettaglio::nodoFocalizzato(const fw::TreeListNode &current)
         m_datiAnagrafici.SvuotaFlex();
         m_promozioni.svuota();
         m_condizioni.svuota();
+        m_storico.svuota();
         m_albero.widget()->setLockedCells({}, {});
         emit nodoMostrato();
         return;
@@ -133,6 +139,7 @@ void PagineDettaglio::caricaPaginaDettaglio()
             short(MODGD_DISTINTA::NvlNumero(nodi->value(QStringLiteral("GD02_INDEREPROMO"))).toInt()));
         break;
     case paginaCondizioni: m_condizioni.CaricaCondizioniFuoriFattura(); break;
+    case paginaStorico: m_storico.CaricaStorico(); break;
     default: break;
     }
 }

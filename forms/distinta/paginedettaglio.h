@@ -3,6 +3,7 @@
 #include "forms/distinta/paginacondizioni.h"
 #include "forms/distinta/paginadatianagrafici.h"
 #include "forms/distinta/paginapromozioni.h"
+#include "forms/distinta/paginastorico.h"
 
 #include <QObject>
 
@@ -38,6 +39,7 @@ public:
     PaginaDatiAnagrafici &datiAnagrafici() { return m_datiAnagrafici; }
     PaginaPromozioni &promozioni() { return m_promozioni; }
     PaginaCondizioni &condizioni() { return m_condizioni; }
+    PaginaStorico &storico() { return m_storico; }
 
     // Page tabs, then every page's controls in order.
     QList<QWidget *> ordineTab() const;
@@ -70,6 +72,7 @@ private:
     PaginaDatiAnagrafici m_datiAnagrafici;
     PaginaPromozioni m_promozioni;
     PaginaCondizioni m_condizioni;
+    PaginaStorico m_storico;
     bool m_paginaInAttesa = false;        // a page load waits for the focus to settle
     bool m_paginaCaricataNelGiro = false; // a page was filled in this turn of the loop
 };

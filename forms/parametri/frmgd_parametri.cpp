@@ -1,5 +1,6 @@
 #include "forms/parametri/frmgd_parametri.h"
 
+#include "data/testiregole.h"
 #include "data/dettaglistatements.h"
 #include "data/modgd_distinta.h"
 #include "data/sqltext.h"
@@ -84,14 +85,9 @@ bool FRMGD_PARAMETRI::activateForm()
 
 void FRMGD_PARAMETRI::CaricaCombo()
 {
-    riempi(CMB_GD03_TIPOCARICODATA,
-           {QStringLiteral("Valorizza da nodo padre"), QStringLiteral("Valorizza da date fisse")});
-    riempi(CMB_GD03_TIPOANAGFATT,
-           {QStringLiteral("Codice anagrafico"), QStringLiteral("Cli per fatt."), QStringLiteral("Nodo padre"),
-            QStringLiteral("Cli per fatt. del nodo padre"), QStringLiteral("Manuale")});
-    riempi(CBO_EREPROMO,
-           {QStringLiteral("Eredita da capostipite"), QStringLiteral("Eredita dal padre"),
-            QStringLiteral("Specifiche per anagrafica")});
+    riempi(CMB_GD03_TIPOCARICODATA, testiregole::caricamentoDate());
+    riempi(CMB_GD03_TIPOANAGFATT, testiregole::regoleFatturazione());
+    riempi(CBO_EREPROMO, testiregole::regolePromozioni());
 }
 
 void FRMGD_PARAMETRI::AttivaFrameParametri()

@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QLocale>
+#include <QStringList>
 #include <stdexcept>
 
 namespace fw {
@@ -28,17 +29,23 @@ void CsvTableWriter::open(const QString &path, const QString &, const QList<Expo
     if (!m_file->open(QIODevice::WriteOnly))
         fail(ExportFile::cannotWrite(path, m_file->errorString()));
     m_buffer = QByteArrayLiteral("\xEF\xBB\xBF");
-    m_buffer += field(QStringLiteral("Livello"));
+    QStringList captions;
+    if (m_shape == TableShape::Tree)
+        captions << QStringLiteral("Livello");
     for (const ExportColumn &column : columns)
-        m_buffer += Separator + field(column.caption);
+        captions << column.caption;
+    for (qsizetype i = 0; i < captions.size(); ++i)
+        m_buffer += (i > 0 ? QByteArray(1, Separator) : QByteArray()) + field(captions.at(i));
     m_buffer += "\r\n";
 }
 
 void CsvTableWriter::writeRow(int level, const QList<QVariant> &values)
 {
-    m_buffer += QByteArray::number(level + 1);
+    if (m_shape == TableShape::Tree)
+        m_buffer += QByteArray::number(level + 1);
     for (qsizetype i = 0; i < m_columns.size(); ++i) {
-        m_buffer += Separator;
+        if (i > 0 || m_shape == TableShape::Tree)
+            m_buffer += Separator;
         if (i < values.size())
             m_buffer += field(text(values.at(i), m_columns.at(i).kind));
     }

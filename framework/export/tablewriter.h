@@ -10,6 +10,10 @@ namespace fw {
 // when they are written as such.
 enum class ExportCellKind { Text, Number, Date };
 
+// A tree's rows carry their level (a first column, and an outline in a workbook); a flat list's
+// rows are its columns only.
+enum class TableShape { Tree, Flat };
+
 struct ExportColumn
 {
     QString caption;

@@ -57,7 +57,7 @@ void XlsxTableWriter::open(const QString &path, const QString &title, const QLis
     discard();
     m_path = path;
     m_columns = columns;
-    m_widths.assign(size_t(columns.size()) + 1, 0);
+    m_widths.assign(size_t(columns.size()) + (m_shape == TableShape::Tree ? 1 : 0), 0);
     m_row = 0;
 
     // The workbook is written beside the target and takes its name only when complete.
@@ -85,13 +85,16 @@ void XlsxTableWriter::open(const QString &path, const QString &title, const QLis
     worksheet_freeze_panes(m_sheet, 1, 0);
     worksheet_outline_settings(m_sheet, LXW_TRUE, LXW_FALSE, LXW_TRUE, LXW_FALSE);
 
-    const QString levelCaption = QStringLiteral("Livello");
-    check(worksheet_write_string(m_sheet, 0, 0, levelCaption.toUtf8().constData(), m_header));
-    widen(0, levelCaption.size());
+    m_first = m_shape == TableShape::Tree ? 1 : 0;
+    if (m_shape == TableShape::Tree) {
+        const QString levelCaption = QStringLiteral("Livello");
+        check(worksheet_write_string(m_sheet, 0, 0, levelCaption.toUtf8().constData(), m_header));
+        widen(0, levelCaption.size());
+    }
     for (int i = 0; i < columns.size(); ++i) {
-        check(
-            worksheet_write_string(m_sheet, 0, lxw_col_t(i + 1), columns.at(i).caption.toUtf8().constData(), m_header));
-        widen(i + 1, columns.at(i).caption.size());
+        check(worksheet_write_string(m_sheet, 0, lxw_col_t(i + m_first), columns.at(i).caption.toUtf8().constData(),
+                                     m_header));
+        widen(i + m_first, columns.at(i).caption.size());
     }
     m_row = 1;
 }
@@ -101,20 +104,22 @@ void XlsxTableWriter::writeRow(int level, const QList<QVariant> &values)
     if (m_row >= MaxRows)
         fail(QStringLiteral("Il foglio di Excel contiene al massimo %1 righe: esportare meno livelli.")
                  .arg(MaxRows - 1));
-    lxw_row_col_options outline {};
-    outline.level = uint8_t(std::clamp(level, 0, MaxOutlineLevel));
-    check(worksheet_set_row_opt(m_sheet, lxw_row_t(m_row), LXW_DEF_ROW_HEIGHT, nullptr, &outline));
-    check(worksheet_write_number(m_sheet, lxw_row_t(m_row), 0, level + 1, nullptr));
+    if (m_shape == TableShape::Tree) {
+        lxw_row_col_options outline {};
+        outline.level = uint8_t(std::clamp(level, 0, MaxOutlineLevel));
+        check(worksheet_set_row_opt(m_sheet, lxw_row_t(m_row), LXW_DEF_ROW_HEIGHT, nullptr, &outline));
+        check(worksheet_write_number(m_sheet, lxw_row_t(m_row), 0, level + 1, nullptr));
+    }
     for (int i = 0; i < m_columns.size() && i < values.size(); ++i) {
         const QVariant &value = values.at(i);
         if (value.isNull())
             continue;
-        const auto column = lxw_col_t(i + 1);
+        const auto column = lxw_col_t(i + m_first);
         switch (m_columns.at(i).kind) {
         case ExportCellKind::Number: {
             const double number = value.toDouble();
             check(worksheet_write_number(m_sheet, lxw_row_t(m_row), column, number, nullptr));
-            widen(i + 1, QString::number(number, 'g', 15).size());
+            widen(i + m_first, QString::number(number, 'g', 15).size());
             break;
         }
         case ExportCellKind::Date: {
@@ -123,7 +128,7 @@ void XlsxTableWriter::writeRow(int level, const QList<QVariant> &values)
                 break;
             lxw_datetime when {date.year(), date.month(), date.day(), 0, 0, 0};
             check(worksheet_write_datetime(m_sheet, lxw_row_t(m_row), column, &when, m_date));
-            widen(i + 1, 10);
+            widen(i + m_first, 10);
             break;
         }
         case ExportCellKind::Text: {
@@ -131,7 +136,7 @@ void XlsxTableWriter::writeRow(int level, const QList<QVariant> &values)
             if (text.isEmpty())
                 break;
             check(worksheet_write_string(m_sheet, lxw_row_t(m_row), column, text.toUtf8().constData(), nullptr));
-            widen(i + 1, text.size());
+            widen(i + m_first, text.size());
             break;
         }
         }

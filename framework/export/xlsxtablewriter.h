@@ -23,7 +23,9 @@ public:
     static constexpr int MaxOutlineLevel = 7;
     static constexpr int MaxRows = 1048576;
 
-    XlsxTableWriter() = default;
+    explicit XlsxTableWriter(TableShape shape = TableShape::Tree)
+        : m_shape(shape)
+    { }
     ~XlsxTableWriter() override;
     XlsxTableWriter(const XlsxTableWriter &) = delete;
     XlsxTableWriter &operator=(const XlsxTableWriter &) = delete;
@@ -49,6 +51,8 @@ private:
     lxw_format *m_header = nullptr;
     lxw_format *m_date = nullptr;
     int m_row = 0;
+    TableShape m_shape;
+    int m_first = 1; // the sheet's column of the first of m_columns
 };
 
 } // namespace fw

@@ -252,7 +252,8 @@ private slots:
         auto *tabs = f.control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"));
         QCOMPARE(tabs->count(), 3);
         QCOMPARE(tabs->tabText(1), QStringLiteral("Anagrafiche"));
-        QCOMPARE(f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"))->count(), 3);
+        QCOMPARE(f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"))->count(), 4);
+        QCOMPARE(f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"))->tabText(3), QStringLiteral("Storico"));
         QVERIFY(f.control<QLineEdit>(QStringLiteral("TXT_IDPRIORITA_STRUTTURA"))->isHidden());
         QVERIFY(f.control<QLineEdit>(QStringLiteral("TXT_GD02_ID"))->isHidden());
 

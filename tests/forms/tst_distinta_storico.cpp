@@ -2,6 +2,9 @@
 
 #include "db/sqlitefile.h"
 #include "framework/hostglobalservices.h"
+#include "forms/distinta/modellostorico.h"
+
+#include <QCheckBox>
 #include "framework/treelist/treelistdateeditor.h"
 #include "framework/treelist/treelistview.h"
 
@@ -286,6 +289,72 @@ private slots:
         QCOMPARE(f.codiciAlbero().last(), QStringLiteral("16"));
         // 15's removal was undone already: the next Ctrl+Z has nothing left of the user's.
         QVERIFY(!f.abilitato(QStringLiteral("CMD_ANNULLA")));
+    }
+
+    // The page under the tree says the focused node's changes as sentences, newest first; the
+    // switch widens it to the subject in every classification; the lines go to a file with the
+    // columns a clerk's spreadsheet expects.
+    void theHistoryPageSaysWhatChanged()
+    {
+        Albero f;
+        const qint64 b01 = f.tipo(0, QStringLiteral("B01"), QStringLiteral("Storico"));
+        const qint64 altro = f.nodo(b01, 0, 15);
+        f.apri();
+        f.paginaAnagrafiche();
+        f.focalizza(16);
+        f.spunta(17);
+        f.attendi();
+        f.premi(QStringLiteral("CMD_ADDANAGR"));
+        f.scriviData(15, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Filiale', GD02_UTENTEVAR = 'script' "
+                                        "WHERE GD02_ID = %1")
+                             .arg(altro));
+
+        auto *pagine = f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"));
+        pagine->setCurrentIndex(3);
+        f.focalizza(17);
+        f.attendi();
+        const distinta::ModelloStorico &modello = f.form->parti().dettagli.storico().modello();
+        const auto righe = [&] {
+            QStringList lines;
+            for (int row = 0; row < modello.rowCount(); ++row)
+                lines << modello.index(row, distinta::ModelloStorico::Operazione).data().toString() + QLatin1Char('|')
+                        + modello.index(row, distinta::ModelloStorico::Distinta).data().toString() + QLatin1Char('|')
+                        + modello.index(row, distinta::ModelloStorico::Modifica).data().toString();
+            return lines;
+        };
+        QCOMPARE(righe(),
+                 QStringList(QStringLiteral("Inserimento|A01 - Tutti i clienti|Inserito sotto 16 Cliente 16 dal "
+                                            "01/01/2024 al 31/12/2099")));
+        QCOMPARE(modello.index(0, distinta::ModelloStorico::Utente).data().toString(), f.host.globals().user());
+
+        f.focalizza(15);
+        f.attendi();
+        QCOMPARE(righe(),
+                 QStringList(QStringLiteral("Modifica|A01 - Tutti i clienti|Data fine: 31/12/2099 → 30/06/2025")));
+        f.control<QCheckBox>(QStringLiteral("CHK_STORICOSOGGETTO"))->setChecked(true);
+        // The other classification's node was written by the set-up, then changed by a script.
+        QCOMPARE(righe(),
+                 QStringList({QStringLiteral("Modifica esterna|B01 - Storico|Descrizione:  → Filiale"),
+                              QStringLiteral("Modifica|A01 - Tutti i clienti|Data fine: 31/12/2099 → 30/06/2025"),
+                              QStringLiteral("Modifica esterna|B01 - Storico|Inserito come capostipite dal "
+                                             "01/01/2024 al 31/12/2099")}));
+        QCOMPARE(modello.index(0, distinta::ModelloStorico::Utente).data().toString(), QStringLiteral("script"));
+
+        QTemporaryDir folder;
+        const QString csv = folder.filePath(QStringLiteral("storico.csv"));
+        distinta::LetturaStorico::esporta(modello.voci(), csv, fw::ExportFile::Format::Csv, QStringLiteral("Storico"));
+        QFile file(csv);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(bytes.startsWith("\xEF\xBB\xBF"));
+        const QStringList lines = QString::fromUtf8(bytes.mid(3)).split(QStringLiteral("\r\n"));
+        QCOMPARE(lines.at(0),
+                 QStringLiteral("Data e ora;Utente;Gruppo;Computer;Operazione;Distinta;Soggetto;Campo;"
+                                "Prima;Dopo"));
+        QVERIFY2(lines.at(2).endsWith(QStringLiteral(";Modifica;A01 - Tutti i clienti;15 Cliente 15;Data fine;"
+                                                     "31/12/2099;30/06/2025")),
+                 qPrintable(lines.at(2)));
     }
 
     // A database whose journal was never installed: the editor writes as before and says once
