@@ -169,6 +169,20 @@ QString classificationHistoryQuery(const FiltroStorico &filter)
     return sql + QStringLiteral(" ORDER BY GD91_ID DESC");
 }
 
+QString linksValidOnQuery(int company, qint64 typeId, const QDate &day)
+{
+    const QString giorno = sqltext::convertDate103(day);
+    return QStringLiteral(
+               "SELECT GD02_DISTINTA.GD02_ID, GD02_DISTINTA.GD02_CLIFOR_CG44, GD02_DISTINTA.GD02_DATAINIZIOVAL, "
+               "GD02_DISTINTA.GD02_DATAFINEVAL, PADRE.GD02_CLIFOR_CG44 AS CodicePadre "
+               "FROM GD02_DISTINTA LEFT OUTER JOIN GD02_DISTINTA AS PADRE "
+               "ON PADRE.GD02_ID = GD02_DISTINTA.GD02_IDPARENT_GD02 WHERE GD02_DISTINTA.GD02_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND GD02_DISTINTA.GD02_ID_GD01 = ") + sqltext::number(typeId)
+        + QStringLiteral(" AND (GD02_DISTINTA.GD02_DATAINIZIOVAL IS NULL OR GD02_DISTINTA.GD02_DATAINIZIOVAL <= ")
+        + giorno + QStringLiteral(") AND (GD02_DISTINTA.GD02_DATAFINEVAL IS NULL OR GD02_DISTINTA.GD02_DATAFINEVAL >= ")
+        + giorno + QStringLiteral(")");
+}
+
 QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode)
 {
     return QStringLiteral("SELECT CG16_RAGSOANAG FROM CG44_CLIFOR INNER JOIN CG16_ANAGGEN "

@@ -74,6 +74,11 @@ struct FiltroStorico
 };
 QString classificationHistoryQuery(const FiltroStorico &filter);
 
+// The links of a classification valid on a day (start <= day <= end; a missing date leaves its
+// side open): GD02_ID, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, and CodicePadre,
+// the parent's subject.
+QString linksValidOnQuery(int company, qint64 typeId, const QDate &day);
+
 // Names of what the journal keeps as codes.
 QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode);
 QString nodeSubjectQuery(qint64 nodeId);

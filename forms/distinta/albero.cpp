@@ -206,6 +206,12 @@ fw::RecordFrame *Albero::frameDistinta() const
 
 void Albero::CaricaDistinta()
 {
+    leggiDistinta();
+    emit distintaCaricata();
+}
+
+void Albero::leggiDistinta()
+{
     const QString procedure = QStringLiteral("CaricaDistinta");
     // The previous rows go before the new ones are read, so that a reload needs about the memory
     // of a first load; a load that fails leaves an empty tree behind.

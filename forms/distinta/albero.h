@@ -59,7 +59,7 @@ public:
 
     // --- loading: CaricaDistinta reads the statement, opens the rows, sets aside those of other
     // days, reads the texts drawn, binds the tree, expands it and fills the levels
-    void CaricaDistinta();
+    void CaricaDistinta(); // then distintaCaricata(), whatever the outcome
     // Lets go of the loaded classification: its record frame, the tree's rows, the texts drawn
     // in its cells and its levels.
     void scaricaDistinta();
@@ -112,7 +112,12 @@ public:
     };
     bool lavoroInCorso() const { return m_lavori > 0; }
 
+signals:
+    // The tree was read again (or emptied by a load that failed).
+    void distintaCaricata();
+
 private:
+    void leggiDistinta();
     void leggiTestiDisegno(const QSet<qint64> &billingCodes, const QSet<qint64> &priorities);
     void creaColonne();
     void TVW_DISTINTA_OnCustomDrawCell(const fw::TreeListNode &node, const QString &column, QString &text);

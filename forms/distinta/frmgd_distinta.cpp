@@ -136,7 +136,6 @@ void FRMGD_DISTINTA::InizializzaDistinte(const QString &chiave)
     if (p.anagrafiche.mostrata())
         CaricaAnagraficheDistinta();
     CaricaDistinta();
-    p.annullamento.aggiornaComandi();
 }
 
 void FRMGD_DISTINTA::TVW_SELDISTINTE_Click()
@@ -158,7 +157,6 @@ void FRMGD_DISTINTA::TVW_SELDISTINTE_Click()
     p.ricercaAlbero.distintaMostrata(key);
     CaricaDistinta();
     aggiornaComandi();
-    p.annullamento.aggiornaComandi();
     p.albero.widget()->setFocus();
 }
 

@@ -79,6 +79,7 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     header->addSpacing(12);
     header->addWidget(p.annullamento.annulla());
     header->addWidget(p.annullamento.ripeti());
+    header->addWidget(p.storico.confronta());
     header->addSpacing(12);
     header->addWidget(p.stampa.pulsante());
     header->addWidget(p.esportazione.pulsante());
@@ -127,6 +128,8 @@ void FRMGD_DISTINTA::collegaEventi()
     // After every operation of the journal, and after an undo or a redo: the tree reads the
     // database again, and the undo and redo buttons follow what the journal now holds.
     connect(this, &FormFrame::operazioneConclusa, &p.annullamento, &distinta::Annullamento::aggiornaComandi);
+    connect(&p.albero, &distinta::Albero::distintaCaricata, &p.annullamento, &distinta::Annullamento::aggiornaComandi);
+    connect(&p.albero, &distinta::Albero::distintaCaricata, &p.storico, &distinta::StoricoDistinta::aggiornaComandi);
     connect(&p.annullamento, &distinta::Annullamento::distintaCambiata, this, &FRMGD_DISTINTA::ricarica);
     impostaTastiera();
 }

@@ -113,6 +113,7 @@ QList<VoceStorico> LetturaStorico::leggi(const QString &query)
         voce.dopo = immagine(valore(dopo));
         if (!valore(soggetto).isNull()) {
             const qint64 codice = valore(soggetto).toLongLong();
+            base.codiceSoggetto = codice;
             const QString nomeSogg = nomeSoggetto(valore(tipoSoggetto).toInt(), codice);
             base.soggetto = QString::number(codice) + (nomeSogg.isEmpty() ? QString() : QLatin1Char(' ') + nomeSogg);
         } else if (base.idNodo != 0) {

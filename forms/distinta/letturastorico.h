@@ -24,7 +24,8 @@ struct VoceStorico
     qint64 idTipo = 0;
     QString distinta; // "CLI-GDO - Grande distribuzione"
     qint64 idNodo = 0;
-    QString soggetto; // "1135 Drogheria Caputo S.r.l."
+    qint64 codiceSoggetto = 0; // of the node's own rows; 0 for its campaigns and states
+    QString soggetto;          // "1135 Drogheria Caputo S.r.l."
     storicotesti::Riga riga;
 };
 
@@ -38,6 +39,9 @@ public:
 
     // Throws db::DatabaseError.
     QList<VoceStorico> leggi(const QString &query);
+
+    // The names it finds, for other readings of the same database.
+    const storicotesti::Nomi &nomi() const { return m_nomi; }
 
     // The columns of a history as files hold it, and one line's values for them.
     static QList<fw::ExportColumn> colonne();

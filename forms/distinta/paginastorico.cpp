@@ -30,14 +30,14 @@ PaginaStorico::PaginaStorico(FormFrame &form, Albero &albero)
     : m_form(form)
     , m_albero(albero)
     , m_pagina(new QWidget)
-    , CHK_STORICOSOGGETTO(new QCheckBox(QStringLiteral("&Mostra tutte le distinte del soggetto")))
+    , CHK_STORICOSOGGETTO(new QCheckBox(QStringLiteral("Anc&he le altre distinte del soggetto")))
     , CMD_SALVASTORICO(new QToolButton)
     , GRD_STORICO(new QTableView)
 {
     m_pagina->setObjectName(QStringLiteral("PAG_STORICO"));
     CHK_STORICOSOGGETTO->setObjectName(QStringLiteral("CHK_STORICOSOGGETTO"));
     CHK_STORICOSOGGETTO->setToolTip(
-        QStringLiteral("Mostra le modifiche del soggetto del nodo in tutte le distinte della ditta (Alt+M)"));
+        QStringLiteral("Mostra le modifiche del soggetto del nodo in tutte le distinte della ditta (Alt+H)"));
     CMD_SALVASTORICO->setObjectName(QStringLiteral("CMD_SALVASTORICO"));
     CMD_SALVASTORICO->setText(QStringLiteral("Sal&va storico"));
     CMD_SALVASTORICO->setToolTip(QStringLiteral("Salva lo storico mostrato in Excel o in CSV (Alt+V)"));

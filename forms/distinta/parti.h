@@ -22,6 +22,7 @@
 #include "forms/distinta/spostamento.h"
 #include "forms/distinta/stampa.h"
 #include "forms/distinta/statolegame.h"
+#include "forms/distinta/storicodistinta.h"
 #include "forms/distinta/verifica.h"
 
 class FRMGD_DISTINTA;
@@ -57,6 +58,7 @@ struct Parti
     Spostamento spostamento;
     Aspetto aspetto;
     Annullamento annullamento;
+    StoricoDistinta storico;
 };
 
 } // namespace distinta

@@ -2,6 +2,7 @@
 
 #include "db/sqlitefile.h"
 #include "framework/hostglobalservices.h"
+#include "forms/distinta/finestraconfronto.h"
 #include "forms/distinta/modellostorico.h"
 
 #include <QCheckBox>
@@ -355,6 +356,59 @@ private slots:
         QVERIFY2(lines.at(2).endsWith(QStringLiteral(";Modifica;A01 - Tutti i clienti;15 Cliente 15;Data fine;"
                                                      "31/12/2099;30/06/2025")),
                  qPrintable(lines.at(2)));
+    }
+
+    // Two days of a classification compared: what the links' periods say at their very
+    // boundaries, and what only the journal knows (a move, a description).
+    void twoDaysCompared()
+    {
+        Albero f;
+        f.nodo(f.a01, 0, 17, {.parent = f.n10, .start = QStringLiteral("2025-01-01")});
+        f.nodo(f.a01, 0, 18, {.end = QStringLiteral("2024-12-31")});
+        f.exec(QStringLiteral("DELETE FROM GD91_RIGHESTORICO"));
+        f.apri();
+        f.premi(QStringLiteral("CMD_CONFRONTA"));
+        distinta::FinestraConfronto *finestra = f.form->parti().storico.finestraConfronto();
+        QVERIFY(finestra);
+        const auto confronta = [&](const QString &a, const QString &b) {
+            finestra->findChild<QLineEdit *>(QStringLiteral("TXT_DATAA"))->setText(a);
+            finestra->findChild<QLineEdit *>(QStringLiteral("TXT_DATAB"))->setText(b);
+            finestra->findChild<QPushButton *>(QStringLiteral("CMD_ESEGUICONFRONTO"))->click();
+            QStringList lines;
+            for (const distinta::Differenza &d : finestra->differenze())
+                lines << d.esito + QLatin1Char('|') + d.soggetto + QLatin1Char('|') + d.dettaglio;
+            return lines;
+        };
+        QCOMPARE(
+            confronta(QStringLiteral("31/12/2024"), QStringLiteral("01/01/2025")),
+            QStringList({QStringLiteral("Aggiunto|17 Cliente 17|sotto 10 Cliente 10 dal 01/01/2025 al 31/12/2099"),
+                         QStringLiteral("Terminato|18 Cliente 18|come capostipite dal 01/01/2024 al 31/12/2024")}));
+        QCOMPARE(confronta(QStringLiteral("01/01/2025"), QStringLiteral("01/01/2025")), QStringList());
+        QVERIFY(f.host.log().isQuiet());
+
+        f.focalizza(15);
+        QTest::keyClick(f.albero()->view(), Qt::Key_X, Qt::ControlModifier);
+        f.focalizza(16);
+        f.host.log().answerNext(fw::Answer::Yes);
+        QTest::keyClick(f.albero()->view(), Qt::Key_V, Qt::ControlModifier);
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Sede' WHERE GD02_ID = %1").arg(f.n16));
+        f.host.log().clear();
+        const QString ieri = QDate::currentDate().addDays(-1).toString(QStringLiteral("dd/MM/yyyy"));
+        const QString oggi = QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"));
+        QCOMPARE(confronta(ieri, oggi),
+                 QStringList({QStringLiteral("Spostato|15 Cliente 15|Padre: 10 Cliente 10 → 16 Cliente 16"),
+                              QStringLiteral("Modificato|16 Cliente 16|Descrizione:  → Sede")}));
+
+        // Backwards, or not a date: said, and the list stays as it was.
+        QCOMPARE(confronta(oggi, ieri).size(), 2);
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("La prima data (%1) è successiva alla seconda (%2): indicare prima la data "
+                                            "più vecchia.")
+                                 .arg(oggi, ieri)));
+        f.host.log().clear();
+        confronta(QStringLiteral("31/02/2025"), oggi);
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Indicare le due date da confrontare nel formato gg/mm/aaaa.")));
     }
 
     // A database whose journal was never installed: the editor writes as before and says once
