@@ -239,6 +239,19 @@ bool CLSGD_DISTINTA::exportList(const QString &code, std::optional<int> level, s
         [&](FRMGD_DISTINTA &form) { return form.EsportaSenzaFinestra(code, level, date, path, format); });
 }
 
+bool CLSGD_DISTINTA::exportHistory(const QString &code, std::optional<QDate> from, std::optional<QDate> to,
+                                   const QString &user, const QString &path, fw::ExportFile::Format format)
+{
+    return senzaFinestra(
+        [&](FRMGD_DISTINTA &form) { return form.StoricoSenzaFinestra(code, from, to, user, path, format); });
+}
+
+bool CLSGD_DISTINTA::exportComparison(const QString &code, const QDate &a, const QDate &b, const QString &path,
+                                      fw::ExportFile::Format format)
+{
+    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.ConfrontoSenzaFinestra(code, a, b, path, format); });
+}
+
 // The editor prepared as ShowForm prepares it and started as its first showing would start
 // it, for work done without a window; nothing is ever shown.
 bool CLSGD_DISTINTA::senzaFinestra(const std::function<bool(FRMGD_DISTINTA &)> &work)

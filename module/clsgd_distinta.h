@@ -3,6 +3,7 @@
 #include "forms/distinta/moduleentry.h"
 #include "framework/cinterface.h"
 #include "framework/contractpointer.h"
+#include "framework/historyexporter.h"
 #include "framework/listexporter.h"
 #include "framework/listprinter.h"
 
@@ -28,10 +29,11 @@ class CLSGD_DISTINTA : public QObject,
                        public fw::Cinterface,
                        public fw::ListPrinter,
                        public fw::ListExporter,
+                       public fw::HistoryExporter,
                        public distinta::ModuleEntry
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter distinta::ModuleEntry)
+    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter fw::HistoryExporter distinta::ModuleEntry)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);
@@ -96,6 +98,13 @@ public:
     // Writes the tree of that type, as the editor would show it, to a spreadsheet (ListExporter).
     bool exportList(const QString &code, std::optional<int> level, std::optional<QDate> date, const QString &path,
                     fw::ExportFile::Format format) override;
+
+    // The history of that type, or its differences between two days, to a spreadsheet
+    // (HistoryExporter).
+    bool exportHistory(const QString &code, std::optional<QDate> from, std::optional<QDate> to, const QString &user,
+                       const QString &path, fw::ExportFile::Format format) override;
+    bool exportComparison(const QString &code, const QDate &a, const QDate &b, const QString &path,
+                          fw::ExportFile::Format format) override;
 
     std::unique_ptr<fw::Cinterface> createInstance() const override;
     void setTypeMaintenance(std::optional<qint64> idDistinta) override;

@@ -19,9 +19,10 @@ QList<QCommandLineOption> ExportRequest::options()
         {exportOption,
          QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
          QStringLiteral("codice")},
-        {xlsxOption, QStringLiteral("Con --export: la cartella di lavoro Excel da scrivere."),
+        {xlsxOption, QStringLiteral("Con --export, --history o --compare: la cartella di lavoro Excel da scrivere."),
          QStringLiteral("file.xlsx")},
-        {csvOption, QStringLiteral("Con --export: il file CSV (separato da punto e virgola) da scrivere."),
+        {csvOption,
+         QStringLiteral("Con --export, --history o --compare: il file CSV (separato da punto e virgola) da scrivere."),
          QStringLiteral("file.csv")},
     };
 }
@@ -29,9 +30,13 @@ QList<QCommandLineOption> ExportRequest::options()
 bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
 {
     if (!parser.isSet(exportOption)) {
+        // --history and --compare read the file options themselves.
+        if (parser.isSet(QStringLiteral("history")) || parser.isSet(QStringLiteral("compare")))
+            return true;
         for (const QString &option : {xlsxOption, csvOption}) {
             if (parser.isSet(option)) {
-                err << QStringLiteral("L'opzione --%1 vale solo con --export.").arg(option) << Qt::endl;
+                err << QStringLiteral("L'opzione --%1 vale solo con --export, --history o --compare.").arg(option)
+                    << Qt::endl;
                 return false;
             }
         }

@@ -3,6 +3,7 @@
 #include "framework/cinterface.h"
 #include "framework/export/exportfile.h"
 #include "framework/hostcontext.h"
+#include "framework/historyexporter.h"
 #include "framework/hostglobalservices.h"
 #include "framework/listexporter.h"
 #include "framework/listprinter.h"
@@ -139,17 +140,46 @@ Job exportJob(const ShellOptions &options)
         }};
 }
 
+Job historyJob(const ShellOptions &options)
+{
+    const HistoryRequest &request = options.history;
+    const QString path = QFileInfo(request.path).absoluteFilePath();
+    const bool history = request.kind == HistoryRequest::Kind::History;
+    return {
+        .path = path,
+        .problem = fw::ExportFile::problem(path),
+        .typeCode = request.typeCode,
+        .notOffered = history
+            ? QStringLiteral("distinta: il componente \"%1\" non è installato o non scrive lo storico senza finestre.")
+            : QStringLiteral("distinta: il componente \"%1\" non è installato o non confronta date senza finestre."),
+        .notWritten = history ? QStringLiteral("distinta: lo storico della distinta \"%1\" non è stato scritto.")
+                              : QStringLiteral("distinta: il confronto della distinta \"%1\" non è stato scritto."),
+        .written = QStringLiteral("File scritto: %1"),
+        .work = [&request, path, history](QObject *module) -> std::optional<bool> {
+            auto *exporter = qobject_cast<fw::HistoryExporter *>(module);
+            if (!exporter)
+                return std::nullopt;
+            if (history)
+                return exporter->exportHistory(request.typeCode, request.from, request.to, request.user, path,
+                                               request.format);
+            return exporter->exportComparison(request.typeCode, *request.from, *request.to, path, request.format);
+        }};
+}
+
 } // namespace
 
 bool asksForRunWithoutWindow(int argc, char **argv)
 {
-    return commandLineHas(argc, argv, "--print") || commandLineHas(argc, argv, "--export");
+    return commandLineHas(argc, argv, "--print") || commandLineHas(argc, argv, "--export")
+        || commandLineHas(argc, argv, "--history") || commandLineHas(argc, argv, "--compare");
 }
 
 int runWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals, const db::ConnectionPtr &connection,
                      const ComponentCatalog &catalog, const QString &programId,
                      const std::shared_ptr<fw::UnattendedRun> &unattended)
 {
-    const Job job = options.print.requested() ? printJob(options, globals) : exportJob(options);
+    const Job job = options.print.requested() ? printJob(options, globals)
+        : options.history.requested()         ? historyJob(options)
+                                              : exportJob(options);
     return run(job, globals, connection, catalog, programId, unattended);
 }

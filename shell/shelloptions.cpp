@@ -32,7 +32,8 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         "Distinte di classificazione di clienti e fornitori.\n"
         "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio con l'utente "
         "nella cartella dei dati dell'utente.\n"
-        "Senza utente (--exit-after-show, --screenshot, --print, --export) un errore non apre finestre: viene "
+        "Senza utente (--exit-after-show, --screenshot, --print, --export, --history, --compare) un errore non apre "
+        "finestre: viene "
         "scritto una volta sullo standard error e il programma termina; un database che non esiste è un errore.\n"
         "Codici di uscita: 0 riuscito; 1 argomenti errati, database non aperto o rifiutato, editor non aperto; "
         "2 nessuno schermo disponibile; 3 errore durante un'esecuzione senza utente."));
@@ -81,6 +82,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         {help, version, company, user, group, database, odbc, odbcPasswordFile, exitAfterShow, screenshot, size});
     parser.addOptions(PrintRequest::options());
     parser.addOptions(ExportRequest::options());
+    parser.addOptions(HistoryRequest::options());
     parser.addOptions(listoptions::options());
 
     QTextStream out(stdout);
@@ -142,8 +144,9 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         }
     }
     // --level and --date mean something only to a print or an export.
-    if (!options.print.read(parser, err) || !options.exportList.read(parser, err)
-        || (!options.print.requested() && !options.exportList.requested() && !listoptions::readAlone(parser, err)))
+    if (!options.history.read(parser, err) || !options.print.read(parser, err) || !options.exportList.read(parser, err)
+        || (!options.print.requested() && !options.exportList.requested() && !options.history.requested()
+            && !listoptions::readAlone(parser, err)))
         *exitCode = 1;
     return options;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/exportrequest.h"
+#include "shell/historyrequest.h"
 #include "shell/printrequest.h"
 
 #include <QSize>
@@ -21,12 +22,14 @@ struct ShellOptions
     QSize windowSize;             // --size; invalid: 1280x800 without a user, else as last left
     PrintRequest print;           // unattended: print a list to PDF without a window, exit
     ExportRequest exportList;     // unattended: export a list to XLSX or CSV without a window, exit
+    HistoryRequest history;       // unattended: a list's history or its differences between two days, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
     bool unattended() const
     {
-        return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested();
+        return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested()
+            || history.requested();
     }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets

@@ -4,6 +4,9 @@
 
 #include "data/distintastatements.h"
 #include "data/sqltext.h"
+#include "data/storicostatements.h"
+#include "forms/distinta/confronto.h"
+#include "forms/distinta/letturastorico.h"
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/parti.h"
@@ -245,11 +248,63 @@ bool FRMGD_DISTINTA::scegliSenzaFinestra(const QString &codice, const QString &p
     }
     TVW_SELDISTINTE_Click();
     const db::RecordsetPtr caricati = nodi();
-    if (!caricati || caricati->isEmpty()) {
+    if (!senzaNodi.isEmpty() && (!caricati || caricati->isEmpty())) {
         avviso(senzaNodi);
         return false;
     }
     return true;
+}
+
+bool FRMGD_DISTINTA::StoricoSenzaFinestra(const QString &codiceTipo, std::optional<QDate> dal, std::optional<QDate> al,
+                                          const QString &utente, const QString &percorso,
+                                          fw::ExportFile::Format formato)
+{
+    const QString procedura = QStringLiteral("Storico");
+    const QString codice = codiceTipo.trimmed().toUpper();
+    QString problema = fw::ExportFile::problem(percorso);
+    if (problema.isEmpty() && dal && al && *dal > *al)
+        problema = QStringLiteral("La data iniziale (%1) è successiva alla data finale (%2).")
+                       .arg(sqltext::dayMonthYear(*dal), sqltext::dayMonthYear(*al));
+    if (problema.isEmpty() && !connection()->hasTable(QString::fromLatin1(storicostatements::OperationsTable)))
+        problema = QStringLiteral("Lo storico delle modifiche non è installato in questo database.");
+    if (!problema.isEmpty()) {
+        avviso(problema);
+        return false;
+    }
+    if (!scegliSenzaFinestra(codice, procedura, {}))
+        return false;
+    storicostatements::FiltroStorico filtro;
+    filtro.company = companyCode();
+    filtro.typeId = m_parti->albero.idTipo();
+    filtro.from = dal.value_or(QDate());
+    filtro.to = al.value_or(QDate());
+    filtro.user = utente;
+    return step(procedura, [&] {
+        const QList<distinta::VoceStorico> voci = distinta::LetturaStorico(connection(), companyCode())
+                                                      .leggi(storicostatements::classificationHistoryQuery(filtro));
+        distinta::LetturaStorico::esporta(voci, percorso, formato, QStringLiteral("Storico ") + codice);
+    });
+}
+
+bool FRMGD_DISTINTA::ConfrontoSenzaFinestra(const QString &codiceTipo, const QDate &a, const QDate &b,
+                                            const QString &percorso, fw::ExportFile::Format formato)
+{
+    const QString procedura = QStringLiteral("CMD_CONFRONTA_Click");
+    const QString codice = codiceTipo.trimmed().toUpper();
+    QString problema = fw::ExportFile::problem(percorso);
+    if (problema.isEmpty())
+        problema = distinta::Confronto::problemaDate(a, b);
+    if (!problema.isEmpty()) {
+        avviso(problema);
+        return false;
+    }
+    if (!scegliSenzaFinestra(codice, procedura, {}))
+        return false;
+    return step(procedura, [&] {
+        const QList<distinta::Differenza> differenze = distinta::Confronto::confronta(
+            connection(), companyCode(), m_parti->albero.idTipo(), m_parti->albero.tipoSoggetto(), a, b);
+        distinta::Confronto::esporta(differenze, percorso, formato, QStringLiteral("Confronto ") + codice);
+    });
 }
 
 bool FRMGD_DISTINTA::StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello,

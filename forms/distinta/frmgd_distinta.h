@@ -51,6 +51,12 @@ public:
     // printed down to the level given (else the level the combo proposes), or exported (else the
     // whole tree) as of the date given. False, the reason told, when it cannot be done.
     bool StampaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno);
+    // The classification's history from one day to another, by one user or by anyone, to a file.
+    bool StoricoSenzaFinestra(const QString &codiceTipo, std::optional<QDate> dal, std::optional<QDate> al,
+                              const QString &utente, const QString &percorso, fw::ExportFile::Format formato);
+    // The classification's differences between two days, to a file.
+    bool ConfrontoSenzaFinestra(const QString &codiceTipo, const QDate &a, const QDate &b, const QString &percorso,
+                                fw::ExportFile::Format formato);
     bool EsportaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno,
                               const QString &percorso, fw::ExportFile::Format formato);
 
@@ -85,6 +91,7 @@ private:
     void ricarica();
     // The type of that code chosen for a run without a window; false, the reason told, when the
     // company has no such type, or senzaNodi when it has no nodes to show.
+    // senzaNodi: what a classification without nodes is told; empty when nodes are not needed.
     bool scegliSenzaFinestra(const QString &codice, const QString &procedura, const QString &senzaNodi);
 
     QTabWidget *TAB_VISUALIZZAGESTIONE;
