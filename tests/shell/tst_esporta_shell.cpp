@@ -118,7 +118,7 @@ private slots:
                QStringLiteral("a.xlsx"), QStringLiteral("--csv"), QStringLiteral("a.csv")},
               QStringLiteral("Con --export indicare il file da scrivere con --xlsx oppure con --csv (uno solo)."));
         fails({QStringLiteral("--csv"), QStringLiteral("a.csv")},
-              QStringLiteral("L'opzione --csv vale solo con --export."));
+              QStringLiteral("L'opzione --csv vale solo con --export, --history o --compare."));
         fails({QStringLiteral("--export"), QStringLiteral("CLI-GDO"), QStringLiteral("--csv"), QStringLiteral("a.csv"),
                QStringLiteral("--date"), QStringLiteral("31/02/2024")},
               QStringLiteral("La data 31/02/2024 non esiste."));
