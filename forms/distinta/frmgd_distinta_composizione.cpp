@@ -68,18 +68,14 @@ QWidget *FRMGD_DISTINTA::creaPannelloGestione()
 
 // Right, above: the header line, the tree's buttons and the tree. The header line shares its row
 // with the branch move and the buttons that open other work; the tree's own view tools (levels,
-// date, search, state) sit on the row below, so that neither row needs more than the panel's
-// width at 1280 pixels.
+// date, search, state) sit on the row below, and the history's on a third, so that no row needs
+// more than the panel's width at 1280 pixels.
 QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
 {
     distinta::Parti &p = *m_parti;
     auto *header = new QHBoxLayout;
     header->addWidget(p.albero.intestazione(), 1);
     header->addLayout(p.spostamento.creaComandi());
-    header->addSpacing(12);
-    header->addWidget(p.annullamento.annulla());
-    header->addWidget(p.annullamento.ripeti());
-    header->addWidget(p.storico.confronta());
     header->addSpacing(12);
     header->addWidget(p.stampa.pulsante());
     header->addWidget(p.esportazione.pulsante());
@@ -97,11 +93,21 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     tools->addWidget(new QLabel(QStringLiteral("Stato")));
     tools->addWidget(p.stato.controllo());
 
+    // The history's row: undo and redo, the list of changes, the comparison of two days.
+    auto *storia = new QHBoxLayout;
+    storia->addWidget(p.annullamento.annulla());
+    storia->addWidget(p.annullamento.ripeti());
+    storia->addSpacing(12);
+    storia->addWidget(p.storico.storico());
+    storia->addWidget(p.storico.confronta());
+    storia->addStretch();
+
     auto *pannello = new QWidget;
     auto *layout = new QVBoxLayout(pannello);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(header);
     layout->addLayout(tools);
+    layout->addLayout(storia);
     layout->addWidget(p.albero.widget(), 1);
     return pannello;
 }

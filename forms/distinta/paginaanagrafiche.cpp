@@ -47,8 +47,8 @@ PaginaAnagrafiche::PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albe
                             QStringLiteral("Aggiunge i soggetti spuntati sotto il nodo selezionato (Alt+A, Ins)")))
     , CMD_ADDANAGRCAPO(pulsante(QStringLiteral("CMD_ADDANAGRCAPO"), QStringLiteral("Aggiungi &capostipite"),
                                 QStringLiteral("Aggiunge i soggetti spuntati come capostipiti (Alt+C, Maiusc+Ins)")))
-    , CMD_REMANAGR(pulsante(QStringLiteral("CMD_REMANAGR"), QStringLiteral("&Rimuovi"),
-                            QStringLiteral("Toglie dalla distinta il nodo selezionato (Alt+R, Canc sull'albero)")))
+    , CMD_REMANAGR(pulsante(QStringLiteral("CMD_REMANAGR"), QStringLiteral("Ri&muovi"),
+                            QStringLiteral("Toglie dalla distinta il nodo selezionato (Alt+M, Canc sull'albero)")))
     , TXT_FILTROANAGRAFICHE(new QLineEdit)
     , LBL_SELEZIONATI(new QLabel)
     , GRD_ANAGRAFICHEDISTINTA(new fw::RecordsetGrid)

@@ -26,7 +26,7 @@ Parti::Parti(FRMGD_DISTINTA &form, QTabWidget *gestione)
     , spostamento(form, albero)
     , aspetto(form, albero)
     , annullamento(form, albero, verifica, legami)
-    , storico(form, albero, selettore, ricercaAlbero)
+    , storico(form, albero, selettore, ricercaAlbero, annullamento)
 {
     albero.setControlliLegati(dettagli.promozioni().controlliLegati());
 }

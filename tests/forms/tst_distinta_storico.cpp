@@ -3,6 +3,7 @@
 #include "db/sqlitefile.h"
 #include "framework/hostglobalservices.h"
 #include "forms/distinta/finestraconfronto.h"
+#include "forms/distinta/finestrastorico.h"
 #include "forms/distinta/modellostorico.h"
 
 #include <QCheckBox>
@@ -409,6 +410,65 @@ private slots:
         confronta(QStringLiteral("31/02/2025"), oggi);
         QCOMPARE(f.host.log().messageTexts(),
                  QStringList(QStringLiteral("Indicare le due date da confrontare nel formato gg/mm/aaaa.")));
+    }
+
+    // The classification's window lists the operations of the days asked; any of them is undone
+    // after a question that says whose it is and what it changes, and only once.
+    void theHistoryWindowUndoesAnyOperation()
+    {
+        Albero f;
+        f.apri();
+        f.rimuovi(15);
+        f.scriviData(16, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
+        const QStringList afterBoth = f.righe();
+        f.premi(QStringLiteral("CMD_STORICO"));
+        distinta::FinestraStorico *finestra = f.form->parti().storico.finestraStorico();
+        QVERIFY(finestra);
+        const distinta::ModelloStorico &modello = finestra->modello();
+        // Newest first: the edit, then the removal's rows, its workflow state (a state this
+        // database has no name for is said by its code) and the node.
+        QCOMPARE(modello.rowCount(), 3);
+        QCOMPARE(modello.index(1, distinta::ModelloStorico::Modifica).data().toString(), QStringLiteral("Stato: 3 → "));
+        QCOMPARE(modello.index(2, distinta::ModelloStorico::Modifica).data().toString(),
+                 QStringLiteral("Eliminato: era sotto 10 Cliente 10 dal 01/01/2024 al 31/12/2099"));
+
+        // The older operation, the removal, undone from the window: the later edit stays.
+        finestra->griglia()->setCurrentIndex(modello.index(1, 0));
+        const QString quando = modello.voci().at(1).dataOra.toString(QStringLiteral("dd/MM/yyyy HH:mm"));
+        f.host.log().clear();
+        f.host.log().answerNext(fw::Answer::Yes);
+        finestra->findChild<QPushButton *>(QStringLiteral("CMD_ANNULLAOPERAZIONE"))->click();
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Annullare l'operazione \"Eliminazione\" di %1 del %2?\nCambia:\n"
+                                            "- Stato: 3 → \n- 15 Cliente 15: Eliminato: era sotto 10 Cliente 10 dal "
+                                            "01/01/2024 al 31/12/2099")
+                                 .arg(f.host.globals().user(), quando)));
+        QVERIFY(f.righe() != afterBoth);
+        QCOMPARE(f.codiciAlbero(), QStringList({"10", ".11", "..12", "...13", "....14", ".15", "16"}));
+        QCOMPARE(f.testo(QStringLiteral("SELECT GD02_DATAFINEVAL FROM GD02_DISTINTA WHERE GD02_ID = %1").arg(f.n16)),
+                 QStringLiteral("2025-06-30 00:00:00"));
+
+        // The window reads again: the removal's line, chosen once more, is refused as undone.
+        const int removal = int(modello.rowCount()) - 1;
+        QCOMPARE(modello.index(removal, distinta::ModelloStorico::Operazione).data().toString(),
+                 QStringLiteral("Eliminazione"));
+        finestra->griglia()->setCurrentIndex(modello.index(removal, 0));
+        f.host.log().clear();
+        f.host.log().answerNext(fw::Answer::Yes);
+        const QStringList restored = f.righe();
+        finestra->findChild<QPushButton *>(QStringLiteral("CMD_ANNULLAOPERAZIONE"))->click();
+        QCOMPARE(f.host.log().messageTexts().value(1),
+                 QStringLiteral("Operazione non annullata: è già stata annullata."));
+        QCOMPARE(f.righe(), restored);
+
+        // Days backwards: said, and the list stays.
+        f.host.log().clear();
+        finestra->findChild<QLineEdit *>(QStringLiteral("TXT_DAL"))->setText(QStringLiteral("02/01/2025"));
+        finestra->findChild<QLineEdit *>(QStringLiteral("TXT_AL"))->setText(QStringLiteral("01/01/2025"));
+        QVERIFY(!finestra->CMD_CERCASTORICO_Click());
+        QCOMPARE(
+            f.host.log().messageTexts(),
+            QStringList(QStringLiteral("La data iniziale (02/01/2025) è successiva alla data finale (01/01/2025).")));
     }
 
     // A database whose journal was never installed: the editor writes as before and says once
