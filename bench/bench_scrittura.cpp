@@ -13,6 +13,7 @@
 #include "benchtable.h"
 #include "benchutil.h"
 #include "editorhost.h"
+#include "largetree.h"
 
 #include "data/legamistatements.h"
 #include "data/nodistatements.h"
@@ -40,109 +41,12 @@
 
 namespace {
 
+using bench::focusNode;
+using bench::idList;
+using bench::Shape;
+using bench::stepBare;
+
 constexpr int newSubjects = 1000;
-
-// The large tree's shape, read once: parents, subtree sizes, levels, in GD02_ID terms.
-struct Shape
-{
-    QHash<qint64, qint64> parent;
-    QHash<qint64, QList<qint64>> children;
-    QHash<qint64, int> size; // the node and every node below it
-    QHash<qint64, int> level;
-
-    explicit Shape(dbsetup::SqliteFile &file, qint64 typeId)
-    {
-        dbsetup::SqliteStatement rows = file.prepare(
-            QStringLiteral("SELECT GD02_ID, COALESCE(GD02_IDPARENT_GD02, 0) FROM GD02_DISTINTA WHERE GD02_ID_GD01 = %1")
-                .arg(typeId));
-        QList<qint64> order;
-        while (rows.step()) {
-            const qint64 id = rows.columnInt64(0);
-            parent.insert(id, rows.columnInt64(1));
-            order << id;
-        }
-        QList<qint64> roots;
-        for (qint64 id : std::as_const(order)) {
-            const qint64 up = parent.value(id);
-            (parent.contains(up) ? children[up] : roots) << id;
-        }
-        // Depth first with an explicit stack: levels on the way down, sizes on the way back.
-        std::vector<std::pair<qint64, bool>> stack;
-        for (qint64 root : std::as_const(roots)) {
-            level.insert(root, 0);
-            stack.push_back({root, false});
-        }
-        while (!stack.empty()) {
-            auto [id, done] = stack.back();
-            stack.pop_back();
-            if (done) {
-                int total = 1;
-                for (qint64 child : children.value(id))
-                    total += size.value(child);
-                size.insert(id, total);
-                continue;
-            }
-            stack.push_back({id, true});
-            for (qint64 child : children.value(id)) {
-                level.insert(child, level.value(id) + 1);
-                stack.push_back({child, false});
-            }
-        }
-    }
-
-    // The node whose subtree is nearest the wanted size.
-    qint64 nearest(int wanted) const
-    {
-        qint64 best = 0;
-        for (auto it = size.cbegin(); it != size.cend(); ++it) {
-            if (best == 0 || std::abs(it.value() - wanted) < std::abs(size.value(best) - wanted))
-                best = it.key();
-        }
-        return best;
-    }
-
-    QList<qint64> below(qint64 id) const
-    {
-        QList<qint64> nodes;
-        QList<qint64> pending = children.value(id);
-        while (!pending.isEmpty()) {
-            const qint64 next = pending.takeLast();
-            nodes << next;
-            pending << children.value(next);
-        }
-        return nodes;
-    }
-};
-
-QString idList(const QList<qint64> &ids)
-{
-    QStringList texts;
-    texts.reserve(ids.size());
-    for (qint64 id : ids)
-        texts << QString::number(id);
-    return texts.join(u',');
-}
-
-// Runs a translated module statement to its end on the bare connection, reading every row.
-void stepBare(dbsetup::SqliteFile &file, const QString &tsql)
-{
-    dbsetup::SqliteStatement statement = file.prepare(db::translateTsqlToSqlite(tsql));
-    while (statement.step()) {
-    }
-}
-
-void focusNode(fw::TreeList *tree, const FRMGD_DISTINTA *form, qint64 id)
-{
-    const db::RecordsetPtr nodes = form->nodi();
-    const int idField = nodes->fieldIndex(QStringLiteral("GD02_ID"));
-    for (int row = 0; row < nodes->recordCount(); ++row) {
-        if (nodes->valueAt(row, idField).toLongLong() == id) {
-            tree->setFocusedNode(tree->nodeOfRow(row));
-            return;
-        }
-    }
-    bench::fail(QStringLiteral("node %1 is not in the tree").arg(id));
-}
 
 void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTable &table, QTextStream &plans)
 {
