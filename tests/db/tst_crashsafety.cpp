@@ -1,5 +1,8 @@
 #include "db/demodatabase.h"
 #include "db/largedatabase.h"
+#include "db/sqlitefile.h"
+
+#include "data/storicostatements.h"
 
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
@@ -60,6 +63,28 @@ int runWriter(const QByteArray &writer, const QString &path)
                     .arg(1001 + i % 300)
                     .arg(parent == 0 ? 2 : 0));
             progress(QByteArray::number(i));
+        }
+    }
+    if (writer == "operation") {
+        // Operations of the journal as the editor runs them: one transaction each, its row
+        // opened first and closed last, a thousand nodes inserted in between.
+        for (int round = 0;; ++round) {
+            storicostatements::Operazione operation;
+            operation.company = 1;
+            operation.typeId = 1;
+            operation.name = QStringLiteral("Inserimento");
+            operation.user = QStringLiteral("crash");
+            connection->beginTransaction();
+            connection->execute(storicostatements::insertOperationStatement(operation));
+            const qint64 id = connection->lastInsertedKey().toLongLong();
+            for (int i = 0; i < 1000; ++i) {
+                connection->execute(QStringLiteral(
+                    "INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, GD02_TIPOCF_CG44, "
+                    "GD02_CLIFOR_CG44, GD02_DESCR) VALUES (1, 0, 1, 0, 1001, 'crash')"));
+                progress(QByteArray::number(round * 1000 + i));
+            }
+            connection->execute(storicostatements::closeOperationStatement(id));
+            connection->commitTransaction();
         }
     }
     // Propagation: every node of a tree updated through the bound recordset, one row at a time,
@@ -125,6 +150,25 @@ private slots:
         QVERIFY(QFile::exists(path + QStringLiteral("-wal"))); // killed before it could tidy up
         QCOMPARE(integrityCheck(path), QStringLiteral("ok"));
         QCOMPARE(treeViolations(path), QStringList());
+    }
+
+    // Killed in the middle of its second operation of a thousand rows, the writer leaves the data
+    // and the journal in agreement: whole operations, each with its rows, none left open.
+    void aKilledOperationLeavesDataAndJournalTogether()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("demo.sqlite"));
+        QVERIFY(dbsetup::ensureDemoDatabase(path));
+        killWriterAfter("operation", path, 1500);
+        dbsetup::SqliteFile file(path);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD90_OPERAZIONI WHERE GD90_INDAPERTA <> 0")), 0);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD90_OPERAZIONI WHERE GD90_UTENTE = 'crash'")), 1);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD02_DISTINTA WHERE GD02_DESCR = 'crash'")), 1000);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO INNER JOIN GD90_OPERAZIONI "
+                                            "ON GD90_ID = GD91_ID_GD90 WHERE GD90_UTENTE = 'crash' "
+                                            "AND json_extract(GD91_DOPO, '$.GD02_DESCR') = 'crash'")),
+                 1000);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 IS NULL")), 0);
     }
 
     // Killed half-way, the generator leaves nothing under the target's name, and what it left
