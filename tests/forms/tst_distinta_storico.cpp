@@ -123,7 +123,84 @@ class TestDistintaStorico : public QObject
         qint64 a01 = 0, n10 = 0, n11 = 0, n12 = 0, n13 = 0, n14 = 0, n15 = 0, n16 = 0;
     };
 
+    static void foto(QWidget *widget, const QString &name)
+    {
+        const QString folder = qEnvironmentVariable("DISTINTA_SHOTS_DIR");
+        if (folder.isEmpty())
+            return;
+        QCoreApplication::processEvents();
+        QVERIFY(widget->grab().save(QDir(folder).filePath(name)));
+    }
+
 private slots:
+    // On the demo company: a branch removed, seen in "Storico", undone with Ctrl+Z and found
+    // back whole; the classification's window and the comparison answer. With DISTINTA_SHOTS_DIR
+    // set, pictures of each step are saved there.
+    void theDemoCompanysBranchComesBack()
+    {
+        DistintaFixture f(TestDatabase::DemoData);
+        f.apri();
+        QVERIFY(f.attiva());
+        const auto righe = [&] {
+            QStringList rows;
+            for (const QString &table :
+                 {QStringLiteral("GD02_DISTINTA"), QStringLiteral("GD12_PROMO"), QStringLiteral("WF02_STATORIGA")}) {
+                const db::RecordsetPtr all = f.host.database().connection()->openRecordset(
+                    QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(table));
+                for (int row = 0; row < all->recordCount(); ++row) {
+                    QStringList values;
+                    for (int field = 0; field < all->fieldCount(); ++field)
+                        values << all->valueAt(row, field).toString();
+                    rows << values.join(QLatin1Char('|'));
+                }
+            }
+            return rows;
+        };
+        const QStringList before = righe();
+        // The first root with children.
+        fw::TreeListNode branch = f.albero()->firstNode();
+        while (branch.isValid() && !(branch.level() == 0 && branch.next().isValid() && branch.next().level() == 1))
+            branch = branch.next();
+        QVERIFY(branch.isValid());
+        const int shown = f.albero()->count();
+        f.albero()->setFocusedNode(branch);
+        f.host.log().setDefaultAnswer(fw::Answer::Yes);
+        f.premi(QStringLiteral("CMD_REMANAGR"));
+        f.host.log().setDefaultAnswer(0);
+        QVERIFY(f.albero()->count() < shown);
+        QVERIFY(righe() != before);
+
+        auto *pagine = f.control<QTabWidget>(QStringLiteral("TAB_DETTAGLIOSOGGETTO"));
+        pagine->setCurrentIndex(3);
+        f.control<QCheckBox>(QStringLiteral("CHK_STORICOSOGGETTO"))->setChecked(true);
+        f.attendi();
+        f.premi(QStringLiteral("CMD_STORICO"));
+        distinta::FinestraStorico *finestra = f.form->parti().storico.finestraStorico();
+        QVERIFY(finestra);
+        QVERIFY(finestra->modello().rowCount() > 0);
+        QCOMPARE(finestra->modello().voci().last().operazione, QStringLiteral("Eliminazione"));
+        foto(finestra, QStringLiteral("storico_finestra.png"));
+        finestra->close();
+
+        QVERIFY(f.attiva());
+        f.host.log().clear();
+        QTest::keyClick(f.albero()->view(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY2(f.host.log().isQuiet(), qPrintable(f.host.log().messageTexts().join(u'\n')));
+        QCOMPARE(righe(), before);
+        QCOMPARE(f.albero()->count(), shown);
+        f.attendi();
+        foto(f.form->window(), QStringLiteral("storico_dopo_annulla.png"));
+
+        f.premi(QStringLiteral("CMD_CONFRONTA"));
+        distinta::FinestraConfronto *confronto = f.form->parti().storico.finestraConfronto();
+        QVERIFY(confronto);
+        confronto->findChild<QLineEdit *>(QStringLiteral("TXT_DATAA"))->setText(QStringLiteral("01/01/2024"));
+        confronto->findChild<QLineEdit *>(QStringLiteral("TXT_DATAB"))->setText(QStringLiteral("01/07/2025"));
+        QVERIFY(confronto->CMD_ESEGUICONFRONTO_Click());
+        QVERIFY(!confronto->differenze().isEmpty());
+        foto(confronto, QStringLiteral("confronto_date.png"));
+    }
+
     // A branch removed with everything that hangs on it is one operation; Ctrl+Z brings back the
     // very rows (ids, guids, dates, campaigns, workflow states), Ctrl+Y takes them away again, and
     // the journal says which operation reversed which.
