@@ -31,6 +31,15 @@ QString literal(const QString &column, const QVariant &value)
     }
 }
 
+QString keyList(const QList<qint64> &keys)
+{
+    QStringList texts;
+    texts.reserve(keys.size());
+    for (qint64 key : keys)
+        texts << sqltext::number(key);
+    return texts.join(QStringLiteral(", "));
+}
+
 QString operationFilter(const QString &user, int company, qint64 typeId)
 {
     return QStringLiteral(" WHERE GD90_UTENTE = ") + sqltext::quoted(user) + QStringLiteral(" AND GD90_DITTA_CG18 = ")
@@ -152,15 +161,21 @@ QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode)
         + QStringLiteral(") ORDER BY GD91_ID DESC");
 }
 
+// A row names its classification itself; the few that cannot (a campaign or a state of a node
+// already removed in the same statement) belong to their operation's. Each side of the OR finds
+// its rows through an index (IX_GD91_TIPO, IX_GD91_GD90).
 QString classificationHistoryQuery(const FiltroStorico &filter)
 {
-    QString sql = historySelect() + QStringLiteral("WHERE (GD91_ID_GD01 = ") + sqltext::number(filter.typeId)
-        + QStringLiteral(" OR GD90_ID_GD01 = ") + sqltext::number(filter.typeId)
-        + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, GD90_DITTA_CG18) = ") + sqltext::number(filter.company);
+    QString days;
     if (filter.from.isValid())
-        sql += QStringLiteral(" AND GD91_DATAORA >= ") + sqltext::convertDate103(filter.from);
+        days += QStringLiteral(" AND GD91_DATAORA >= ") + sqltext::convertDate103(filter.from);
     if (filter.to.isValid())
-        sql += QStringLiteral(" AND GD91_DATAORA < ") + sqltext::convertDate103(filter.to.addDays(1));
+        days += QStringLiteral(" AND GD91_DATAORA < ") + sqltext::convertDate103(filter.to.addDays(1));
+    QString sql = historySelect() + QStringLiteral("WHERE (GD91_ID_GD01 = ") + sqltext::number(filter.typeId) + days
+        + QStringLiteral(" OR GD91_ID_GD01 IS NULL AND GD91_ID_GD90 IN (SELECT GD90_ID FROM GD90_OPERAZIONI "
+                         "WHERE GD90_ID_GD01 = ")
+        + sqltext::number(filter.typeId) + QStringLiteral(")") + days
+        + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, GD90_DITTA_CG18) = ") + sqltext::number(filter.company);
     if (!filter.user.isEmpty())
         sql += QStringLiteral(" AND ISNULL(GD90_UTENTE, GD91_UTENTE) = ") + sqltext::quoted(filter.user);
     if (!filter.operation.isEmpty())
@@ -248,6 +263,49 @@ QString selectRowQuery(const QString &table, qint64 key)
 {
     return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table)
         + QStringLiteral(" = ") + sqltext::number(key);
+}
+
+QString selectRowsQuery(const QString &table, const QList<qint64> &keys)
+{
+    return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table)
+        + QStringLiteral(" IN (") + keyList(keys) + QLatin1Char(')');
+}
+
+QString insertRowsStatement(const QList<Riga> &rows)
+{
+    if (rows.isEmpty())
+        return {};
+    QStringList columns;
+    for (const auto &value : rows.constFirst().values)
+        columns << value.first;
+    QStringList tuples;
+    for (const Riga &row : rows) {
+        QStringList values;
+        for (const auto &[column, value] : row.values)
+            values << literal(column, value);
+        tuples << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
+    }
+    return QStringLiteral("INSERT INTO ") + rows.constFirst().table + QStringLiteral(" (")
+        + columns.join(QStringLiteral(", ")) + QStringLiteral(") VALUES ") + tuples.join(QStringLiteral(", "));
+}
+
+QString deleteRowsStatement(const QString &table, const QList<qint64> &keys)
+{
+    return QStringLiteral("DELETE FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table)
+        + QStringLiteral(" IN (") + keyList(keys) + QLatin1Char(')');
+}
+
+QString linkedSubjectsQuery(int company, int subjectKind, const QList<qint64> &subjectCodes)
+{
+    return QStringLiteral("SELECT DISTINCT GD02_CLIFOR_CG44 FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND GD02_TIPOCF_CG44 = ") + sqltext::number(subjectKind)
+        + QStringLiteral(" AND GD02_CLIFOR_CG44 IN (") + keyList(subjectCodes) + QLatin1Char(')');
+}
+
+QString nodesWithConditionsQuery(const QList<qint64> &nodeIds)
+{
+    return QStringLiteral("SELECT DISTINCT GD14_ID_GD02 FROM GD14_SOGGCONTR WHERE GD14_ID_GD02 IN (") + keyList(nodeIds)
+        + QLatin1Char(')');
 }
 
 QString insertRowStatement(const Riga &row)

@@ -101,9 +101,18 @@ bool hasGeneratedKey(const QString &table);
 bool isDateColumn(const QString &column);
 
 QString selectRowQuery(const QString &table, qint64 key);
+// The rows of many keys at once (a few hundred per statement).
+QString selectRowsQuery(const QString &table, const QList<qint64> &keys);
 QString insertRowStatement(const Riga &row);
+// Rows of one table with the same columns, in one statement.
+QString insertRowsStatement(const QList<Riga> &rows);
 QString updateRowStatement(const Riga &row, qint64 key);
 QString deleteRowStatement(const QString &table, qint64 key);
+QString deleteRowsStatement(const QString &table, const QList<qint64> &keys);
+// Of the subjects given, those linked now in some classification of the company.
+QString linkedSubjectsQuery(int company, int subjectKind, const QList<qint64> &subjectCodes);
+// Of the nodes given, those that a contract's condition reaches.
+QString nodesWithConditionsQuery(const QList<qint64> &nodeIds);
 // SQL Server: writing a generated key needs IDENTITY_INSERT, which needs ALTER on the table.
 QString identityInsertStatement(const QString &table, bool on);
 QString identityInsertPermissionQuery(const QString &table);

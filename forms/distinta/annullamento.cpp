@@ -13,12 +13,16 @@
 #include <QJsonDocument>
 #include <QPushButton>
 #include <QSet>
+#include <functional>
 
 namespace distinta {
 
 namespace {
 
 const QString procedura = QStringLiteral("CMD_ANNULLA_Click");
+// Keys per statement that reads, checks or removes rows; rows per INSERT.
+constexpr qsizetype blocco = 500;
+constexpr qsizetype bloccoRighe = 100;
 const QString tabellaNodi = QStringLiteral("GD02_DISTINTA");
 
 std::optional<QJsonObject> immagine(const QVariant &testo)
@@ -240,19 +244,41 @@ QString Annullamento::descriviRiga(const QString &tabella, qint64 chiave, const 
     return QStringLiteral("Parametri della ditta %1").arg(chiave);
 }
 
+// The rows are read a few hundred at a time: an undone removal of a large branch brings back
+// tens of thousands.
 QString Annullamento::righeCambiate(const QList<Cambio> &cambi)
 {
-    QString righe;
     const db::ConnectionPtr connection = m_form.connection();
+    QHash<QString, QList<qint64>> chiavi;
+    for (const Cambio &cambio : cambi)
+        chiavi[cambio.tabella].append(cambio.chiave);
+    // table/key -> the row as it stands, each value as it compares
+    QHash<QString, QHash<QString, QString>> attuali;
+    for (auto it = chiavi.cbegin(); it != chiavi.cend(); ++it) {
+        const QString chiave = storicostatements::keyColumn(it.key());
+        for (qsizetype start = 0; start < it->size(); start += blocco) {
+            const db::RecordsetPtr righe = connection->openRecordset(
+                storicostatements::selectRowsQuery(it.key(), it->mid(start, blocco)));
+            const int campoChiave = righe->fieldIndex(chiave);
+            for (int row = 0; row < righe->recordCount(); ++row) {
+                QHash<QString, QString> valori;
+                for (int field = 0; field < righe->fieldCount(); ++field) {
+                    const QString nome = righe->field(field).name;
+                    valori.insert(nome.toUpper(), confrontabile(nome, righe->valueAt(row, field)));
+                }
+                attuali.insert(it.key() + QLatin1Char('/')
+                                   + QString::number(righe->valueAt(row, campoChiave).toLongLong()),
+                               valori);
+            }
+        }
+    }
+    QString righe;
     for (const Cambio &cambio : cambi) {
-        const db::RecordsetPtr attuale = connection->openRecordset(
-            storicostatements::selectRowQuery(cambio.tabella, cambio.chiave));
-        bool uguale = attuale->isEmpty() == !cambio.dopo.has_value();
+        const auto attuale = attuali.constFind(cambio.tabella + QLatin1Char('/') + QString::number(cambio.chiave));
+        bool uguale = (attuale == attuali.cend()) == !cambio.dopo.has_value();
         if (uguale && cambio.dopo) {
-            attuale->moveFirst();
             for (auto it = cambio.dopo->constBegin(); uguale && it != cambio.dopo->constEnd(); ++it)
-                uguale = confrontabile(it.key(), valore(it.key(), it.value()))
-                    == confrontabile(it.key(), attuale->value(it.key()));
+                uguale = confrontabile(it.key(), valore(it.key(), it.value())) == attuale->value(it.key().toUpper());
         }
         if (!uguale)
             righe += descriviRiga(cambio.tabella, cambio.chiave, cambio.dopo ? *cambio.dopo : *cambio.prima)
@@ -261,20 +287,47 @@ QString Annullamento::righeCambiate(const QList<Cambio> &cambi)
     return righe;
 }
 
+// The checks run only where they can refuse: the definitive bonus on nodes a condition reaches,
+// the overlap on subjects that have another link now; both sets are found a few hundred at a time.
 QString Annullamento::verificaLegami(const QList<Cambio> &cambi)
 {
+    const db::ConnectionPtr connection = m_form.connection();
+    QList<qint64> daTogliere;
+    QList<qint64> soggetti;
+    for (const Cambio &cambio : cambi) {
+        if (cambio.tabella != tabellaNodi)
+            continue;
+        if (!cambio.prima)
+            daTogliere.append(cambio.chiave);
+        else if (!cambio.dopo)
+            soggetti.append(valore(QString(), cambio.prima->value(QStringLiteral("GD02_CLIFOR_CG44"))).toLongLong());
+    }
+    const auto trovati = [&](const QList<qint64> &chiavi, const std::function<QString(const QList<qint64> &)> &query) {
+        QSet<qint64> found;
+        for (qsizetype start = 0; start < chiavi.size(); start += blocco) {
+            const db::RecordsetPtr righe = connection->openRecordset(query(chiavi.mid(start, blocco)));
+            for (int row = 0; row < righe->recordCount(); ++row)
+                found.insert(righe->valueAt(row, 0).toLongLong());
+        }
+        return found;
+    };
+    const QSet<qint64> conCondizioni = trovati(daTogliere, &storicostatements::nodesWithConditionsQuery);
+    const QSet<qint64> legati = trovati(soggetti, [&](const QList<qint64> &codici) {
+        return storicostatements::linkedSubjectsQuery(m_form.companyCode(), m_albero.tipoSoggetto(), codici);
+    });
+
     for (const Cambio &cambio : cambi) {
         if (cambio.tabella != tabellaNodi)
             continue;
         if (!cambio.prima) {
             // Removing what the operation inserted: as a removal, never under a definitive bonus.
-            if (m_legami.PremioDefinitivo(cambio.chiave, std::nullopt))
+            if (conCondizioni.contains(cambio.chiave) && m_legami.PremioDefinitivo(cambio.chiave, std::nullopt))
                 return ControlliLegami::messaggioPremioDefinitivo(false);
             continue;
         }
         const QJsonObject &prima = *cambio.prima;
         const QVariant codice = valore(QString(), prima.value(QStringLiteral("GD02_CLIFOR_CG44")));
-        if (codice.isNull())
+        if (codice.isNull() || (!cambio.dopo && !legati.contains(codice.toLongLong())))
             continue;
         Verifica::Nodo nodo;
         nodo.idNodo = cambio.chiave;
@@ -315,15 +368,29 @@ void Annullamento::scrivi(const QList<Cambio> &cambi)
         const bool chiaveGenerata = identita && storicostatements::hasGeneratedKey(tabella);
         if (chiaveGenerata)
             connection->execute(storicostatements::identityInsertStatement(tabella, true));
-        for (const storicostatements::Riga &row : righe)
-            connection->execute(storicostatements::insertRowStatement(row));
+        for (qsizetype start = 0; start < righe.size(); start += bloccoRighe)
+            connection->execute(storicostatements::insertRowsStatement(righe.mid(start, bloccoRighe)));
         if (chiaveGenerata)
             connection->execute(storicostatements::identityInsertStatement(tabella, false));
     }
+    // The last inserted first; a run of one table goes in one statement.
+    QString tabella;
+    QList<qint64> chiavi;
+    const auto togli = [&] {
+        if (!chiavi.isEmpty())
+            connection->execute(storicostatements::deleteRowsStatement(tabella, chiavi));
+        chiavi.clear();
+    };
     for (auto it = cambi.crbegin(); it != cambi.crend(); ++it) {
-        if (!it->prima && it->dopo)
-            connection->execute(storicostatements::deleteRowStatement(it->tabella, it->chiave));
+        if (it->prima || !it->dopo)
+            continue;
+        if (it->tabella != tabella || chiavi.size() == blocco) {
+            togli();
+            tabella = it->tabella;
+        }
+        chiavi.append(it->chiave);
     }
+    togli();
 }
 
 bool Annullamento::inverti(qint64 idOperazione)
