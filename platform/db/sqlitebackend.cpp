@@ -291,13 +291,18 @@ void SqliteBackend::step(sqlite3_stmt *statement, const QString &sql)
 
 int SqliteBackend::execute(const QString &sql)
 {
-    // Not parameterised: what is executed is mostly DDL and writes, and DDL expires every
-    // prepared statement of the connection anyway.
+    // Not parameterised, but for the INSERT of one row: what is executed is mostly DDL and
+    // writes, and DDL expires every prepared statement of the connection anyway.
     if (const std::optional<int> changed = executeOnTemporaryTable(sql))
         return *changed;
     dropHiddenTablesNamedIn(sql);
     forgetTemporaryTablesChangedBy(sql);
     leaveSnapshot();
+    // A row inserted among many of a batch reuses the batch's prepared statement.
+    if (const ParameterizedSelect insert = parameterizeValues(sql); !insert.values.isEmpty()) {
+        run(insert.text, sql, insert.values);
+        return int(sqlite3_changes64(m_handle));
+    }
     int changed = 0;
     forEachStatement(sql, [&](sqlite3_stmt *statement) {
         const sqlite3_int64 totalBefore = sqlite3_total_changes64(m_handle);

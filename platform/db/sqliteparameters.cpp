@@ -171,6 +171,18 @@ bool startsAsSelect(const std::vector<Token> &tokens)
     return false;
 }
 
+// A literal's value as a parameter takes it; invalid for the numbers that stay as written.
+QVariant literalValue(const QString &sqlite, const Token &token)
+{
+    if (token.kind == Kind::Text)
+        return sqlite.mid(token.start + 1, token.end - token.start - 2)
+            .replace(QLatin1String("''"), QLatin1String("'"));
+    bool whole = token.end - token.start <= 18;
+    for (qsizetype c = token.start; whole && c < token.end; ++c)
+        whole = sqlite.at(c).isDigit();
+    return whole ? QVariant(QStringView(sqlite).mid(token.start, token.end - token.start).toLongLong()) : QVariant();
+}
+
 } // namespace
 
 ParameterizedSelect parameterizeConditions(const QString &sqlite)
@@ -222,22 +234,69 @@ ParameterizedSelect parameterizeConditions(const QString &sqlite)
         if (is(previous, "LIKE"_L1) || is(previous, "GLOB"_L1) || is(previous, "ESCAPE"_L1)
             || comparedWithLiteral(tokens, sqlite, i))
             continue;
-        QVariant value;
-        if (token.kind == Kind::Text) {
-            value = sqlite.mid(token.start + 1, token.end - token.start - 2)
-                        .replace(QLatin1String("''"), QLatin1String("'"));
-        } else {
-            bool whole = token.end - token.start <= 18;
-            for (qsizetype c = token.start; whole && c < token.end; ++c)
-                whole = sqlite.at(c).isDigit();
-            if (!whole)
-                continue; // decimals, exponents and hexadecimals stay as written
-            value = QStringView(sqlite).mid(token.start, token.end - token.start).toLongLong();
-        }
+        const QVariant value = literalValue(sqlite, token);
+        if (!value.isValid())
+            continue; // decimals, exponents and hexadecimals stay as written
         out += QStringView(sqlite).mid(copied, token.start - copied);
         out += u'?';
         result.values << value;
         copied = token.end;
+    }
+    if (result.values.isEmpty())
+        return {};
+    out += QStringView(sqlite).mid(copied);
+    result.text = out;
+    return result;
+}
+
+ParameterizedSelect parameterizeValues(const QString &sqlite)
+{
+    using namespace Qt::Literals::StringLiterals;
+    std::vector<Token> tokens;
+    if (!tokenize(sqlite, tokens) || tokens.size() < 4 || !is(tokens[0], "INSERT"_L1))
+        return {};
+    size_t values = 0;
+    int depth = 0;
+    for (size_t i = 0; i < tokens.size(); ++i) {
+        if (tokens[i].kind == Kind::Parameter)
+            return {}; // parameters of its own
+        depth += tokens[i].kind == Kind::Open ? 1 : tokens[i].kind == Kind::Close ? -1 : 0;
+        if (depth == 0 && values == 0 && is(tokens[i], "VALUES"_L1))
+            values = i;
+    }
+    // One row: VALUES ( ... ) and nothing after it but a semicolon.
+    if (values == 0 || values + 1 >= tokens.size() || tokens[values + 1].kind != Kind::Open)
+        return {};
+    size_t close = values + 1;
+    for (depth = 0; close < tokens.size(); ++close) {
+        depth += tokens[close].kind == Kind::Open ? 1 : tokens[close].kind == Kind::Close ? -1 : 0;
+        if (depth == 0)
+            break;
+    }
+    if (close >= tokens.size()
+        || (close + 1 < tokens.size() && !(close + 2 == tokens.size() && tokens[close + 1].kind == Kind::Semicolon)))
+        return {};
+
+    ParameterizedSelect result;
+    QString out;
+    out.reserve(sqlite.size());
+    qsizetype copied = 0;
+    depth = 0;
+    for (size_t i = values + 1; i < close; ++i) {
+        depth += tokens[i].kind == Kind::Open ? 1 : tokens[i].kind == Kind::Close ? -1 : 0;
+        if (depth != 1 || !isLiteral(tokens[i]))
+            continue;
+        const Kind before = tokens[i - 1].kind;
+        const Kind after = tokens[i + 1].kind;
+        if ((before != Kind::Open && before != Kind::Comma) || (after != Kind::Close && after != Kind::Comma))
+            continue; // part of an expression
+        const QVariant value = literalValue(sqlite, tokens[i]);
+        if (!value.isValid())
+            continue;
+        out += QStringView(sqlite).mid(copied, tokens[i].start - copied);
+        out += u'?';
+        result.values << value;
+        copied = tokens[i].end;
     }
     if (result.values.isEmpty())
         return {};

@@ -20,4 +20,10 @@ struct ParameterizedSelect
 
 ParameterizedSelect parameterizeConditions(const QString &sqlite);
 
+// An INSERT of one row, "INSERT INTO t (...) VALUES (...)", with each value that is a whole
+// number or a text on its own taken out as a parameter: a batch of inserts that differ only in
+// their values shares one prepared statement (and the trigger programs it carries). Expressions,
+// decimals and NULL stay in the text; values is empty for any other statement.
+ParameterizedSelect parameterizeValues(const QString &sqlite);
+
 } // namespace db

@@ -19,6 +19,7 @@ private slots:
     void onlyConditionValuesBecomeParameters_data();
     void onlyConditionValuesBecomeParameters();
     void rowsAndColumnsAreThoseOfTheLiteralText();
+    void aRowsValuesBecomeParametersAndAreStoredAsWritten();
 };
 
 void TestSqliteParameters::onlyConditionValuesBecomeParameters_data()
@@ -112,6 +113,34 @@ void TestSqliteParameters::rowsAndColumnsAreThoseOfTheLiteralText()
         sqlite3_finalize(statement);
         sqlite3_close(bare);
     }
+}
+
+// One row's INSERT: each value that stands alone becomes a parameter; what is an expression, a
+// decimal or NULL stays; anything else is left alone. What is stored is what the text says.
+void TestSqliteParameters::aRowsValuesBecomeParametersAndAreStoredAsWritten()
+{
+    ParameterizedSelect insert = parameterizeValues(
+        u"INSERT INTO T (ID, CODICE, N, D, E) VALUES (4, 'd''e', -3, datetime('2024-01-31'), 1.5);"_qs);
+    QCOMPARE(insert.text, u"INSERT INTO T (ID, CODICE, N, D, E) VALUES (?, ?, -3, datetime('2024-01-31'), 1.5);"_qs);
+    QCOMPARE(insert.values, QVariantList({4LL, u"d'e"_qs}));
+    for (const QString &untouched :
+         {u"INSERT INTO T VALUES (1, 2), (3, 4)"_qs, u"INSERT INTO T SELECT 1, 2"_qs, u"INSERT INTO T VALUES (?, 2)"_qs,
+          u"UPDATE T SET A = 1"_qs, u"INSERT INTO T VALUES (1, 2); DELETE FROM T"_qs})
+        QVERIFY2(parameterizeValues(untouched).values.isEmpty(), qPrintable(untouched));
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("v.sqlite"));
+    ConnectionPtr connection = Connection::open(QStringLiteral("Provider=SQLite;Data Source=") + file);
+    connection->execute(
+        QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, CODICE VARCHAR(10), N INTEGER, D TEXT)"));
+    QCOMPARE(connection->execute(QStringLiteral("INSERT INTO T (ID, CODICE, N, D) VALUES (1, '007', '12', NULL)")), 1);
+    QCOMPARE(connection->execute(QStringLiteral("INSERT INTO T (ID, CODICE, N, D) VALUES (2, 'O''Hara', 5, 'x')")), 1);
+    const RecordsetPtr rows = connection->openRecordset(
+        QStringLiteral("SELECT CODICE, typeof(N) AS TN, N, D FROM T ORDER BY ID"));
+    QCOMPARE(rows->valueAt(0, 0).toString(), QStringLiteral("007"));     // a text column keeps its zeros
+    QCOMPARE(rows->valueAt(0, 1).toString(), QStringLiteral("integer")); // and a number column takes the number
+    QVERIFY(rows->valueAt(0, 3).isNull());
+    QCOMPARE(rows->valueAt(1, 0).toString(), QStringLiteral("O'Hara"));
 }
 
 QTEST_MAIN(TestSqliteParameters)
