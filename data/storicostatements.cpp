@@ -259,12 +259,6 @@ bool isDateColumn(const QString &column)
     return dateColumns.contains(column, Qt::CaseInsensitive);
 }
 
-QString selectRowQuery(const QString &table, qint64 key)
-{
-    return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table)
-        + QStringLiteral(" = ") + sqltext::number(key);
-}
-
 QString selectRowsQuery(const QString &table, const QList<qint64> &keys)
 {
     return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table)
@@ -308,18 +302,6 @@ QString nodesWithConditionsQuery(const QList<qint64> &nodeIds)
         + QLatin1Char(')');
 }
 
-QString insertRowStatement(const Riga &row)
-{
-    QStringList columns;
-    QStringList values;
-    for (const auto &[column, value] : row.values) {
-        columns << column;
-        values << literal(column, value);
-    }
-    return QStringLiteral("INSERT INTO ") + row.table + QStringLiteral(" (") + columns.join(QStringLiteral(", "))
-        + QStringLiteral(") VALUES (") + values.join(QStringLiteral(", ")) + QLatin1Char(')');
-}
-
 QString updateRowStatement(const Riga &row, qint64 key)
 {
     const QString keyName = keyColumn(row.table);
@@ -330,12 +312,6 @@ QString updateRowStatement(const Riga &row, qint64 key)
     }
     return QStringLiteral("UPDATE ") + row.table + QStringLiteral(" SET ") + assignments.join(QStringLiteral(", "))
         + QStringLiteral(" WHERE ") + keyName + QStringLiteral(" = ") + sqltext::number(key);
-}
-
-QString deleteRowStatement(const QString &table, qint64 key)
-{
-    return QStringLiteral("DELETE FROM ") + table + QStringLiteral(" WHERE ") + keyColumn(table) + QStringLiteral(" = ")
-        + sqltext::number(key);
 }
 
 QString identityInsertStatement(const QString &table, bool on)

@@ -100,14 +100,11 @@ bool hasGeneratedKey(const QString &table);
 // DATETIME columns are written as CONVERT(DateTime, ..., 103) stamps.
 bool isDateColumn(const QString &column);
 
-QString selectRowQuery(const QString &table, qint64 key);
 // The rows of many keys at once (a few hundred per statement).
 QString selectRowsQuery(const QString &table, const QList<qint64> &keys);
-QString insertRowStatement(const Riga &row);
 // Rows of one table with the same columns, in one statement.
 QString insertRowsStatement(const QList<Riga> &rows);
 QString updateRowStatement(const Riga &row, qint64 key);
-QString deleteRowStatement(const QString &table, qint64 key);
 QString deleteRowsStatement(const QString &table, const QList<qint64> &keys);
 // Of the subjects given, those linked now in some classification of the company.
 QString linkedSubjectsQuery(int company, int subjectKind, const QList<qint64> &subjectCodes);
