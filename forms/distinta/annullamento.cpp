@@ -226,9 +226,19 @@ std::optional<Annullamento::Operazione> Annullamento::leggiOperazione(qint64 idO
     return letta;
 }
 
+// A row named as the clerk knows it; a row known by its key alone (one the undo would take with
+// it) is named by its table's kind and key.
 QString Annullamento::descriviRiga(const QString &tabella, qint64 chiave, const QJsonObject &valori)
 {
     const auto testo = [&](const char *colonna) { return valori.value(QLatin1String(colonna)).toVariant().toString(); };
+    if (valori.isEmpty()) {
+        const QString genere = tabella == tabellaNodi       ? QStringLiteral("Nodo")
+            : tabella == QLatin1String("GD12_PROMO")        ? QStringLiteral("Campagna in fattura")
+            : tabella == QLatin1String("WF02_STATORIGA")    ? QStringLiteral("Stato")
+            : tabella == QLatin1String("GD01_TIPODISTINTA") ? QStringLiteral("Tipo distinta")
+                                                            : QStringLiteral("Parametri della ditta");
+        return genere + QLatin1Char(' ') + QString::number(chiave);
+    }
     if (tabella == tabellaNodi) {
         const QString soggetto = valori.value(QStringLiteral("GD02_TIPOCF_CG44")).toInt() != 0
             ? QStringLiteral("Fornitore ")

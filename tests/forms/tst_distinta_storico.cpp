@@ -352,6 +352,30 @@ private slots:
                                             "Tutti i clienti: Nodo padre 15 - Cliente 15 nel periodo dal 01/06/2024 "
                                             "al 31/12/2024\n")));
         QCOMPARE(f.righe(), linked);
+
+        // A node inserted, then given a child by another program: its undo would take the child
+        // with it, and is refused.
+        f.paginaAnagrafiche();
+        f.focalizza(15);
+        f.spunta(17);
+        f.attendi();
+        f.premi(QStringLiteral("CMD_ADDANAGR"));
+        const qint64 n17 = f.scalar(QStringLiteral("SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_CLIFOR_CG44 = 17"))
+                               .toLongLong();
+        f.altroProgramma(QStringLiteral("INSERT INTO GD02_DISTINTA (GD02_ID_GD01, GD02_IDPARENT_GD02, GD02_DITTA_CG18, "
+                                        "GD02_TIPOCF_CG44, GD02_CLIFOR_CG44) VALUES (%1, %2, 1, 0, 18)")
+                             .arg(f.a01)
+                             .arg(n17));
+        const qint64 n18 = f.scalar(QStringLiteral("SELECT GD02_ID FROM GD02_DISTINTA WHERE GD02_CLIFOR_CG44 = 18"))
+                               .toLongLong();
+        const QStringList grown = f.righe();
+        f.host.log().clear();
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Operazione non annullata: toccherebbe anche righe aggiunte dopo di essa:\n"
+                                            "Nodo %1\n")
+                                 .arg(n18)));
+        QCOMPARE(f.righe(), grown);
     }
 
     // Undo is the user's own last standing operation; a new action ends what could be redone.
