@@ -63,6 +63,11 @@ QString insertOperationStatement(const Operazione &operation)
         + QStringLiteral(", ") + QString::number(operation.open ? 1 : 0) + QLatin1Char(')');
 }
 
+QString journalProbeQuery()
+{
+    return QStringLiteral("SELECT GD91_ID FROM GD91_RIGHESTORICO WHERE GD91_ID = 0");
+}
+
 QString sessionOperationStatement(std::optional<qint64> operationId)
 {
     return QStringLiteral("EXEC sp_set_session_context N'GD90_ID', ") + optionalNumber(operationId);

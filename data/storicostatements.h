@@ -33,6 +33,8 @@ struct Operazione
 };
 
 QString insertOperationStatement(const Operazione &operation);
+// Reads nothing, but fails when the journal's rows have no table to go to.
+QString journalProbeQuery();
 // SQL Server only: the operation the triggers of this session record into; none clears it.
 QString sessionOperationStatement(std::optional<qint64> operationId);
 QString closeOperationStatement(qint64 operationId);

@@ -32,6 +32,25 @@ QSet<const db::Connection *> &connectionsInOperation()
     return running;
 }
 
+// A journal whose rows' table was dropped by hand would make every write fail deep in its
+// triggers (on SQLite, after a long compile of the trigger programs): it is found before the
+// first write, and said plainly.
+void probeJournal(db::Connection &connection)
+{
+    try {
+        connection.openRecordset(storicostatements::journalProbeQuery());
+    } catch (const db::DatabaseError &error) {
+        QList<db::DbError> errors = error.errors();
+        errors.prepend(
+            {QStringLiteral("Lo storico delle modifiche è incompleto (manca la tabella GD91_RIGHESTORICO): "
+                            "la modifica non è stata salvata. L'amministratore deve reinstallare lo storico."),
+             QStringLiteral("Distinta"),
+             {},
+             0});
+        throw db::DatabaseError(errors, error.statement());
+    }
+}
+
 } // namespace
 
 OperazioneStorico::OperazioneStorico(FormFrame &form, QString procedure, QString name, std::optional<qint64> typeId,
@@ -92,6 +111,7 @@ bool OperazioneStorico::inizia()
     return m_form.step(m_procedure, [&] {
         connection->beginTransaction();
         try {
+            probeJournal(*connection);
             connection->execute(storicostatements::insertOperationStatement(m_operation));
             m_id = connection->lastInsertedKey().toLongLong();
             if (serverSession)

@@ -7,6 +7,7 @@
 #include "frame/formframe.h"
 #include "frame/operazionestorico.h"
 #include "framework/globalservices.h"
+#include "framework/messagestyle.h"
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
 
@@ -472,9 +473,12 @@ bool Annullamento::inverti(qint64 idOperazione)
         return false;
     }
 
+    // Never half an undo: a statement that fails rolls the whole of it back before the error
+    // dialog, and Retry starts it again from the journal.
     QString altreRighe;
     bool giaInvertita = false;
-    const bool scritto = m_form.step(procedura, [&] {
+    std::optional<db::DatabaseError> errore;
+    try {
         scrivi(operazione->cambi);
         // A removal cascades: what hung on a node since the operation would go with it.
         QSet<QString> attese;
@@ -491,8 +495,16 @@ bool Annullamento::inverti(qint64 idOperazione)
         if (altreRighe.isEmpty())
             giaInvertita = connection->execute(storicostatements::markReversedStatement(idOperazione, *nuova.id()))
                 == 0;
-    });
-    if (!scritto || !altreRighe.isEmpty() || giaInvertita) {
+    } catch (const db::DatabaseError &error) {
+        errore = error;
+    }
+    if (errore) {
+        nuova.annulla();
+        if (m_form.ErrorHandler(procedura, errore->message(), errore->errors()) == fw::Answer::Retry)
+            return inverti(idOperazione);
+        return false;
+    }
+    if (!altreRighe.isEmpty() || giaInvertita) {
         nuova.annulla();
         if (!altreRighe.isEmpty())
             m_form.avviso(esito + QStringLiteral(": toccherebbe anche righe aggiunte dopo di essa:\n") + altreRighe);

@@ -589,6 +589,7 @@ QList<Entry> entries()
          fw::workflowstatements::rowStateQuery(rowGuid)},
 
         // Last: while the operation is open, every write above would be recorded into it.
+        {u"OperazioneStorico: the journal's table is there"_s, noRows, {}, storicostatements::journalProbeQuery()},
         {u"OperazioneStorico: an operation opened"_s,
          executes,
          {},

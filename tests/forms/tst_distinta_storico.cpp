@@ -572,6 +572,24 @@ private slots:
             QStringList(QStringLiteral("La data iniziale (02/01/2025) è successiva alla data finale (01/01/2025).")));
     }
 
+    // A journal table dropped by hand: every write fails with the database's own words in the
+    // error dialog, and nothing is written without its journal.
+    void aJournalTableDroppedByHandStopsTheWrites()
+    {
+        Albero f;
+        f.apri();
+        f.altroProgramma(QStringLiteral("DROP TABLE GD91_RIGHESTORICO"));
+        const QStringList before = f.righe();
+        f.rimuovi(15, {fw::Answer::Abort});
+        QCOMPARE(f.host.log().errorDialogs().size(), 1);
+        const QString said = f.host.log().errorDialogs().constFirst().errors.join(u'\n');
+        QVERIFY2(said.contains(QStringLiteral("Lo storico delle modifiche è incompleto (manca la tabella "
+                                              "GD91_RIGHESTORICO): la modifica non è stata salvata.")),
+                 qPrintable(said));
+        QCOMPARE(f.righe(), before);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD90_OPERAZIONI")).toInt(), 0);
+    }
+
     // A database whose journal was never installed: the editor writes as before and says once
     // that there is no history.
     void withoutTheJournalTheEditorSaysSoOnce()
