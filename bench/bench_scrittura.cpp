@@ -59,19 +59,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
     // As the editor's connection writes: WAL with normal sync, the removal trigger walks the subtree itself.
     bare.exec(QStringLiteral("PRAGMA synchronous=NORMAL; PRAGMA recursive_triggers=OFF"));
     const int firstNew = generated.nodes + 1;
-    dbsetup::inTransaction(bare, [&] {
-        const qint64 general = bare.scalar(QStringLiteral("SELECT MAX(CG16_CODICE) FROM CG16_ANAGGEN"));
-        dbsetup::SqliteStatement names = bare.prepare(
-            QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) VALUES (?, "
-                           "?, 'Modena', 'MO')"));
-        dbsetup::SqliteStatement subjects = bare.prepare(
-            QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) "
-                           "VALUES (1, 0, ?, ?)"));
-        for (int i = 0; i < newSubjects; ++i) {
-            names.insert(std::int64_t(general + 1 + i), QStringLiteral("Nuovo cliente %1").arg(i + 1));
-            subjects.insert(std::int64_t(firstNew + i), std::int64_t(general + 1 + i));
-        }
-    });
+    bench::addUnlinkedCustomers(bare, firstNew, newSubjects);
     const Shape shape(bare, generated.typeId);
     const qint64 parentNode = shape.nearest(10);
     const qint64 removedNode = shape.nearest(20000);

@@ -63,19 +63,7 @@ struct Copia
                         QStringLiteral("DROP TRIGGER TR_%1_STORICO_%2").arg(QLatin1String(table), QLatin1String(kind)));
         }
         firstNew = generated.nodes + 1;
-        dbsetup::inTransaction(bare, [&] {
-            const qint64 general = bare.scalar(QStringLiteral("SELECT MAX(CG16_CODICE) FROM CG16_ANAGGEN"));
-            dbsetup::SqliteStatement names = bare.prepare(
-                QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) VALUES "
-                               "(?, ?, 'Modena', 'MO')"));
-            dbsetup::SqliteStatement subjects = bare.prepare(
-                QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) "
-                               "VALUES (1, 0, ?, ?)"));
-            for (int i = 0; i < newSubjects; ++i) {
-                names.insert(std::int64_t(general + 1 + i), QStringLiteral("Nuovo cliente %1").arg(i + 1));
-                subjects.insert(std::int64_t(firstNew + i), std::int64_t(general + 1 + i));
-            }
-        });
+        bench::addUnlinkedCustomers(bare, firstNew, newSubjects);
         host = std::make_unique<bench::EditorHost>(path);
         form = host->openEditor();
         bench::check(form && host->log().isQuiet(), QStringLiteral("the editor did not open cleanly"));

@@ -105,4 +105,21 @@ void focusNode(fw::TreeList *tree, const FRMGD_DISTINTA *form, qint64 id)
     bench::fail(QStringLiteral("node %1 is not in the tree").arg(id));
 }
 
+void addUnlinkedCustomers(dbsetup::SqliteFile &file, int firstCode, int count)
+{
+    dbsetup::inTransaction(file, [&] {
+        const qint64 general = file.scalar(QStringLiteral("SELECT MAX(CG16_CODICE) FROM CG16_ANAGGEN"));
+        dbsetup::SqliteStatement names = file.prepare(
+            QStringLiteral("INSERT INTO CG16_ANAGGEN (CG16_CODICE, CG16_RAGSOANAG, CG16_CITTA, CG16_PROV) VALUES (?, "
+                           "?, 'Modena', 'MO')"));
+        dbsetup::SqliteStatement subjects = file.prepare(
+            QStringLiteral("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) "
+                           "VALUES (1, 0, ?, ?)"));
+        for (int i = 0; i < count; ++i) {
+            names.insert(std::int64_t(general + 1 + i), QStringLiteral("Nuovo cliente %1").arg(i + 1));
+            subjects.insert(std::int64_t(firstCode + i), std::int64_t(general + 1 + i));
+        }
+    });
+}
+
 } // namespace bench

@@ -30,6 +30,8 @@ struct Shape
     QList<qint64> below(qint64 id) const;
 };
 
+// count customers of company 1 that no classification holds, coded from firstCode on.
+void addUnlinkedCustomers(dbsetup::SqliteFile &file, int firstCode, int count);
 // "1,2,3" for an IN list.
 QString idList(const QList<qint64> &ids);
 // Runs a translated module statement to its end on the bare connection, reading every row.

@@ -3,8 +3,6 @@
 #include "data/sqltext.h"
 #include "data/storicostatements.h"
 #include "forms/distinta/letturastorico.h"
-#include "framework/export/csvtablewriter.h"
-#include "framework/export/xlsxtablewriter.h"
 #include "platform/db/recordset.h"
 
 #include <QHash>
@@ -146,11 +144,7 @@ QList<QVariant> Confronto::valori(const Differenza &differenza)
 void Confronto::esporta(const QList<Differenza> &differenze, const QString &percorso, fw::ExportFile::Format formato,
                         const QString &titolo)
 {
-    std::unique_ptr<fw::TableWriter> writer;
-    if (formato == fw::ExportFile::Format::Xlsx)
-        writer = std::make_unique<fw::XlsxTableWriter>(fw::TableShape::Flat);
-    else
-        writer = std::make_unique<fw::CsvTableWriter>(fw::TableShape::Flat);
+    const std::unique_ptr<fw::TableWriter> writer = fw::ExportFile::writer(formato, fw::TableShape::Flat);
     writer->open(percorso, titolo, colonne());
     for (const Differenza &differenza : differenze)
         writer->writeRow(0, valori(differenza));

@@ -5,15 +5,11 @@
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/selettore.h"
 #include "frame/formframe.h"
-#include "framework/export/csvtablewriter.h"
-#include "framework/export/xlsxtablewriter.h"
 #include "framework/treelist/treelist.h"
 #include "framework/treelist/treelistmodel.h"
 #include "framework/workprogress.h"
 
 #include <QDir>
-#include <QMenu>
-#include <QStandardPaths>
 #include <QToolButton>
 
 namespace distinta {
@@ -42,20 +38,11 @@ Esportazione::Esportazione(FormFrame &form, Albero &albero, Selettore &selettore
     : m_form(form)
     , m_albero(albero)
     , m_selettore(selettore)
-    , CMD_ESPORTA(new QToolButton)
+    , CMD_ESPORTA(fw::ExportFile::menuButton(
+          QStringLiteral("CMD_ESPORTA"), QStringLiteral("Esp&orta"),
+          QStringLiteral("Esporta la distinta come è mostrata (livelli e data) in Excel o in CSV (Alt+O)"), this,
+          [this](fw::ExportFile::Format formato) { CMD_ESPORTA_Click(formato); }))
 {
-    CMD_ESPORTA->setObjectName(QStringLiteral("CMD_ESPORTA"));
-    CMD_ESPORTA->setText(QStringLiteral("Esp&orta"));
-    CMD_ESPORTA->setToolTip(
-        QStringLiteral("Esporta la distinta come è mostrata (livelli e data) in Excel o in CSV (Alt+O)"));
-    CMD_ESPORTA->setPopupMode(QToolButton::InstantPopup);
-    CMD_ESPORTA->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    auto *menu = new QMenu(CMD_ESPORTA);
-    menu->addAction(QStringLiteral("Cartella di lavoro &Excel (XLSX)..."), this,
-                    [this] { CMD_ESPORTA_Click(fw::ExportFile::Format::Xlsx); });
-    menu->addAction(QStringLiteral("Testo &CSV (separato da punto e virgola)..."), this,
-                    [this] { CMD_ESPORTA_Click(fw::ExportFile::Format::Csv); });
-    CMD_ESPORTA->setMenu(menu);
 
     // Nothing to export without nodes: the button follows the tree, as the print's does.
     fw::TreeList *tree = albero.widget();
@@ -77,10 +64,7 @@ void Esportazione::CMD_ESPORTA_Click(fw::ExportFile::Format formato)
         nome = QStringLiteral("Distinta");
     if (const std::optional<QDate> giorno = m_albero.allaData().data())
         nome += QStringLiteral(" al ") + giorno->toString(Qt::ISODate);
-    const QString cartella = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString proposto = QDir(cartella).filePath(fw::ExportFile::fileNameFor(nome) + QLatin1Char('.')
-                                                     + fw::ExportFile::extension(formato));
-    const QString percorso = fw::ExportFile::choose(&m_form, formato, proposto);
+    const QString percorso = fw::ExportFile::chooseInDocuments(&m_form, formato, nome);
     if (percorso.isEmpty())
         return;
     if (EsportaDistinta(percorso, formato, m_albero.livelli().testoLivello()))
@@ -122,11 +106,7 @@ bool Esportazione::EsportaDistinta(const QString &percorso, fw::ExportFile::Form
 
     QStringList nomi;
     const QList<fw::ExportColumn> colonne = colonneEsportazione(nomi);
-    std::unique_ptr<fw::TableWriter> writer;
-    if (formato == fw::ExportFile::Format::Xlsx)
-        writer = std::make_unique<fw::XlsxTableWriter>();
-    else
-        writer = std::make_unique<fw::CsvTableWriter>();
+    const std::unique_ptr<fw::TableWriter> writer = fw::ExportFile::writer(formato);
 
     fw::TreeList *tree = m_albero.widget();
     const QString titolo = m_selettore.testoSelezionato();

@@ -1,6 +1,7 @@
 #include "forms/distinta/finestraconfronto.h"
 
 #include "data/sqltext.h"
+#include "forms/distinta/campodata.h"
 #include "frame/formframe.h"
 
 #include <QDir>
@@ -8,9 +9,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTableWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -26,7 +25,10 @@ FinestraConfronto::FinestraConfronto(FormFrame &form, qint64 typeId, int subject
     , TXT_DATAA(new QLineEdit)
     , TXT_DATAB(new QLineEdit)
     , CMD_ESEGUICONFRONTO(new QPushButton(QStringLiteral("&Confronta")))
-    , CMD_SALVACONFRONTO(new QToolButton)
+    , CMD_SALVACONFRONTO(
+          fw::ExportFile::menuButton(QStringLiteral("CMD_SALVACONFRONTO"), QStringLiteral("Sal&va..."),
+                                     QStringLiteral("Salva le differenze in Excel o in CSV (Alt+V)"), this,
+                                     [this](fw::ExportFile::Format formato) { CMD_SALVACONFRONTO_Click(formato); }))
     , GRD_CONFRONTO(new QTableWidget(0, 3))
 {
     setObjectName(QStringLiteral("FRMGD_CONFRONTO"));
@@ -35,25 +37,12 @@ FinestraConfronto::FinestraConfronto(FormFrame &form, qint64 typeId, int subject
     TXT_DATAA->setObjectName(QStringLiteral("TXT_DATAA"));
     TXT_DATAB->setObjectName(QStringLiteral("TXT_DATAB"));
     for (QLineEdit *field : {TXT_DATAA, TXT_DATAB}) {
-        field->setPlaceholderText(QStringLiteral("gg/mm/aaaa"));
-        field->setMaxLength(10);
-        field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 12);
-        connect(field, &QLineEdit::returnPressed, CMD_ESEGUICONFRONTO, &QPushButton::click);
+        preparaCampoData(field, CMD_ESEGUICONFRONTO);
     }
     TXT_DATAA->setText(sqltext::dayMonthYear(QDate::currentDate().addMonths(-1)));
     TXT_DATAB->setText(sqltext::dayMonthYear(QDate::currentDate()));
     CMD_ESEGUICONFRONTO->setObjectName(QStringLiteral("CMD_ESEGUICONFRONTO"));
     CMD_ESEGUICONFRONTO->setToolTip(QStringLiteral("Elenca le differenze della distinta tra le due date (Alt+C)"));
-    CMD_SALVACONFRONTO->setObjectName(QStringLiteral("CMD_SALVACONFRONTO"));
-    CMD_SALVACONFRONTO->setText(QStringLiteral("Sal&va..."));
-    CMD_SALVACONFRONTO->setToolTip(QStringLiteral("Salva le differenze in Excel o in CSV (Alt+V)"));
-    CMD_SALVACONFRONTO->setPopupMode(QToolButton::InstantPopup);
-    auto *menu = new QMenu(CMD_SALVACONFRONTO);
-    menu->addAction(QStringLiteral("Cartella di lavoro &Excel (XLSX)..."), this,
-                    [this] { CMD_SALVACONFRONTO_Click(fw::ExportFile::Format::Xlsx); });
-    menu->addAction(QStringLiteral("Testo &CSV (separato da punto e virgola)..."), this,
-                    [this] { CMD_SALVACONFRONTO_Click(fw::ExportFile::Format::Csv); });
-    CMD_SALVACONFRONTO->setMenu(menu);
     CMD_SALVACONFRONTO->setEnabled(false);
 
     GRD_CONFRONTO->setObjectName(QStringLiteral("GRD_CONFRONTO"));
@@ -128,11 +117,7 @@ void FinestraConfronto::CMD_SALVACONFRONTO_Click(fw::ExportFile::Format formato)
     const QString nome = QStringLiteral("Confronto %1 %2 %3")
                              .arg(m_title, TXT_DATAA->text().replace(QLatin1Char('/'), QLatin1Char('-')),
                                   TXT_DATAB->text().replace(QLatin1Char('/'), QLatin1Char('-')));
-    const QString cartella = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString percorso = fw::ExportFile::choose(this, formato,
-                                                    QDir(cartella).filePath(fw::ExportFile::fileNameFor(nome)
-                                                                            + QLatin1Char('.')
-                                                                            + fw::ExportFile::extension(formato)));
+    const QString percorso = fw::ExportFile::chooseInDocuments(this, formato, nome);
     if (percorso.isEmpty())
         return;
     if (m_form.step(QStringLiteral("CMD_SALVACONFRONTO_Click"),

@@ -2,6 +2,7 @@
 
 #include "data/sqltext.h"
 #include "data/storicostatements.h"
+#include "forms/distinta/campodata.h"
 #include "frame/formframe.h"
 #include "framework/messagestyle.h"
 
@@ -12,10 +13,8 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QSet>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -58,7 +57,10 @@ FinestraStorico::FinestraStorico(FormFrame &form, qint64 typeId, const QString &
     , CBO_OPERAZIONE(new QComboBox)
     , CMD_CERCASTORICO(new QPushButton(QStringLiteral("&Cerca")))
     , CMD_ANNULLAOPERAZIONE(new QPushButton(QStringLiteral("Ann&ulla operazione...")))
-    , CMD_SALVASTORICO(new QToolButton)
+    , CMD_SALVASTORICO(
+          fw::ExportFile::menuButton(QStringLiteral("CMD_SALVASTORICO"), QStringLiteral("Sal&va..."),
+                                     QStringLiteral("Salva le righe elencate in Excel o in CSV (Alt+V)"), this,
+                                     [this](fw::ExportFile::Format formato) { CMD_SALVASTORICO_Click(formato); }))
     , GRD_STORICO(new QTableView)
 {
     setObjectName(QStringLiteral("FRMGD_STORICO"));
@@ -67,10 +69,7 @@ FinestraStorico::FinestraStorico(FormFrame &form, qint64 typeId, const QString &
     TXT_DAL->setObjectName(QStringLiteral("TXT_DAL"));
     TXT_AL->setObjectName(QStringLiteral("TXT_AL"));
     for (QLineEdit *field : {TXT_DAL, TXT_AL}) {
-        field->setPlaceholderText(QStringLiteral("gg/mm/aaaa"));
-        field->setMaxLength(10);
-        field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 12);
-        connect(field, &QLineEdit::returnPressed, CMD_CERCASTORICO, &QPushButton::click);
+        preparaCampoData(field, CMD_CERCASTORICO);
     }
     TXT_DAL->setText(sqltext::dayMonthYear(QDate::currentDate().addDays(-30)));
     TXT_AL->setText(sqltext::dayMonthYear(QDate::currentDate()));
@@ -84,16 +83,6 @@ FinestraStorico::FinestraStorico(FormFrame &form, qint64 typeId, const QString &
     CMD_CERCASTORICO->setToolTip(QStringLiteral("Elenca le modifiche della distinta con questi filtri (Alt+C)"));
     CMD_ANNULLAOPERAZIONE->setObjectName(QStringLiteral("CMD_ANNULLAOPERAZIONE"));
     CMD_ANNULLAOPERAZIONE->setToolTip(QStringLiteral("Annulla l'operazione della riga scelta (Alt+U)"));
-    CMD_SALVASTORICO->setObjectName(QStringLiteral("CMD_SALVASTORICO"));
-    CMD_SALVASTORICO->setText(QStringLiteral("Sal&va..."));
-    CMD_SALVASTORICO->setToolTip(QStringLiteral("Salva le righe elencate in Excel o in CSV (Alt+V)"));
-    CMD_SALVASTORICO->setPopupMode(QToolButton::InstantPopup);
-    auto *menu = new QMenu(CMD_SALVASTORICO);
-    menu->addAction(QStringLiteral("Cartella di lavoro &Excel (XLSX)..."), this,
-                    [this] { CMD_SALVASTORICO_Click(fw::ExportFile::Format::Xlsx); });
-    menu->addAction(QStringLiteral("Testo &CSV (separato da punto e virgola)..."), this,
-                    [this] { CMD_SALVASTORICO_Click(fw::ExportFile::Format::Csv); });
-    CMD_SALVASTORICO->setMenu(menu);
 
     GRD_STORICO->setObjectName(QStringLiteral("GRD_STORICO"));
     GRD_STORICO->setModel(&m_modello);
@@ -213,11 +202,7 @@ void FinestraStorico::CMD_SALVASTORICO_Click(fw::ExportFile::Format formato)
     if (m_modello.rowCount() == 0)
         return;
     const QString nome = QStringLiteral("Storico ") + m_title;
-    const QString cartella = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString percorso = fw::ExportFile::choose(this, formato,
-                                                    QDir(cartella).filePath(fw::ExportFile::fileNameFor(nome)
-                                                                            + QLatin1Char('.')
-                                                                            + fw::ExportFile::extension(formato)));
+    const QString percorso = fw::ExportFile::chooseInDocuments(this, formato, nome);
     if (percorso.isEmpty())
         return;
     if (m_form.step(QStringLiteral("CMD_SALVASTORICO_Click"),

@@ -2,8 +2,6 @@
 
 #include "data/modgd_distinta.h"
 #include "data/storicostatements.h"
-#include "framework/export/csvtablewriter.h"
-#include "framework/export/xlsxtablewriter.h"
 #include "platform/db/recordset.h"
 
 #include <QJsonDocument>
@@ -155,11 +153,7 @@ QList<QVariant> LetturaStorico::valori(const VoceStorico &voce)
 void LetturaStorico::esporta(const QList<VoceStorico> &voci, const QString &percorso, fw::ExportFile::Format formato,
                              const QString &titolo)
 {
-    std::unique_ptr<fw::TableWriter> writer;
-    if (formato == fw::ExportFile::Format::Xlsx)
-        writer = std::make_unique<fw::XlsxTableWriter>(fw::TableShape::Flat);
-    else
-        writer = std::make_unique<fw::CsvTableWriter>(fw::TableShape::Flat);
+    const std::unique_ptr<fw::TableWriter> writer = fw::ExportFile::writer(formato, fw::TableShape::Flat);
     writer->open(percorso, titolo, colonne());
     for (const VoceStorico &voce : voci)
         writer->writeRow(0, valori(voce));

@@ -11,8 +11,6 @@
 #include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QMenu>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -31,24 +29,16 @@ PaginaStorico::PaginaStorico(FormFrame &form, Albero &albero)
     , m_albero(albero)
     , m_pagina(new QWidget)
     , CHK_STORICOSOGGETTO(new QCheckBox(QStringLiteral("Anc&he le altre distinte del soggetto")))
-    , CMD_SALVASTORICO(new QToolButton)
+    , CMD_SALVASTORICO(
+          fw::ExportFile::menuButton(QStringLiteral("CMD_SALVASTORICO"), QStringLiteral("Sal&va storico"),
+                                     QStringLiteral("Salva lo storico mostrato in Excel o in CSV (Alt+V)"), this,
+                                     [this](fw::ExportFile::Format formato) { CMD_SALVASTORICO_Click(formato); }))
     , GRD_STORICO(new QTableView)
 {
     m_pagina->setObjectName(QStringLiteral("PAG_STORICO"));
     CHK_STORICOSOGGETTO->setObjectName(QStringLiteral("CHK_STORICOSOGGETTO"));
     CHK_STORICOSOGGETTO->setToolTip(
         QStringLiteral("Mostra le modifiche del soggetto del nodo in tutte le distinte della ditta (Alt+H)"));
-    CMD_SALVASTORICO->setObjectName(QStringLiteral("CMD_SALVASTORICO"));
-    CMD_SALVASTORICO->setText(QStringLiteral("Sal&va storico"));
-    CMD_SALVASTORICO->setToolTip(QStringLiteral("Salva lo storico mostrato in Excel o in CSV (Alt+V)"));
-    CMD_SALVASTORICO->setPopupMode(QToolButton::InstantPopup);
-    CMD_SALVASTORICO->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    auto *menu = new QMenu(CMD_SALVASTORICO);
-    menu->addAction(QStringLiteral("Cartella di lavoro &Excel (XLSX)..."), this,
-                    [this] { CMD_SALVASTORICO_Click(fw::ExportFile::Format::Xlsx); });
-    menu->addAction(QStringLiteral("Testo &CSV (separato da punto e virgola)..."), this,
-                    [this] { CMD_SALVASTORICO_Click(fw::ExportFile::Format::Csv); });
-    CMD_SALVASTORICO->setMenu(menu);
     CMD_SALVASTORICO->setEnabled(false);
 
     GRD_STORICO->setObjectName(QStringLiteral("GRD_STORICO"));
@@ -117,10 +107,7 @@ void PaginaStorico::CMD_SALVASTORICO_Click(fw::ExportFile::Format formato)
         return;
     const VoceStorico &prima = m_modello.voci().constFirst();
     const QString nome = QStringLiteral("Storico ") + prima.soggetto;
-    const QString cartella = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString proposto = QDir(cartella).filePath(fw::ExportFile::fileNameFor(nome) + QLatin1Char('.')
-                                                     + fw::ExportFile::extension(formato));
-    const QString percorso = fw::ExportFile::choose(&m_form, formato, proposto);
+    const QString percorso = fw::ExportFile::chooseInDocuments(&m_form, formato, nome);
     if (percorso.isEmpty())
         return;
     if (m_form.step(QStringLiteral("CMD_SALVASTORICO_Click"),

@@ -1,10 +1,16 @@
 #include "framework/export/exportfile.h"
 
+#include "framework/export/csvtablewriter.h"
+#include "framework/export/xlsxtablewriter.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMenu>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTemporaryFile>
+#include <QToolButton>
 
 namespace fw {
 
@@ -55,6 +61,37 @@ QString ExportFile::choose(QWidget *parent, Format format, const QString &propos
     if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
         path += QLatin1Char('.') + extension(format);
     return path;
+}
+
+QString ExportFile::chooseInDocuments(QWidget *parent, Format format, const QString &title)
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return choose(parent, format, QDir(folder).filePath(fileNameFor(title) + QLatin1Char('.') + extension(format)));
+}
+
+std::unique_ptr<TableWriter> ExportFile::writer(Format format, TableShape shape)
+{
+    if (format == Format::Xlsx)
+        return std::make_unique<XlsxTableWriter>(shape);
+    return std::make_unique<CsvTableWriter>(shape);
+}
+
+QToolButton *ExportFile::menuButton(const QString &objectName, const QString &text, const QString &toolTip,
+                                    QObject *receiver, const std::function<void(Format)> &chosen)
+{
+    auto *button = new QToolButton;
+    button->setObjectName(objectName);
+    button->setText(text);
+    button->setToolTip(toolTip);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    auto *menu = new QMenu(button);
+    menu->addAction(QStringLiteral("Cartella di lavoro &Excel (XLSX)..."), receiver,
+                    [chosen] { chosen(Format::Xlsx); });
+    menu->addAction(QStringLiteral("Testo &CSV (separato da punto e virgola)..."), receiver,
+                    [chosen] { chosen(Format::Csv); });
+    button->setMenu(menu);
+    return button;
 }
 
 } // namespace fw

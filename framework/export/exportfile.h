@@ -1,7 +1,13 @@
 #pragma once
 
-#include <QString>
+#include "framework/export/tablewriter.h"
 
+#include <QString>
+#include <functional>
+#include <memory>
+
+class QObject;
+class QToolButton;
 class QWidget;
 
 namespace fw {
@@ -23,6 +29,16 @@ public:
     static QString fileNameFor(const QString &title);
     // The save dialog of the platform; empty when the user cancels.
     static QString choose(QWidget *parent, Format format, const QString &proposed);
+    // The same, proposing the user's documents folder and a name made of title.
+    static QString chooseInDocuments(QWidget *parent, Format format, const QString &title);
+
+    // The writer of a format, for a tree or a flat list.
+    static std::unique_ptr<TableWriter> writer(Format format, TableShape shape = TableShape::Tree);
+
+    // A button whose menu offers the two formats ("Cartella di lavoro Excel (XLSX)...", "Testo
+    // CSV ..."); chosen is called with the one picked, in receiver's lifetime.
+    static QToolButton *menuButton(const QString &objectName, const QString &text, const QString &toolTip,
+                                   QObject *receiver, const std::function<void(Format)> &chosen);
 };
 
 } // namespace fw
