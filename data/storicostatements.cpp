@@ -153,7 +153,7 @@ QString subjectFilter(int company, int subjectKind, qint64 subjectCode)
 QString nodeHistoryQuery(int company, qint64 nodeId, const QString &nodeGuid)
 {
     return historySelect() + QStringLiteral("WHERE (GD91_ID_GD02 = ") + sqltext::number(nodeId)
-        + QStringLiteral(" OR GD91_GUID = ") + sqltext::quoted(nodeGuid)
+        + QStringLiteral(" OR GD91_ID_GD02 IS NULL AND GD91_GUID = ") + sqltext::quoted(nodeGuid)
         + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, ") + sqltext::number(company) + QStringLiteral(") = ")
         + sqltext::number(company) + QStringLiteral(" ORDER BY GD91_ID DESC");
 }
@@ -162,8 +162,8 @@ QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode)
 {
     const QString filter = subjectFilter(company, subjectKind, subjectCode);
     return historySelect() + QStringLiteral("WHERE GD91_ID_GD02 IN (SELECT GD91_ID_GD02 FROM GD91_RIGHESTORICO")
-        + filter + QStringLiteral(") OR GD91_GUID IN (SELECT GD91_GUID FROM GD91_RIGHESTORICO") + filter
-        + QStringLiteral(") ORDER BY GD91_ID DESC");
+        + filter + QStringLiteral(") OR GD91_ID_GD02 IS NULL AND GD91_GUID IN (SELECT GD91_GUID FROM GD91_RIGHESTORICO")
+        + filter + QStringLiteral(") ORDER BY GD91_ID DESC");
 }
 
 // A row names its classification itself; the few that cannot (a campaign or a state of a node

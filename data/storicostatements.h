@@ -59,7 +59,8 @@ QString lastRedoCandidateQuery(const QString &user, int company, qint64 typeId);
 QString recordedKeysQuery(qint64 operationId);
 
 // --- reading the history: every query gives the columns of historyColumns(), newest first.
-// A node's rows: its own, its campaigns' and its workflow state's.
+// A node's rows: its own, its campaigns' and its workflow state's (by guid those that lost
+// their node id: a state removed with its node).
 QString nodeHistoryQuery(int company, qint64 nodeId, const QString &nodeGuid);
 // The rows of every node that ever linked the subject, in any classification of the company.
 QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode);

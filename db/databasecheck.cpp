@@ -39,6 +39,28 @@ QStringList triggerStatements(const QString &script)
     return statements;
 }
 
+// The statement of the script that starts with the given text, up to its semicolon.
+QString scriptStatement(const QString &script, const QString &start)
+{
+    const qsizetype from = script.indexOf(start);
+    return from < 0 ? QString() : script.mid(from, script.indexOf(QLatin1Char(';'), from) + 1 - from);
+}
+
+// A journal of version 2 kept its rows with AUTOINCREMENT and indexed every row's guid: its rows'
+// table is rebuilt as today's script declares it, rows and ids unchanged.
+void upgradeJournalRows(SqliteFile &file)
+{
+    const QString journal = journalScript();
+    file.exec(QStringLiteral("ALTER TABLE GD91_RIGHESTORICO RENAME TO GD91_RIGHESTORICO_V2"));
+    file.exec(scriptStatement(journal, QStringLiteral("CREATE TABLE GD91_RIGHESTORICO")));
+    file.exec(QStringLiteral("INSERT INTO GD91_RIGHESTORICO SELECT * FROM GD91_RIGHESTORICO_V2"));
+    file.exec(QStringLiteral("DROP TABLE GD91_RIGHESTORICO_V2"));
+    static const QRegularExpression index(QStringLiteral("^CREATE INDEX IX_GD91_[^;]*;"),
+                                          QRegularExpression::MultilineOption);
+    for (auto it = index.globalMatch(journal); it.hasNext();)
+        file.exec(it.next().captured(0));
+}
+
 DatabaseFileCheck refused(DatabaseFileCheck check, DatabaseFileCheck::Kind kind, const QString &problem)
 {
     check.kind = kind;
@@ -117,6 +139,10 @@ void prepareDatabaseAt(const QString &path)
                 == 0) {
                 file.execScript(journalScript());
             } else {
+                if (file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE name = "
+                                               "'GD91_RIGHESTORICO' AND sql LIKE '%AUTOINCREMENT%'"))
+                    > 0)
+                    upgradeJournalRows(file);
                 for (const QString &trigger : triggerStatements(journalScript()))
                     file.exec(trigger);
             }

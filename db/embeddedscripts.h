@@ -6,9 +6,9 @@ namespace dbsetup {
 
 // The version of schema_sqlite.sql and journal_sqlite.sql, kept in PRAGMA user_version of every
 // file set up with them and written last, once the file is complete: 0 is a database made before
-// the trees checked themselves, 1 one made before the journal (dbsetup::prepareDatabaseAt brings
-// both up to date), 2 the schema of today.
-inline constexpr int kSchemaVersion = 2;
+// the trees checked themselves, 1 one made before the journal, 2 one whose journal wrote whole
+// rows for updates (dbsetup::prepareDatabaseAt brings all three up to date), 3 the schema of today.
+inline constexpr int kSchemaVersion = 3;
 
 // Scripts embedded through db.qrc (SQLite dialect).
 QString sqliteSchemaScript();  // schema_sqlite.sql

@@ -10,7 +10,8 @@
 -- in one transaction, inserts its GD90 row and sets EXEC sp_set_session_context N'GD90_ID', <id>
 -- on its own connection, and clears it before COMMIT. A write from any other session finds no
 -- GD90_ID and is recorded with GD91_ID_GD90 NULL ("Modifica esterna"). SESSION_CONTEXT needs
--- SQL Server 2016 or later; FOR JSON writes the rows before and after.
+-- SQL Server 2016 or later; FOR JSON writes the rows before and after, whole also for an update
+-- (the editor reads an update's images by the columns they hold, whole or not).
 -- The triggers fire inside the subtree removal of TR_GD02_DISTINTA_DELETE as well: the database
 -- option RECURSIVE_TRIGGERS OFF (the default) stops only a trigger firing itself.
 
@@ -61,7 +62,7 @@ CREATE INDEX IX_GD91_GD90 ON GD91_RIGHESTORICO (GD91_ID_GD90);
 GO
 CREATE INDEX IX_GD91_NODO ON GD91_RIGHESTORICO (GD91_ID_GD02);
 GO
-CREATE INDEX IX_GD91_GUID ON GD91_RIGHESTORICO (GD91_GUID);
+CREATE INDEX IX_GD91_GUID ON GD91_RIGHESTORICO (GD91_GUID) WHERE GD91_ID_GD02 IS NULL;
 GO
 CREATE INDEX IX_GD91_SOGGETTO ON GD91_RIGHESTORICO (GD91_DITTA_CG18, GD91_TIPOCF_CG44, GD91_CLIFOR_CG44);
 GO
@@ -258,4 +259,3 @@ BEGIN
             X.WF02_GRUPPOCRE, X.WF02_UTENTECRE, X.WF02_DATAVAR, X.WF02_GRUPPOVAR, X.WF02_UTENTEVAR);
 END;
 GO
-

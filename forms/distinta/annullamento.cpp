@@ -89,6 +89,25 @@ storicostatements::Riga riga(const QString &tabella, const QJsonObject &valori)
     return row;
 }
 
+// The columns of an image laid over another's.
+QJsonObject sovrapposta(QJsonObject sotto, const QJsonObject &sopra)
+{
+    for (auto it = sopra.constBegin(); it != sopra.constEnd(); ++it)
+        sotto.insert(it.key(), it.value());
+    return sotto;
+}
+
+// Whether setting a node back moves it or changes its period.
+bool spostaIlLegame(const QJsonObject &prima, const QJsonObject &dopo)
+{
+    for (const char *colonna : {"GD02_IDPARENT_GD02", "GD02_DATAINIZIOVAL", "GD02_DATAFINEVAL"}) {
+        const QString nome = QLatin1String(colonna);
+        if (valore(nome, prima.value(nome)) != valore(nome, dopo.value(nome)))
+            return true;
+    }
+    return false;
+}
+
 // Parents before their children, so that each re-inserted node finds its parent.
 QList<storicostatements::Riga> inOrdineDiPadre(QList<storicostatements::Riga> nodi)
 {
@@ -207,20 +226,25 @@ std::optional<Annullamento::Operazione> Annullamento::leggiOperazione(qint64 idO
         operazione.invertita = !testata->value(QStringLiteral("GD90_ID_GD90ANNULLA")).isNull();
 
         // A row touched more than once (inserted, then given its guid) counts once: as the
-        // operation found it and as it left it.
+        // operation found it and as it left it. An update's images hold only the columns it
+        // changed (and those that name the row), so the images of one row are laid one on another.
         QHash<QString, qsizetype> posizione;
         const db::RecordsetPtr righe = connection->openRecordset(storicostatements::operationRowsQuery(idOperazione));
         for (righe->moveFirst(); !righe->eof(); righe->moveNext()) {
             const QString tabella = righe->value(QStringLiteral("GD91_TABELLA")).toString();
             const qint64 chiave = righe->value(QStringLiteral("GD91_CHIAVE")).toLongLong();
             const QString id = tabella + QLatin1Char('/') + QString::number(chiave);
+            const std::optional<QJsonObject> prima = immagine(righe->value(QStringLiteral("GD91_PRIMA")));
             const std::optional<QJsonObject> dopo = immagine(righe->value(QStringLiteral("GD91_DOPO")));
             if (auto it = posizione.constFind(id); it != posizione.cend()) {
-                operazione.cambi[*it].dopo = dopo;
+                Cambio &cambio = operazione.cambi[*it];
+                if (cambio.prima && prima)
+                    cambio.prima = sovrapposta(*prima, *cambio.prima);
+                cambio.dopo = cambio.dopo && dopo ? std::optional(sovrapposta(*cambio.dopo, *dopo)) : dopo;
                 continue;
             }
             posizione.insert(id, operazione.cambi.size());
-            operazione.cambi.append({tabella, chiave, immagine(righe->value(QStringLiteral("GD91_PRIMA"))), dopo});
+            operazione.cambi.append({tabella, chiave, prima, dopo});
         }
         letta = operazione;
     });
@@ -339,6 +363,9 @@ QString Annullamento::verificaLegami(const QList<Cambio> &cambi)
         const QJsonObject &prima = *cambio.prima;
         const QVariant codice = valore(QString(), prima.value(QStringLiteral("GD02_CLIFOR_CG44")));
         if (codice.isNull() || (!cambio.dopo && !legati.contains(codice.toLongLong())))
+            continue;
+        // Setting back billing, priorities or description leaves the link as the rules found it.
+        if (cambio.dopo && !spostaIlLegame(prima, *cambio.dopo))
             continue;
         Verifica::Nodo nodo;
         nodo.idNodo = cambio.chiave;

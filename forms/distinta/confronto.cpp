@@ -14,12 +14,13 @@ namespace distinta {
 
 namespace {
 
+// The dates stay as read: only the few that differ are ever shown.
 struct Legame
 {
     qint64 idNodo = 0;
     qint64 codicePadre = 0; // 0: a root
-    QString inizio;
-    QString fine;
+    QVariant inizio;
+    QVariant fine;
 };
 
 // The links valid on a day, by subject.
@@ -28,15 +29,13 @@ QHash<qint64, Legame> legamiAl(const db::ConnectionPtr &connection, int company,
     const db::RecordsetPtr righe = connection->openRecordset(
         storicostatements::linksValidOnQuery(company, typeId, day));
     QHash<qint64, Legame> legami;
-    const auto testoData = [](const QVariant &value) {
-        return value.isNull() ? QString() : sqltext::dayMonthYear(value.toDateTime());
-    };
+    legami.reserve(righe->recordCount());
     for (int row = 0; row < righe->recordCount(); ++row) {
         if (righe->valueAt(row, 1).isNull())
             continue;
         legami.insert(righe->valueAt(row, 1).toLongLong(),
-                      {righe->valueAt(row, 0).toLongLong(), righe->valueAt(row, 4).toLongLong(),
-                       testoData(righe->valueAt(row, 2)), testoData(righe->valueAt(row, 3))});
+                      {righe->valueAt(row, 0).toLongLong(), righe->valueAt(row, 4).toLongLong(), righe->valueAt(row, 2),
+                       righe->valueAt(row, 3)});
     }
     return legami;
 }
@@ -68,10 +67,13 @@ QList<Differenza> Confronto::confronta(const db::ConnectionPtr &connection, int 
         const QString soggetto = lettura.nomi().soggetto(subjectKind, codice);
         return QString::number(codice) + (soggetto.isEmpty() ? QString() : QLatin1Char(' ') + soggetto);
     };
+    const auto testoData = [](const QVariant &value) {
+        return value.isNull() ? QString() : sqltext::dayMonthYear(value.toDateTime());
+    };
     const auto dove = [&](const Legame &legame) {
         return (legame.codicePadre == 0 ? QStringLiteral("come capostipite")
                                         : QStringLiteral("sotto ") + nome(legame.codicePadre))
-            + QStringLiteral(" dal %1 al %2").arg(legame.inizio, legame.fine);
+            + QStringLiteral(" dal %1 al %2").arg(testoData(legame.inizio), testoData(legame.fine));
     };
 
     const QHash<qint64, Legame> primo = legamiAl(connection, company, typeId, a);

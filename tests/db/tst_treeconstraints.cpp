@@ -296,6 +296,57 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(db::DatabaseError,
                                  file.exec(QStringLiteral("DELETE FROM GD01_TIPODISTINTA WHERE GD01_ID = 1")));
     }
+
+    // A journal of the previous version (rows under AUTOINCREMENT, every guid indexed, whole rows
+    // for updates) keeps its rows and their ids, and records updates by their changed columns.
+    void aJournalOfThePreviousVersionIsRebuilt()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("storico2.sqlite"));
+        dbsetup::ensureDemoDatabase(path);
+        const auto text = [](dbsetup::SqliteFile &file, const QString &sql) {
+            dbsetup::SqliteStatement statement = file.prepare(sql);
+            return statement.step() ? statement.columnText(0) : QString();
+        };
+        {
+            dbsetup::SqliteFile file(path);
+            file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'prima' WHERE GD02_ID = 1"));
+            QString table = text(file,
+                                 QStringLiteral("SELECT sql FROM sqlite_master WHERE name = 'GD91_RIGHESTORICO'"));
+            table.replace(QStringLiteral("INTEGER      PRIMARY KEY,"),
+                          QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT,"));
+            file.exec(QStringLiteral("CREATE TABLE GD91_COPIA AS SELECT * FROM GD91_RIGHESTORICO; "
+                                     "DROP TABLE GD91_RIGHESTORICO"));
+            file.exec(table);
+            file.exec(QStringLiteral("INSERT INTO GD91_RIGHESTORICO SELECT * FROM GD91_COPIA; DROP TABLE GD91_COPIA; "
+                                     "UPDATE GD91_RIGHESTORICO SET GD91_ID = 41; "
+                                     "CREATE INDEX IX_GD91_GUID ON GD91_RIGHESTORICO (GD91_GUID); "
+                                     "PRAGMA user_version = 2"));
+        }
+        dbsetup::prepareDatabaseAt(path);
+        dbsetup::SqliteFile file(path);
+        QCOMPARE(file.scalar(QStringLiteral("PRAGMA user_version")), dbsetup::kSchemaVersion);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%AUTOINCREMENT%' "
+                                            "AND name = 'GD91_RIGHESTORICO'")),
+                 0);
+        QVERIFY(text(file, QStringLiteral("SELECT sql FROM sqlite_master WHERE name = 'IX_GD91_GUID'"))
+                    .endsWith(QLatin1String("WHERE GD91_ID_GD02 IS NULL")));
+        QCOMPARE(text(file,
+                      QStringLiteral("SELECT GD91_ID || '/' || json_extract(GD91_DOPO, '$.GD02_DESCR') "
+                                     "FROM GD91_RIGHESTORICO")),
+                 QStringLiteral("41/prima"));
+        file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'dopo' WHERE GD02_ID = 1"));
+        QCOMPARE(text(file,
+                      QStringLiteral("SELECT GD91_ID || ' ' || GD91_PRIMA FROM GD91_RIGHESTORICO "
+                                     "WHERE GD91_ID > 41")),
+                 QStringLiteral("42 ")
+                     + text(file,
+                            QStringLiteral(
+                                "SELECT json_object('GD02_ID', GD02_ID, 'GD02_IDPARENT_GD02', GD02_IDPARENT_GD02, "
+                                "'GD02_TIPOCF_CG44', GD02_TIPOCF_CG44, 'GD02_CLIFOR_CG44', GD02_CLIFOR_CG44, "
+                                "'GD02_DATAINIZIOVAL', GD02_DATAINIZIOVAL, 'GD02_DATAFINEVAL', GD02_DATAFINEVAL, "
+                                "'GD02_DESCR', 'prima') FROM GD02_DISTINTA WHERE GD02_ID = 1")));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestTreeConstraints)

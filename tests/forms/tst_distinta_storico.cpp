@@ -201,6 +201,23 @@ private slots:
         QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO")).toInt(), 1);
     }
 
+    // What another program changed in columns the operation left alone stays: the undo sets back
+    // only what the operation wrote.
+    void undoKeepsOtherColumnsChangedSince()
+    {
+        Albero f;
+        f.apri();
+        f.scriviData(15, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Altro' WHERE GD02_ID = %1").arg(f.n15));
+        f.host.log().clear();
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QVERIFY(f.host.log().isQuiet());
+        QCOMPARE(f.testo(QStringLiteral("SELECT GD02_DESCR || '/' || GD02_DATAFINEVAL FROM GD02_DISTINTA "
+                                        "WHERE GD02_ID = %1")
+                             .arg(f.n15)),
+                 QStringLiteral("Altro/2099-12-31 00:00:00"));
+    }
+
     // A row changed since the operation, or a subject brought back into an overlapping link:
     // the undo is refused with the rows named, and nothing changes.
     void undoRefusedWhenTheRowsMovedOn()
@@ -208,7 +225,9 @@ private slots:
         Albero f;
         f.apri();
         f.scriviData(15, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
-        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Altro' WHERE GD02_ID = %1").arg(f.n15));
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = '2025-03-31 00:00:00' "
+                                        "WHERE GD02_ID = %1")
+                             .arg(f.n15));
         const QStringList before = f.righe();
         const QStringList operations = f.operazioni();
         f.host.log().clear();
