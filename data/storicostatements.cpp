@@ -203,6 +203,29 @@ QString linksValidOnQuery(int company, qint64 typeId, const QDate &day)
         + giorno + QStringLiteral(")");
 }
 
+QString linksValidOnOneDayQuery(int company, qint64 typeId, const QDate &a, const QDate &b)
+{
+    const QString primo = sqltext::convertDate103(a);
+    const QString secondo = sqltext::convertDate103(b);
+    // Valid on a only: begun by a, ended between a and b; on b only: begun after a, open on b.
+    const QString soloPrimo = QStringLiteral("(GD02_DISTINTA.GD02_DATAINIZIOVAL IS NULL OR "
+                                             "GD02_DISTINTA.GD02_DATAINIZIOVAL <= ")
+        + primo + QStringLiteral(") AND GD02_DISTINTA.GD02_DATAFINEVAL >= ") + primo
+        + QStringLiteral(" AND GD02_DISTINTA.GD02_DATAFINEVAL < ") + secondo;
+    const QString soloSecondo = QStringLiteral("GD02_DISTINTA.GD02_DATAINIZIOVAL > ") + primo
+        + QStringLiteral(" AND GD02_DISTINTA.GD02_DATAINIZIOVAL <= ") + secondo
+        + QStringLiteral(" AND (GD02_DISTINTA.GD02_DATAFINEVAL IS NULL OR GD02_DISTINTA.GD02_DATAFINEVAL >= ") + secondo
+        + QStringLiteral(")");
+    return QStringLiteral(
+               "SELECT GD02_DISTINTA.GD02_ID, GD02_DISTINTA.GD02_CLIFOR_CG44, GD02_DISTINTA.GD02_DATAINIZIOVAL, "
+               "GD02_DISTINTA.GD02_DATAFINEVAL, PADRE.GD02_CLIFOR_CG44 AS CodicePadre, CASE WHEN ")
+        + soloPrimo
+        + QStringLiteral(" THEN 1 ELSE 0 END AS SoloPrimo FROM GD02_DISTINTA LEFT OUTER JOIN GD02_DISTINTA AS PADRE "
+                         "ON PADRE.GD02_ID = GD02_DISTINTA.GD02_IDPARENT_GD02 WHERE GD02_DISTINTA.GD02_DITTA_CG18 = ")
+        + sqltext::number(company) + QStringLiteral(" AND GD02_DISTINTA.GD02_ID_GD01 = ") + sqltext::number(typeId)
+        + QStringLiteral(" AND (") + soloPrimo + QStringLiteral(" OR ") + soloSecondo + QStringLiteral(")");
+}
+
 QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode)
 {
     return QStringLiteral("SELECT CG16_RAGSOANAG FROM CG44_CLIFOR INNER JOIN CG16_ANAGGEN "

@@ -81,6 +81,10 @@ QString classificationHistoryQuery(const FiltroStorico &filter);
 // side open): GD02_ID, GD02_CLIFOR_CG44, GD02_DATAINIZIOVAL, GD02_DATAFINEVAL, and CodicePadre,
 // the parent's subject.
 QString linksValidOnQuery(int company, qint64 typeId, const QDate &day);
+// The links valid on one of two days and not on the other (a <= b), with the same columns and
+// SoloPrimo, 1 for a link valid on a only: what the comparison of the two days is made of, without
+// reading the links valid on both.
+QString linksValidOnOneDayQuery(int company, qint64 typeId, const QDate &a, const QDate &b);
 
 // Names of what the journal keeps as codes.
 QString subjectNameQuery(int company, int subjectKind, qint64 subjectCode);

@@ -23,19 +23,26 @@ struct Legame
     QVariant fine;
 };
 
-// The links valid on a day, by subject.
-QHash<qint64, Legame> legamiAl(const db::ConnectionPtr &connection, int company, qint64 typeId, const QDate &day)
+struct Legami
+{
+    QHash<qint64, Legame> soloPrimo;   // by subject: valid on the first day and not on the second
+    QHash<qint64, Legame> soloSecondo; // valid on the second day and not on the first
+};
+
+// A subject has at most one link valid on a day in a classification: a subject whose link is
+// valid on both days is unchanged there, and only the links valid on one day are read.
+Legami legamiCambiati(const db::ConnectionPtr &connection, int company, qint64 typeId, const QDate &a, const QDate &b)
 {
     const db::RecordsetPtr righe = connection->openRecordset(
-        storicostatements::linksValidOnQuery(company, typeId, day));
-    QHash<qint64, Legame> legami;
-    legami.reserve(righe->recordCount());
+        storicostatements::linksValidOnOneDayQuery(company, typeId, a, b));
+    Legami legami;
     for (int row = 0; row < righe->recordCount(); ++row) {
         if (righe->valueAt(row, 1).isNull())
             continue;
-        legami.insert(righe->valueAt(row, 1).toLongLong(),
-                      {righe->valueAt(row, 0).toLongLong(), righe->valueAt(row, 4).toLongLong(), righe->valueAt(row, 2),
-                       righe->valueAt(row, 3)});
+        (righe->valueAt(row, 5).toInt() == 1 ? legami.soloPrimo : legami.soloSecondo)
+            .insert(righe->valueAt(row, 1).toLongLong(),
+                    {righe->valueAt(row, 0).toLongLong(), righe->valueAt(row, 4).toLongLong(), righe->valueAt(row, 2),
+                     righe->valueAt(row, 3)});
     }
     return legami;
 }
@@ -76,8 +83,9 @@ QList<Differenza> Confronto::confronta(const db::ConnectionPtr &connection, int 
             + QStringLiteral(" dal %1 al %2").arg(testoData(legame.inizio), testoData(legame.fine));
     };
 
-    const QHash<qint64, Legame> primo = legamiAl(connection, company, typeId, a);
-    const QHash<qint64, Legame> secondo = legamiAl(connection, company, typeId, b);
+    const Legami legami = legamiCambiati(connection, company, typeId, a, b);
+    const QHash<qint64, Legame> &primo = legami.soloPrimo;
+    const QHash<qint64, Legame> &secondo = legami.soloSecondo;
     QList<Differenza> differenze;
     QSet<qint64> spiegati;
     for (auto it = secondo.cbegin(); it != secondo.cend(); ++it) {

@@ -682,6 +682,10 @@ QList<Entry> entries()
          someRows,
          {u"GD02_CLIFOR_CG44"_s},
          storicostatements::linksValidOnQuery(company, 1, QDate(2025, 1, 1))},
+        {u"CMD_CONFRONTA_Click: the links valid on one of two days"_s,
+         someRows,
+         {u"SoloPrimo"_s},
+         storicostatements::linksValidOnOneDayQuery(company, 1, QDate(2024, 6, 1), QDate(2025, 6, 1))},
     };
 }
 
