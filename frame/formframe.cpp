@@ -12,6 +12,7 @@
 #include "framework/scriptobjectmodel.h"
 #include "framework/translationservice.h"
 #include "framework/wheelguard.h"
+#include "framework/workflowstateservice.h"
 #include "platform/db/recordset.h"
 
 #include <QApplication>
@@ -160,6 +161,17 @@ void FormFrame::takeHostConnection()
         m_companyCode = services->workingCompany();
 }
 
+std::shared_ptr<fw::WorkflowStateService> FormFrame::statiDelFlusso()
+{
+    const fw::GlobalServices *services = globals();
+    const std::shared_ptr<fw::WorkflowStateService> host = services ? services->workflowStateService() : nullptr;
+    if (!host || !m_connection || host->writesThrough(*m_connection))
+        return host;
+    if (!m_statiDelFlusso || !m_statiDelFlusso->writesThrough(*m_connection))
+        m_statiDelFlusso = host->throughConnection(m_connection);
+    return m_statiDelFlusso ? m_statiDelFlusso : host;
+}
+
 void FormFrame::InizializzaScriptLayout()
 {
     ExecuteFormEvent(QStringLiteral("tsOpen"));
@@ -240,6 +252,7 @@ void FormFrame::Form_UnLoad()
     m_activeDll.reset();
     delete m_recordFrame; // the main recordset goes with its frame
     quietly([this] { release(Release::HelperObjects); });
+    m_statiDelFlusso.reset();
     m_connection.reset();
     m_hostConnection.reset();
     quietly([this] { release(Release::FrameworkObjects); });

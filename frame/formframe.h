@@ -21,6 +21,7 @@ class LogService;
 class ModuleManager;
 class RecordFrame;
 class ScriptObjectModel;
+class WorkflowStateService;
 } // namespace fw
 
 // What every form of the module repeats: it takes the host's objects from the entry class,
@@ -109,6 +110,9 @@ public:
     fw::GlobalServices *globals() const;
     fw::LogService *logService() const;
     db::ConnectionPtr connection() const { return m_connection; }
+    // The host's row states, read and written through the form's connection when the host can
+    // give them so: a state stored then belongs to the form's operation. Null without a service.
+    std::shared_ptr<fw::WorkflowStateService> statiDelFlusso();
     fw::RecordFrame *recordFrame() const;
     int companyCode() const { return m_companyCode; }
     bool isLoaded() const { return m_loaded; }
@@ -164,6 +168,7 @@ private:
     std::shared_ptr<fw::LogService> m_log;
     db::ConnectionPtr m_hostConnection;
     db::ConnectionPtr m_connection;
+    std::shared_ptr<fw::WorkflowStateService> m_statiDelFlusso; // on m_connection
     QPointer<fw::RecordFrame> m_recordFrame;
     QPointer<QWidget> m_centreOn; // the window a modal form opens over, until it is placed
     int m_companyCode = 0;

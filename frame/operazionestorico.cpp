@@ -2,6 +2,7 @@
 
 #include "frame/formframe.h"
 #include "framework/globalservices.h"
+#include "framework/workflowstateservice.h"
 #include "platform/db/connection.h"
 #include "platform/os/systeminfo.h"
 
@@ -124,6 +125,15 @@ bool OperazioneStorico::inizia()
         m_active = true;
         connectionsInOperation().insert(connection.get());
     });
+}
+
+bool OperazioneStorico::iniziaPerStati()
+{
+    const std::shared_ptr<fw::WorkflowStateService> states = m_form.statiDelFlusso();
+    const db::ConnectionPtr connection = m_form.connection();
+    if (!states || !connection || !states->writesThrough(*connection))
+        return true;
+    return inizia();
 }
 
 bool OperazioneStorico::fine()

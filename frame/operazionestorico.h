@@ -33,6 +33,10 @@ public:
     // Begins it; a failure goes through the form's error handler. False when the user chose to
     // leave the procedure (nothing was written); true otherwise, journaled or not.
     bool inizia();
+    // Begins it for states stored through FormFrame::statiDelFlusso(), when they are written on
+    // the form's connection; a host that cannot give them so writes them outside any operation
+    // (the journal records them as another program's changes). As inizia() otherwise.
+    bool iniziaPerStati();
     // Ends it: what was written stays. A failing commit goes through the error handler and
     // leaves nothing of the operation; false then.
     bool fine();

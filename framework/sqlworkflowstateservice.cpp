@@ -62,4 +62,14 @@ std::optional<int> SqlWorkflowStateService::GetStatoFromGUID(const QString &rowG
     return rs->valueAt(0, 0).toInt();
 }
 
+bool SqlWorkflowStateService::writesThrough(const db::Connection &connection) const
+{
+    return m_connection.get() == &connection;
+}
+
+std::shared_ptr<WorkflowStateService> SqlWorkflowStateService::throughConnection(db::ConnectionPtr connection) const
+{
+    return std::make_shared<SqlWorkflowStateService>(std::move(connection), m_user, m_userGroup);
+}
+
 } // namespace fw

@@ -21,6 +21,8 @@ public:
     void DuplicaStato(const QString &fromGuid, const QString &toGuid) override;
     QList<WorkflowState> GetStatiFlusso(const QString &workflow) override;
     std::optional<int> GetStatoFromGUID(const QString &rowGuid) override;
+    bool writesThrough(const db::Connection &connection) const override;
+    std::shared_ptr<WorkflowStateService> throughConnection(db::ConnectionPtr connection) const override;
 
 private:
     db::ConnectionPtr m_connection;

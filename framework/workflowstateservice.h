@@ -2,7 +2,12 @@
 
 #include <QList>
 #include <QString>
+#include <memory>
 #include <optional>
+
+namespace db {
+class Connection;
+}
 
 namespace fw {
 
@@ -39,6 +44,16 @@ public:
 
     // The row's current state; none when the row has no state yet.
     virtual std::optional<int> GetStatoFromGUID(const QString &rowGuid) = 0;
+
+    // Whether its writes go through this connection, inside the transaction open there: a module
+    // can then make a state it stores part of its own work. A service writing on a connection of
+    // its own would wait for that transaction's lock instead.
+    virtual bool writesThrough(const db::Connection &connection) const = 0;
+
+    // The same states read and written through another connection to the same database (a
+    // module's own); null when the host cannot give them so.
+    virtual std::shared_ptr<WorkflowStateService>
+    throughConnection(std::shared_ptr<db::Connection> connection) const = 0;
 };
 
 } // namespace fw

@@ -44,8 +44,8 @@ bool FRMGD_ANAGDISTINTA::activateForm()
     if (!step(QStringLiteral("Form_Activate"), [this] {
             CaricaComboTipoSoggetto();
             fw::GlobalServices *services = globals();
-            if (services && services->workflowStateService())
-                TXT_GD01_STATO->setWorkflow(services->workflowStateService(), flussoDistinta);
+            if (const std::shared_ptr<fw::WorkflowStateService> states = statiDelFlusso())
+                TXT_GD01_STATO->setWorkflow(states, flussoDistinta);
             // Printing needs the host's report engine; without one "Stampa" stays disabled.
             GRIDNAV->setPrintAvailable(services && services->createReportEngine() != nullptr);
         }))

@@ -4,6 +4,7 @@
 
 #include "data/anagdistintastatements.h"
 #include "data/modgd_distinta.h"
+#include "frame/operazionestorico.h"
 #include "framework/globalservices.h"
 #include "framework/lookupedit.h"
 #include "framework/messagestyle.h"
@@ -205,9 +206,16 @@ void FRMGD_ANAGDISTINTA::StampaTipiDistinta()
 
 void FRMGD_ANAGDISTINTA::TXT_GD01_STATO_AfterItem(bool changedByUser)
 {
-    if (changedByUser)
-        step(QStringLiteral("TXT_GD01_STATO_AfterItem"), [this] { TXT_GD01_STATO->ConfermaStato(); });
     fw::RecordFrame *frame = recordFrame();
+    const db::RecordsetPtr rows = frame ? frame->recordset() : nullptr;
+    // The control holds a guid only while a type is shown.
+    if (changedByUser && rows && !rows->bof() && !rows->eof() && !TXT_GD01_STATO->guid().isEmpty()) {
+        const QString procedure = QStringLiteral("TXT_GD01_STATO_AfterItem");
+        OperazioneStorico operation(*this, procedure, QStringLiteral("Modifica"),
+                                    rows->value(QStringLiteral("GD01_ID")).toLongLong());
+        if (operation.iniziaPerStati())
+            step(procedure, [this] { TXT_GD01_STATO->ConfermaStato(); });
+    }
     cmdAssegnaStato->setEnabled(TXT_GD01_STATO->state().has_value() && frame
                                 && frame->state() == fw::RecordFrame::Browse);
 }
@@ -238,6 +246,10 @@ void FRMGD_ANAGDISTINTA::cmdAssegnaStato_Click()
         return;
     int assigned = 0;
     {
+        OperazioneStorico operation(*this, procedure, QStringLiteral("Propagazione"),
+                                    rows->value(QStringLiteral("GD01_ID")).toLongLong());
+        if (!operation.iniziaPerStati())
+            return;
         fw::WaitCursor wait(this);
         const int guidField = nodes->fieldIndex(QStringLiteral("gd02_guid"));
         for (int row = 0; row < nodes->recordCount(); ++row) {

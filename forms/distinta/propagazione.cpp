@@ -119,6 +119,9 @@ void Propagazione::RilasciaFigli(const NodoCliccato &cliccato)
     if (!m_form.step(procedureRilascia, [&] { guids = guidNodiDistinta(); }))
         return;
     const QString guidCliccato = guids.value(cliccato.idNodo);
+    OperazioneStorico operazione(m_form, procedureRilascia, QStringLiteral("Propagazione"), m_albero.idTipo());
+    if (!operazione.iniziaPerStati())
+        return;
     // A node without a state first takes the workflow's default one.
     if (!m_form.step(procedureRilascia, [&] {
             stato->setGuid(guidCliccato);
@@ -144,6 +147,7 @@ void Propagazione::RilasciaFigli(const NodoCliccato &cliccato)
         if (!continua || !avanzamento.advance(++fatti))
             break;
     }
+    operazione.fine();
     albero->setFocusedAbsoluteIndex(cliccato.indice);
     albero->refresh();
     m_form.step(procedureRilascia, [&] { stato->setGuid(guidCliccato); });

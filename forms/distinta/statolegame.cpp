@@ -4,7 +4,7 @@
 #include "data/nodistatements.h"
 #include "forms/distinta/albero.h"
 #include "frame/formframe.h"
-#include "framework/globalservices.h"
+#include "frame/operazionestorico.h"
 #include "framework/treelist/treelist.h"
 #include "framework/workflowstatecontrol.h"
 
@@ -23,8 +23,7 @@ StatoLegame::StatoLegame(FormFrame &form, Albero &albero)
 
 void StatoLegame::prepara()
 {
-    fw::GlobalServices *services = m_form.globals();
-    TXT_GD02_STATO->setWorkflow(services ? services->workflowStateService() : nullptr, QStringLiteral("DISTINTA"));
+    TXT_GD02_STATO->setWorkflow(m_form.statiDelFlusso(), QStringLiteral("DISTINTA"));
     // The tree was loaded before the control was ready: it shows the focused node's state now.
     const qint64 focalizzato = m_albero.idDelNodo(m_albero.widget()->focusedNode());
     if (focalizzato != 0)
@@ -39,8 +38,12 @@ void StatoLegame::mostraNodo(qint64 idNodo)
 // Only a choice of the user is stored; the control's own changes (a node shown) are not.
 void StatoLegame::TXT_GD02_STATO_AfterItem(bool cambiatoDallUtente)
 {
-    if (cambiatoDallUtente)
-        m_form.step(QStringLiteral("TXT_GD02_STATO_AfterItem"), [this] { TXT_GD02_STATO->ConfermaStato(); });
+    if (!cambiatoDallUtente)
+        return;
+    const QString procedure = QStringLiteral("TXT_GD02_STATO_AfterItem");
+    OperazioneStorico operazione(m_form, procedure, QStringLiteral("Modifica"), m_albero.idTipo());
+    if (operazione.iniziaPerStati())
+        m_form.step(procedure, [this] { TXT_GD02_STATO->ConfermaStato(); });
 }
 
 QString StatoLegame::guidNodo(qint64 idNodo)

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
@@ -227,6 +228,14 @@ public:
         return QTest::qWaitForWindowActive(window);
     }
     void premi(const QString &button) { control<QPushButton>(button)->click(); }
+    // The menu opened on a node, as a right click opens it, and one of its commands chosen.
+    void comando(int code, const QString &action)
+    {
+        focalizza(code);
+        emit albero()->contextMenuRequested(albero()->focusedNode(), QPoint());
+        form->findChild<QMenu *>(QStringLiteral("mnuCollegamento"))->hide();
+        form->findChild<QAction *>(action)->trigger();
+    }
 
     // The subject list's page, and a tick given to a subject there as the user gives it.
     void paginaAnagrafiche() { control<QTabWidget>(QStringLiteral("TAB_VISUALIZZAGESTIONE"))->setCurrentIndex(1); }

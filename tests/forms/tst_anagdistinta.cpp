@@ -413,6 +413,19 @@ private slots:
                               .arg(f.a01))
                      .toInt(),
                  6);
+        // Both are the user's operations on the type, a row each, none another program's change.
+        QCOMPARE(f.scalar(QStringLiteral("SELECT MIN(GD90_OPERAZIONE) + '/' + MAX(GD90_OPERAZIONE) FROM "
+                                         "GD90_OPERAZIONI WHERE GD90_ID_GD01 = %1")
+                              .arg(f.a01))
+                     .toString(),
+                 QStringLiteral("Modifica/Propagazione"));
+        QCOMPARE(
+            f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 IS NOT NULL")).toInt(),
+            2);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 IS NULL "
+                                         "AND GD91_TABELLA = 'WF02_STATORIGA'"))
+                     .toInt(),
+                 0);
     }
 };
 

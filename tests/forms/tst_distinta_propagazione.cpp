@@ -32,15 +32,6 @@ class TestDistintaPropagazione : public QObject
                 "(3, 'DISTINTA', 'APPROV', 'Approvato', 0, 3)"));
         }
 
-        // The menu opened on a node, as a right click opens it, and one of its commands chosen.
-        void comando(int code, const QString &action)
-        {
-            focalizza(code);
-            emit albero()->contextMenuRequested(albero()->focusedNode(), QPoint());
-            auto *menu = form->findChild<QMenu *>(QStringLiteral("mnuCollegamento"));
-            menu->hide();
-            form->findChild<QAction *>(action)->trigger();
-        }
         QString fatturazione(qint64 node)
         {
             return scalar(QStringLiteral("SELECT GD02_TIPOANAGFATT || '/' || COALESCE(GD02_CLIFORFATT_CG44, '-') "

@@ -3,6 +3,7 @@
 #include "forms/distinta/finestraconfronto.h"
 #include "forms/distinta/finestrastorico.h"
 #include "framework/hostglobalservices.h"
+#include "framework/workflowstatecontrol.h"
 
 #include <QCheckBox>
 
@@ -177,6 +178,50 @@ private slots:
         f.premi(QStringLiteral("CMD_ANNULLA"));
         QCOMPARE(f.righe(), before);
         QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD90_OPERAZIONI WHERE GD90_INDAPERTA <> 0")).toInt(), 0);
+    }
+
+    // A state chosen for a node, and a node's state handed on to its branch, are the user's own
+    // operations like any other: they name their rows, and undo and redo.
+    void statesChosenInTheEditorAreItsOperations()
+    {
+        Albero f;
+        f.exec(QStringLiteral("INSERT INTO WF01_STATI (WF01_ID, WF01_FLUSSO, WF01_CODICE, WF01_DESCR, "
+                              "WF01_FLGDEFAULT, WF01_ORDINE) VALUES (3, 'DISTINTA', 'APPROV', 'Approvato', 1, 3), "
+                              "(5, 'DISTINTA', 'BLOCC', 'Bloccato', 0, 5)"));
+        f.apri();
+        const QStringList before = f.righe();
+        const auto statoDi = [&f](qint64 node) {
+            return f
+                .scalar(QStringLiteral("SELECT WF02_ID || '/' || WF02_ID_WF01 FROM WF02_STATORIGA "
+                                       "INNER JOIN GD02_DISTINTA ON WF02_GUID = gd02_guid WHERE GD02_ID = %1")
+                            .arg(node))
+                .toString();
+        };
+        const QString key11 = statoDi(f.n11).section(u'/', 0, 0);
+
+        f.focalizza(11);
+        auto *combo = f.control<fw::WorkflowStateControl>(QStringLiteral("TXT_GD02_STATO"))->findChild<QComboBox *>();
+        combo->setCurrentIndex(combo->findData(5));
+        emit combo->activated(combo->currentIndex());
+        QCOMPARE(statoDi(f.n11), key11 + QStringLiteral("/5"));
+        QCOMPARE(f.operazioni(), QStringList({"Modifica/0///0"}));
+        QCOMPARE(f.righeUltimaOperazione(), QStringList(QStringLiteral("WF02_STATORIGA U ") + key11));
+
+        f.comando(11, QStringLiteral("mnuRilasciaFigli"));
+        QCOMPARE(f.operazioni().last(), QStringLiteral("Propagazione/0///0"));
+        QCOMPARE(f.righeUltimaOperazione().size(), 3);
+        for (qint64 node : {f.n12, f.n13, f.n14})
+            QVERIFY(statoDi(node).endsWith(QStringLiteral("/5")));
+        const QStringList released = f.righe();
+
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.righe(), before);
+        f.premi(QStringLiteral("CMD_RIPETI"));
+        f.premi(QStringLiteral("CMD_RIPETI"));
+        QCOMPARE(f.righe(), released);
+        QCOMPARE(f.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 IS NULL")).toInt(),
+                 0);
     }
 
     // A write by another program is journaled without an operation, with the row's own stamp;
