@@ -158,29 +158,47 @@ QString nodeHistoryQuery(int company, qint64 nodeId, const QString &nodeGuid)
         + sqltext::number(company) + QStringLiteral(" ORDER BY GD91_ID DESC");
 }
 
+// A subject's nodes are those it has now and those the journal saw it inserted in or removed
+// from (rows indexed by subject: IX_GD91_SOGGETTO leaves out updates, by far the most rows).
 QString subjectHistoryQuery(int company, int subjectKind, qint64 subjectCode)
 {
-    const QString filter = subjectFilter(company, subjectKind, subjectCode);
-    return historySelect() + QStringLiteral("WHERE GD91_ID_GD02 IN (SELECT GD91_ID_GD02 FROM GD91_RIGHESTORICO")
-        + filter + QStringLiteral(") OR GD91_ID_GD02 IS NULL AND GD91_GUID IN (SELECT GD91_GUID FROM GD91_RIGHESTORICO")
-        + filter + QStringLiteral(") ORDER BY GD91_ID DESC");
+    const QString journal = subjectFilter(company, subjectKind, subjectCode)
+        + QStringLiteral(" AND GD91_AZIONE <> 'U'");
+    const QString current = QStringLiteral(" FROM GD02_DISTINTA WHERE GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + QStringLiteral(" AND GD02_TIPOCF_CG44 = ") + sqltext::number(subjectKind)
+        + QStringLiteral(" AND GD02_CLIFOR_CG44 = ") + sqltext::number(subjectCode);
+    return historySelect() + QStringLiteral("WHERE GD91_ID_GD02 IN (SELECT GD02_ID") + current
+        + QStringLiteral(" UNION SELECT GD91_ID_GD02 FROM GD91_RIGHESTORICO") + journal
+        + QStringLiteral(") OR GD91_ID_GD02 IS NULL AND GD91_GUID IN (SELECT gd02_guid") + current
+        + QStringLiteral(" UNION SELECT GD91_GUID FROM GD91_RIGHESTORICO") + journal
+        + QStringLiteral(") ORDER BY GD91_ID DESC");
 }
 
-// A row names its classification itself; the few that cannot (a campaign or a state of a node
-// already removed in the same statement) belong to their operation's. Each side of the OR finds
-// its rows through an index (IX_GD91_TIPO, IX_GD91_GD90).
+// Another program's rows are found by their classification (IX_GD91_TIPO holds only those); the
+// module's through their operations: the classification's, and those of the type maintenance and
+// the parameters, which name none. An operation starts before its rows are written and lasts far
+// less than a day, so its own date narrows the search to the days asked, and the rows' dates
+// decide.
 QString classificationHistoryQuery(const FiltroStorico &filter)
 {
     QString days;
-    if (filter.from.isValid())
+    QString operationDays;
+    if (filter.from.isValid()) {
         days += QStringLiteral(" AND GD91_DATAORA >= ") + sqltext::convertDate103(filter.from);
-    if (filter.to.isValid())
+        operationDays += QStringLiteral(" AND GD90_DATAORA >= ") + sqltext::convertDate103(filter.from.addDays(-1));
+    }
+    if (filter.to.isValid()) {
         days += QStringLiteral(" AND GD91_DATAORA < ") + sqltext::convertDate103(filter.to.addDays(1));
-    QString sql = historySelect() + QStringLiteral("WHERE (GD91_ID_GD01 = ") + sqltext::number(filter.typeId) + days
-        + QStringLiteral(" OR GD91_ID_GD01 IS NULL AND GD91_ID_GD90 IN (SELECT GD90_ID FROM GD90_OPERAZIONI "
-                         "WHERE GD90_ID_GD01 = ")
-        + sqltext::number(filter.typeId) + QStringLiteral(")") + days
-        + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, GD90_DITTA_CG18) = ") + sqltext::number(filter.company);
+        operationDays += QStringLiteral(" AND GD90_DATAORA < ") + sqltext::convertDate103(filter.to.addDays(1));
+    }
+    const QString operations = QStringLiteral("SELECT GD90_ID FROM GD90_OPERAZIONI WHERE GD90_DITTA_CG18 = ")
+        + sqltext::number(filter.company) + QStringLiteral(" AND GD90_ID_GD01");
+    QString sql = historySelect() + QStringLiteral("WHERE (GD91_ID_GD90 IS NULL AND GD91_ID_GD01 = ")
+        + sqltext::number(filter.typeId) + days + QStringLiteral(" OR GD91_ID_GD90 IN (") + operations
+        + QStringLiteral(" = ") + sqltext::number(filter.typeId) + operationDays + QStringLiteral(" UNION ALL ")
+        + operations + QStringLiteral(" IS NULL") + operationDays
+        + QStringLiteral(") AND ISNULL(GD91_ID_GD01, GD90_OPERAZIONI.GD90_ID_GD01) = ") + sqltext::number(filter.typeId)
+        + days + QStringLiteral(") AND ISNULL(GD91_DITTA_CG18, GD90_DITTA_CG18) = ") + sqltext::number(filter.company);
     if (!filter.user.isEmpty())
         sql += QStringLiteral(" AND ISNULL(GD90_UTENTE, GD91_UTENTE) = ") + sqltext::quoted(filter.user);
     if (!filter.operation.isEmpty())

@@ -46,18 +46,36 @@ QString scriptStatement(const QString &script, const QString &start)
     return from < 0 ? QString() : script.mid(from, script.indexOf(QLatin1Char(';'), from) + 1 - from);
 }
 
-// A journal of version 2 kept its rows with AUTOINCREMENT and indexed every row's guid: its rows'
-// table is rebuilt as today's script declares it, rows and ids unchanged.
+// A name of the catalogue as an SQL identifier.
+QString quotedName(QString name)
+{
+    return QLatin1Char('"') + name.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
+}
+
+// A journal of version 2 kept its rows with AUTOINCREMENT: its rows' table is rebuilt as today's
+// script declares it, rows and ids unchanged (its indexes go with the old table).
 void upgradeJournalRows(SqliteFile &file)
 {
-    const QString journal = journalScript();
     file.exec(QStringLiteral("ALTER TABLE GD91_RIGHESTORICO RENAME TO GD91_RIGHESTORICO_V2"));
-    file.exec(scriptStatement(journal, QStringLiteral("CREATE TABLE GD91_RIGHESTORICO")));
+    file.exec(scriptStatement(journalScript(), QStringLiteral("CREATE TABLE GD91_RIGHESTORICO")));
     file.exec(QStringLiteral("INSERT INTO GD91_RIGHESTORICO SELECT * FROM GD91_RIGHESTORICO_V2"));
     file.exec(QStringLiteral("DROP TABLE GD91_RIGHESTORICO_V2"));
+}
+
+// The journal rows' indexes as today's script declares them (earlier versions indexed more rows).
+void replaceJournalIndexes(SqliteFile &file)
+{
+    QStringList names;
+    SqliteStatement indexes = file.prepare(QStringLiteral(
+        "SELECT name FROM sqlite_master WHERE type = 'index' AND tbl_name = 'GD91_RIGHESTORICO' AND sql IS NOT NULL"));
+    while (indexes.step())
+        names << indexes.columnText(0);
+    indexes.reset();
+    for (const QString &name : std::as_const(names))
+        file.exec(QStringLiteral("DROP INDEX ") + quotedName(name));
     static const QRegularExpression index(QStringLiteral("^CREATE INDEX IX_GD91_[^;]*;"),
                                           QRegularExpression::MultilineOption);
-    for (auto it = index.globalMatch(journal); it.hasNext();)
+    for (auto it = index.globalMatch(journalScript()); it.hasNext();)
         file.exec(it.next().captured(0));
 }
 
@@ -128,8 +146,7 @@ void prepareDatabaseAt(const QString &path)
                 triggers << names.columnText(0);
             names.reset();
             for (const QString &trigger : std::as_const(triggers))
-                file.exec(QStringLiteral("DROP TRIGGER \"%1\"")
-                              .arg(QString(trigger).replace(QLatin1Char('"'), QStringLiteral("\"\""))));
+                file.exec(QStringLiteral("DROP TRIGGER ") + quotedName(trigger));
             for (const QString &trigger : triggerStatements(sqliteSchemaScript()))
                 file.exec(trigger);
             // The journal comes whole to a file made before it; a file that has its tables gets
@@ -143,6 +160,7 @@ void prepareDatabaseAt(const QString &path)
                                                "'GD91_RIGHESTORICO' AND sql LIKE '%AUTOINCREMENT%'"))
                     > 0)
                     upgradeJournalRows(file);
+                replaceJournalIndexes(file);
                 for (const QString &trigger : triggerStatements(journalScript()))
                     file.exec(trigger);
             }

@@ -71,8 +71,12 @@ CREATE INDEX IX_GD91_NODO ON GD91_RIGHESTORICO (GD91_ID_GD02);
 -- Only rows that have no node id are found by guid (a state removed with its node): an index of
 -- every row's guid would cost a random write per journal row.
 CREATE INDEX IX_GD91_GUID ON GD91_RIGHESTORICO (GD91_GUID) WHERE GD91_ID_GD02 IS NULL;
-CREATE INDEX IX_GD91_SOGGETTO ON GD91_RIGHESTORICO (GD91_DITTA_CG18, GD91_TIPOCF_CG44, GD91_CLIFOR_CG44);
-CREATE INDEX IX_GD91_TIPO ON GD91_RIGHESTORICO (GD91_ID_GD01, GD91_DATAORA);
+-- A subject's nodes are found by the rows that inserted or removed them (and by GD02_DISTINTA for
+-- those it has now), a classification's rows through their operations, but for another
+-- program's: every index written costs each journaled row a search of its own.
+CREATE INDEX IX_GD91_SOGGETTO ON GD91_RIGHESTORICO (GD91_DITTA_CG18, GD91_TIPOCF_CG44, GD91_CLIFOR_CG44)
+    WHERE GD91_AZIONE <> 'U';
+CREATE INDEX IX_GD91_TIPO ON GD91_RIGHESTORICO (GD91_ID_GD01, GD91_DATAORA) WHERE GD91_ID_GD90 IS NULL;
 -- The workflow state of a node is found by the node's guid.
 CREATE INDEX IX_GD02_GUID ON GD02_DISTINTA (gd02_guid);
 

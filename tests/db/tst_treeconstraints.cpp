@@ -3,12 +3,17 @@
 #include "db/embeddedscripts.h"
 #include "db/sqlitefile.h"
 
+#include "data/storicostatements.h"
 #include "framework/sqlworkflowstateservice.h"
+#include "platform/db/sqlitefunctions.h"
+#include "platform/db/tsqltranslator.h"
 #include "platform/db/recordset.h"
 #include "tests/support/testdatabase.h"
 #include "tests/support/treeinvariants.h"
 
 #include <QtTest>
+#include <memory>
+#include <sqlite3.h>
 
 namespace {
 
@@ -346,6 +351,62 @@ private slots:
                                 "'GD02_TIPOCF_CG44', GD02_TIPOCF_CG44, 'GD02_CLIFOR_CG44', GD02_CLIFOR_CG44, "
                                 "'GD02_DATAINIZIOVAL', GD02_DATAINIZIOVAL, 'GD02_DATAFINEVAL', GD02_DATAFINEVAL, "
                                 "'GD02_DESCR', 'prima') FROM GD02_DISTINTA WHERE GD02_ID = 1")));
+    }
+
+    // A journal that indexed every row by subject and classification gets today's narrower
+    // indexes, its rows untouched, and the queries of the history find their rows through them.
+    void aJournalIndexedWholeGetsTodaysIndexes()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("storico3.sqlite"));
+        dbsetup::ensureDemoDatabase(path);
+        {
+            dbsetup::SqliteFile file(path);
+            file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'prima' WHERE GD02_ID = 1; "
+                                     "DROP INDEX IX_GD91_SOGGETTO; DROP INDEX IX_GD91_TIPO; "
+                                     "CREATE INDEX IX_GD91_SOGGETTO ON GD91_RIGHESTORICO "
+                                     "(GD91_DITTA_CG18, GD91_TIPOCF_CG44, GD91_CLIFOR_CG44); "
+                                     "CREATE INDEX IX_GD91_TIPO ON GD91_RIGHESTORICO (GD91_ID_GD01, GD91_DATAORA); "
+                                     "PRAGMA user_version = 3"));
+        }
+        dbsetup::prepareDatabaseAt(path);
+        dbsetup::SqliteFile file(path);
+        QCOMPARE(file.scalar(QStringLiteral("PRAGMA user_version")), dbsetup::kSchemaVersion);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'index' AND "
+                                            "tbl_name = 'GD91_RIGHESTORICO' AND sql LIKE '%WHERE%'")),
+                 3);
+        QCOMPARE(file.scalar(QStringLiteral("SELECT COUNT(*) FROM GD91_RIGHESTORICO WHERE GD91_ID_GD02 = 1")), 1);
+
+        // The plans, in SQLite's words, of the subject's and the classification's history.
+        sqlite3 *handle = nullptr;
+        QCOMPARE(sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+        const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> closing(handle, &sqlite3_close);
+        db::registerSqliteFunctions(handle);
+        const auto plan = [handle](const QString &tsql) {
+            QStringList steps;
+            sqlite3_stmt *statement = nullptr;
+            const QByteArray utf8 = (QStringLiteral("EXPLAIN QUERY PLAN ") + db::translateTsqlToSqlite(tsql)).toUtf8();
+            if (sqlite3_prepare_v2(handle, utf8.constData(), int(utf8.size()), &statement, nullptr) != SQLITE_OK)
+                return QString::fromUtf8(sqlite3_errmsg(handle));
+            while (sqlite3_step(statement) == SQLITE_ROW)
+                steps << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 3)));
+            sqlite3_finalize(statement);
+            return steps.join(u'\n');
+        };
+        const QString subject = plan(storicostatements::subjectHistoryQuery(1, 0, 1001));
+        QVERIFY2(subject.contains(QLatin1String("USING INDEX IX_GD91_SOGGETTO")), qPrintable(subject));
+        QVERIFY2(subject.contains(QLatin1String("USING INDEX IX_GD02_SOGGETTO")), qPrintable(subject));
+        QVERIFY2(!subject.contains(QLatin1String("SCAN GD91_RIGHESTORICO")), qPrintable(subject));
+        storicostatements::FiltroStorico filter;
+        filter.company = 1;
+        filter.typeId = 1;
+        filter.from = QDate(2025, 1, 1);
+        filter.to = QDate(2025, 1, 31);
+        const QString classification = plan(storicostatements::classificationHistoryQuery(filter));
+        QVERIFY2(classification.contains(QLatin1String("USING INDEX IX_GD91_TIPO")), qPrintable(classification));
+        QVERIFY2(classification.contains(QLatin1String("USING INDEX IX_GD91_GD90")), qPrintable(classification));
+        QVERIFY2(classification.contains(QLatin1String("INDEX IX_GD90_DITTA")), qPrintable(classification));
+        QVERIFY2(!classification.contains(QLatin1String("SCAN GD91_RIGHESTORICO")), qPrintable(classification));
     }
 };
 

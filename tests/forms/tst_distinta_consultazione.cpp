@@ -140,6 +140,15 @@ private slots:
     void theHistoryWindowUndoesAnyOperation()
     {
         Albero f;
+        // Older than the editor's: another program's change of a node, and an operation of the
+        // type maintenance, which names no classification (the type's row says which).
+        f.altroProgramma(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'Sede' WHERE GD02_ID = %1; BEGIN; "
+                                        "INSERT INTO GD90_OPERAZIONI (GD90_DITTA_CG18, GD90_OPERAZIONE, GD90_DATAORA, "
+                                        "GD90_INDAPERTA) VALUES (1, 'Modifica', datetime('now', 'localtime'), 1); "
+                                        "UPDATE GD01_TIPODISTINTA SET GD01_DESCR = 'Clienti' WHERE GD01_ID = %2; "
+                                        "UPDATE GD90_OPERAZIONI SET GD90_INDAPERTA = 0; COMMIT")
+                             .arg(f.n16)
+                             .arg(f.a01));
         f.apri();
         f.rimuovi(15);
         f.scriviData(16, QStringLiteral("trGD02_DATAFINEVAL"), QStringLiteral("30/06/2025"));
@@ -149,8 +158,11 @@ private slots:
         QVERIFY(finestra);
         const distinta::ModelloStorico &modello = finestra->modello();
         // Newest first: the edit, then the removal's rows, its workflow state (a state this
-        // database has no name for is said by its code) and the node.
-        QCOMPARE(modello.rowCount(), 3);
+        // database has no name for is said by its code) and the node, then the two older ones.
+        QCOMPARE(modello.rowCount(), 5);
+        QCOMPARE(modello.index(3, distinta::ModelloStorico::Operazione).data().toString(), QStringLiteral("Modifica"));
+        QCOMPARE(modello.index(4, distinta::ModelloStorico::Operazione).data().toString(),
+                 QStringLiteral("Modifica esterna"));
         QCOMPARE(modello.index(1, distinta::ModelloStorico::Modifica).data().toString(), QStringLiteral("Stato: 3 → "));
         QCOMPARE(modello.index(2, distinta::ModelloStorico::Modifica).data().toString(),
                  QStringLiteral("Eliminato: era sotto 10 Cliente 10 dal 01/01/2024 al 31/12/2099"));
@@ -172,7 +184,11 @@ private slots:
                  QStringLiteral("2025-06-30 00:00:00"));
 
         // The window reads again: the removal's line, chosen once more, is refused as undone.
-        const int removal = int(modello.rowCount()) - 1;
+        int removal = int(modello.rowCount()) - 1;
+        while (removal > 0
+               && modello.index(removal, distinta::ModelloStorico::Operazione).data().toString()
+                   != QLatin1String("Eliminazione"))
+            --removal;
         QCOMPARE(modello.index(removal, distinta::ModelloStorico::Operazione).data().toString(),
                  QStringLiteral("Eliminazione"));
         finestra->griglia()->setCurrentIndex(modello.index(removal, 0));
