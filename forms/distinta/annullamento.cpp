@@ -10,6 +10,7 @@
 #include "framework/messagestyle.h"
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
+#include "platform/db/storedvalues.h"
 
 #include <QJsonDocument>
 #include <QPushButton>
@@ -33,17 +34,15 @@ std::optional<QJsonObject> immagine(const QVariant &testo)
     return QJsonDocument::fromJson(testo.toString().toUtf8()).object();
 }
 
+// An undone removal of a large branch reads tens of thousands of dates: the stored form is read
+// by the database layer's own parser, and only another one by Qt's.
 QDateTime comeData(const QVariant &value)
 {
     if (value.metaType().id() == QMetaType::QDateTime)
         return value.toDateTime();
     const QString text = value.toString();
-    for (const QString &format : {QStringLiteral("yyyy-MM-dd HH:mm:ss"), QStringLiteral("yyyy-MM-dd")}) {
-        const QDateTime parsed = QDateTime::fromString(text, format);
-        if (parsed.isValid())
-            return parsed;
-    }
-    return QDateTime::fromString(text, Qt::ISODateWithMs);
+    const QDateTime stored = db::storedvalues::parseDateTime(text);
+    return stored.isValid() ? stored : QDateTime::fromString(text, Qt::ISODateWithMs);
 }
 
 // A value of the journal as the statements write it back.
