@@ -8,6 +8,7 @@
 #include "platform/db/sqlitefunctions.h"
 #include "platform/db/tsqltranslator.h"
 #include "platform/db/recordset.h"
+#include "tests/support/queryplan.h"
 #include "tests/support/testdatabase.h"
 #include "tests/support/treeinvariants.h"
 
@@ -382,17 +383,7 @@ private slots:
         QCOMPARE(sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
         const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> closing(handle, &sqlite3_close);
         db::registerSqliteFunctions(handle);
-        const auto plan = [handle](const QString &tsql) {
-            QStringList steps;
-            sqlite3_stmt *statement = nullptr;
-            const QByteArray utf8 = (QStringLiteral("EXPLAIN QUERY PLAN ") + db::translateTsqlToSqlite(tsql)).toUtf8();
-            if (sqlite3_prepare_v2(handle, utf8.constData(), int(utf8.size()), &statement, nullptr) != SQLITE_OK)
-                return QString::fromUtf8(sqlite3_errmsg(handle));
-            while (sqlite3_step(statement) == SQLITE_ROW)
-                steps << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 3)));
-            sqlite3_finalize(statement);
-            return steps.join(u'\n');
-        };
+        const auto plan = [handle](const QString &tsql) { return queryPlan(handle, db::translateTsqlToSqlite(tsql)); };
         const QString subject = plan(storicostatements::subjectHistoryQuery(1, 0, 1001));
         QVERIFY2(subject.contains(QLatin1String("USING INDEX IX_GD91_SOGGETTO")), qPrintable(subject));
         QVERIFY2(subject.contains(QLatin1String("USING INDEX IX_GD02_SOGGETTO")), qPrintable(subject));

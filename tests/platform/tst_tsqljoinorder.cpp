@@ -6,6 +6,7 @@
 
 #include "platform/db/sqlitefunctions.h"
 #include "platform/db/tsqltranslator.h"
+#include "tests/support/queryplan.h"
 
 #include <QtTest>
 #include <sqlite3.h>
@@ -56,18 +57,7 @@ public:
         return rows;
     }
 
-    QString plan(const QString &sql)
-    {
-        QStringList steps;
-        sqlite3_stmt *statement = nullptr;
-        const QByteArray utf8 = (QStringLiteral("EXPLAIN QUERY PLAN ") + sql).toUtf8();
-        if (sqlite3_prepare_v2(m_handle, utf8.constData(), int(utf8.size()), &statement, nullptr) != SQLITE_OK)
-            return QString::fromUtf8(sqlite3_errmsg(m_handle));
-        while (sqlite3_step(statement) == SQLITE_ROW)
-            steps << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 3)));
-        sqlite3_finalize(statement);
-        return steps.join(u'\n');
-    }
+    QString plan(const QString &sql) { return queryPlan(m_handle, sql); }
 
 private:
     sqlite3 *m_handle = nullptr;
