@@ -95,8 +95,8 @@ QString markReversedStatement(qint64 operationId, qint64 reversedBy)
 
 QString operationRowsQuery(qint64 operationId)
 {
-    return QStringLiteral("SELECT GD91_ID, GD91_TABELLA, GD91_AZIONE, GD91_CHIAVE, GD91_PRIMA, GD91_DOPO "
-                          "FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 = ")
+    return QStringLiteral("SELECT GD91_ID, GD91_TABELLA, GD91_AZIONE, GD91_CHIAVE, GD91_TIPOCF_CG44, GD91_CLIFOR_CG44, "
+                          "GD91_PRIMA, GD91_DOPO FROM GD91_RIGHESTORICO WHERE GD91_ID_GD90 = ")
         + sqltext::number(operationId) + QStringLiteral(" ORDER BY GD91_ID");
 }
 
@@ -293,6 +293,19 @@ QString keyColumn(const QString &table)
 bool hasGeneratedKey(const QString &table)
 {
     return table != QLatin1String("GD03_PARAMETRI") && !keyColumn(table).isEmpty();
+}
+
+QJsonObject wholeAfterImage(const QJsonObject &before, QJsonObject after)
+{
+    for (auto it = before.constBegin(); it != before.constEnd(); ++it) {
+        const QString &column = it.key();
+        const bool stamp = column.endsWith(QLatin1String("_DATAVAR"), Qt::CaseInsensitive)
+            || column.endsWith(QLatin1String("_GRUPPOVAR"), Qt::CaseInsensitive)
+            || column.endsWith(QLatin1String("_UTENTEVAR"), Qt::CaseInsensitive);
+        if (!stamp && !after.contains(column))
+            after.insert(column, it.value());
+    }
+    return after;
 }
 
 bool isDateColumn(const QString &column)

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -106,6 +107,10 @@ QString keyColumn(const QString &table);
 bool hasGeneratedKey(const QString &table);
 // DATETIME columns are written as CONVERT(DateTime, ..., 103) stamps.
 bool isDateColumn(const QString &column);
+// An update's after-image as the row stood after it. On SQLite the journal keeps there only the
+// columns the update changed, without the change stamp; the columns that name the row are in the
+// before-image, unchanged. An image that is already whole comes back as it is.
+QJsonObject wholeAfterImage(const QJsonObject &before, QJsonObject after);
 
 // The rows of many keys at once (a few hundred per statement).
 QString selectRowsQuery(const QString &table, const QList<qint64> &keys);

@@ -9,7 +9,7 @@ namespace dbsetup {
 // the trees checked themselves, 1 one made before the journal, 2 one whose journal wrote whole
 // rows for updates, 3 one whose journal indexed every row by subject and classification
 // (dbsetup::prepareDatabaseAt brings them all up to date), 4 the schema of today.
-inline constexpr int kSchemaVersion = 4;
+inline constexpr int kSchemaVersion = 5;
 
 // Scripts embedded through db.qrc (SQLite dialect).
 QString sqliteSchemaScript();  // schema_sqlite.sql

@@ -17,9 +17,13 @@ ROOT = Path(__file__).resolve().parent.parent
 SCHEMA = (ROOT / "db" / "schema_sqlite.sql").read_text(encoding="utf-8")
 
 # Per journaled table: its key, and how a journal row finds its company, type, node, subject,
-# guid and change stamp ({R} is the row, NEW or OLD). "names" are the columns an update's images
-# always carry besides the changed ones: what names the row to a reader (its node, subject and
-# period; the link checks of an undo read the last two).
+# guid and change stamp ({R} is the row, NEW or OLD). "names" are the columns an update's
+# before-image carries besides the changed ones: what names the row to a reader. A node's are its
+# link (parent, subject, period), which the checks of an undo read whole; they are written only
+# when the update changes one of them ("named_when"), as a node's billing, priorities or
+# description change far more often, and its subject is in the journal row's own columns. A
+# node's update keeps no guid either: its rows are found by the node's id, and a changed guid is
+# in its images.
 TABLES = {
     "GD01_TIPODISTINTA": dict(
         short="GD01", key="GD01_ID", ditta="{R}.GD01_DITTA_CG18", tipo="{R}.GD01_ID", nodo="NULL",
@@ -28,9 +32,10 @@ TABLES = {
     "GD02_DISTINTA": dict(
         short="GD02", key="GD02_ID", ditta="{R}.GD02_DITTA_CG18", tipo="{R}.GD02_ID_GD01", nodo="{R}.GD02_ID",
         tipocf="{R}.GD02_TIPOCF_CG44", clifor="{R}.GD02_CLIFOR_CG44", guid="{R}.gd02_guid",
-        utente="{R}.GD02_UTENTEVAR", gruppo="{R}.GD02_GRUPPOVAR",
-        names=["GD02_ID", "GD02_IDPARENT_GD02", "GD02_TIPOCF_CG44", "GD02_CLIFOR_CG44", "GD02_DATAINIZIOVAL",
-               "GD02_DATAFINEVAL"]),
+        utente="{R}.GD02_UTENTEVAR", gruppo="{R}.GD02_GRUPPOVAR", update_guid="NULL",
+        names=["GD02_IDPARENT_GD02", "GD02_TIPOCF_CG44", "GD02_CLIFOR_CG44", "GD02_DATAINIZIOVAL",
+               "GD02_DATAFINEVAL"],
+        named_when="changed"),
     "GD03_PARAMETRI": dict(
         short="GD03", key="GD03_DITTA_CG18", ditta="{R}.GD03_DITTA_CG18", tipo="NULL", nodo="NULL",
         tipocf="NULL", clifor="NULL", guid="NULL", utente="NULL", gruppo="NULL", names=["GD03_DITTA_CG18"]),
@@ -76,16 +81,48 @@ def whole_image(table, row):
     return wrapped("json_object(", pieces, " " * 23)
 
 
-def changed_image(table, row, names):
-    # The named columns, then each column the update changed, as a JSON object built by one
-    # format(): an unchanged column costs a comparison, and the text is assembled once.
-    others = [c for c in columns(table) if c not in names]
-    template = "{" + ",".join('"%s":%%s' % c for c in names) + "%s" * len(others) + "}"
-    args = ["json_quote(%s.%s)" % (row, c) for c in names]
-    args += ["CASE WHEN NEW.%s IS NOT OLD.%s THEN ',\"%s\":' || json_quote(%s.%s) ELSE '' END" % (c, c, c, row, c)
-             for c in others]
+def is_stamp(column):
+    # Who changed a row last and when: the journal row holds them (GD91_UTENTE, GD91_GRUPPO,
+    # GD91_DATAORA). The before-image keeps the old stamp for an undo to put back; an update that
+    # changes nothing else records nothing.
+    return column.upper().endswith(("_DATAVAR", "_GRUPPOVAR", "_UTENTEVAR"))
+
+
+def changed(column, row):
+    return "CASE WHEN NEW.%s IS NOT OLD.%s THEN ',\"%s\":' || json_quote(%s.%s) ELSE '' END" % (
+        column, column, column, row, column)
+
+
+def formatted(template, args):
     pieces = ["'%s', " % template] + [a + (", " if i < len(args) - 1 else ")") for i, a in enumerate(args)]
     return wrapped("format(", pieces, " " * 18)
+
+
+def before_image(table, names, named_when=None):
+    # The names, then each column the update changed, stamp included, as one JSON object built by
+    # one format(): an unchanged column costs a comparison, and the text is assembled once.
+    others = [c for c in columns(table) if c not in names]
+    if named_when is None:
+        template = "{" + ",".join('"%s":%%s' % c for c in names) + "%s" * len(others) + "}"
+        return formatted(template, ["json_quote(OLD.%s)" % c for c in names] + [changed(c, "OLD") for c in others])
+    # The names only when one of them changes: then they come whole, the unchanged ones too. Every
+    # piece starts with a comma; the first one is dropped (the trigger's WHEN makes sure there is
+    # one).
+    tests = ["NEW.%s IS NOT OLD.%s" % (c, c) + (" OR " if i < len(names) - 1 else " THEN ")
+             for i, c in enumerate(names)]
+    named = "%s%s ELSE '' END" % (
+        wrapped("CASE WHEN ", tests, " " * 28),
+        formatted("".join(',"%s":%%s' % c for c in names), ["json_quote(OLD.%s)" % c for c in names]))
+    return "'{' || substr(%s, 2)" % formatted("%s" * (len(others) + 1) + "}",
+                                              [named] + [changed(c, "OLD") for c in others])
+
+
+def after_image(table):
+    # Only what the update changed, stamp aside: a reader takes the rest from the before-image.
+    # Every piece starts with a comma; the first one is dropped (the trigger's WHEN makes sure
+    # there is one).
+    cols = [c for c in columns(table) if not is_stamp(c)]
+    return "'{' || substr(%s, 2)" % formatted("%s" * len(cols) + "}", [changed(c, "NEW") for c in cols])
 
 
 def sqlite_triggers():
@@ -96,8 +133,9 @@ def sqlite_triggers():
             f = lambda s: s.format(R=row)  # noqa: E731
             when = ""
             if event == "UPDATE":
-                pieces = ["NEW.%s IS NOT OLD.%s" % (c, c) + (" OR " if i < len(cols) - 1 else "")
-                          for i, c in enumerate(cols)]
+                compared = [c for c in cols if not is_stamp(c)]
+                pieces = ["NEW.%s IS NOT OLD.%s" % (c, c) + (" OR " if i < len(compared) - 1 else "")
+                          for i, c in enumerate(compared)]
                 when = wrapped("WHEN ", pieces, " " * 5) + "\n"
             out.append("CREATE TRIGGER TR_%s_STORICO_%s AFTER %s ON %s\n%sBEGIN" % (d["short"], event, event, table, when))
             out.append(JOURNAL_COLUMNS)
@@ -105,11 +143,12 @@ def sqlite_triggers():
                        % (table, action, row, d["key"]))
             out.append("           %s, %s, %s," % (f(d["ditta"]), f(d["tipo"]), f(d["nodo"])))
             out.append("           %s, %s," % (f(d["tipocf"]), f(d["clifor"])))
+            guid = d.get("update_guid", d["guid"]) if event == "UPDATE" else d["guid"]
             out.append("           %s, datetime('now', 'localtime'), %s, %s,"
-                       % (f(d["guid"]), f(d["utente"]), f(d["gruppo"])))
+                       % (f(guid), f(d["utente"]), f(d["gruppo"])))
             if event == "UPDATE":
-                before = changed_image(table, "OLD", d["names"])
-                after = changed_image(table, "NEW", d["names"])
+                before = before_image(table, d["names"], d.get("named_when"))
+                after = after_image(table)
             else:
                 before = "NULL" if event == "INSERT" else whole_image(table, "OLD")
                 after = "NULL" if event == "DELETE" else whole_image(table, "NEW")

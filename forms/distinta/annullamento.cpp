@@ -226,15 +226,26 @@ std::optional<Annullamento::Operazione> Annullamento::leggiOperazione(qint64 idO
 
         // A row touched more than once (inserted, then given its guid) counts once: as the
         // operation found it and as it left it. An update's images hold only the columns it
-        // changed (and those that name the row), so the images of one row are laid one on another.
+        // changed (the before-image also those that name the row), so the images of one row are
+        // laid one on another.
         QHash<QString, qsizetype> posizione;
         const db::RecordsetPtr righe = connection->openRecordset(storicostatements::operationRowsQuery(idOperazione));
         for (righe->moveFirst(); !righe->eof(); righe->moveNext()) {
             const QString tabella = righe->value(QStringLiteral("GD91_TABELLA")).toString();
             const qint64 chiave = righe->value(QStringLiteral("GD91_CHIAVE")).toLongLong();
             const QString id = tabella + QLatin1Char('/') + QString::number(chiave);
-            const std::optional<QJsonObject> prima = immagine(righe->value(QStringLiteral("GD91_PRIMA")));
-            const std::optional<QJsonObject> dopo = immagine(righe->value(QStringLiteral("GD91_DOPO")));
+            std::optional<QJsonObject> prima = immagine(righe->value(QStringLiteral("GD91_PRIMA")));
+            std::optional<QJsonObject> dopo = immagine(righe->value(QStringLiteral("GD91_DOPO")));
+            if (prima && dopo) {
+                // A node's update that left its link alone names its subject in the row's columns.
+                if (tabella == tabellaNodi && !prima->contains(QStringLiteral("GD02_CLIFOR_CG44"))) {
+                    prima->insert(QStringLiteral("GD02_TIPOCF_CG44"),
+                                  QJsonValue::fromVariant(righe->value(QStringLiteral("GD91_TIPOCF_CG44"))));
+                    prima->insert(QStringLiteral("GD02_CLIFOR_CG44"),
+                                  QJsonValue::fromVariant(righe->value(QStringLiteral("GD91_CLIFOR_CG44"))));
+                }
+                dopo = storicostatements::wholeAfterImage(*prima, *dopo);
+            }
             if (auto it = posizione.constFind(id); it != posizione.cend()) {
                 Cambio &cambio = operazione.cambi[*it];
                 if (cambio.prima && prima)

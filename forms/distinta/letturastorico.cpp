@@ -109,6 +109,8 @@ QList<VoceStorico> LetturaStorico::leggi(const QString &query)
         voce.azione = lettera.isEmpty() ? QChar() : lettera.at(0);
         voce.prima = immagine(valore(prima));
         voce.dopo = immagine(valore(dopo));
+        if (voce.azione == QLatin1Char('U'))
+            voce.dopo = storicostatements::wholeAfterImage(voce.prima, voce.dopo);
         if (!valore(soggetto).isNull()) {
             const qint64 codice = valore(soggetto).toLongLong();
             base.codiceSoggetto = codice;

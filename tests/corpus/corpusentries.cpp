@@ -658,7 +658,7 @@ QList<Entry> entries()
          {},
          storicostatements::markReversedStatement(1, 2)},
         {u"CaricaStorico: a node's history"_s,
-         rows(4),
+         rows(3),
          {u"GD91_TABELLA"_s},
          storicostatements::nodeHistoryQuery(company, 2, u"nessun-guid"_s)},
         {u"CaricaStorico: a subject's history in every classification"_s,

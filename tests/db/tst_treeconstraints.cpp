@@ -341,17 +341,26 @@ private slots:
                       QStringLiteral("SELECT GD91_ID || '/' || json_extract(GD91_DOPO, '$.GD02_DESCR') "
                                      "FROM GD91_RIGHESTORICO")),
                  QStringLiteral("41/prima"));
+        // Today's updates keep what they changed; a node's link comes whole when it changes, and the
+        // stamp only as it was before; a new stamp alone records nothing.
+        const auto images = [&] {
+            return text(file,
+                        QStringLiteral("SELECT GD91_PRIMA || ' ' || GD91_DOPO FROM GD91_RIGHESTORICO "
+                                       "WHERE GD91_ID = (SELECT MAX(GD91_ID) FROM GD91_RIGHESTORICO)"));
+        };
+        file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAVAR = '2026-01-01 00:00:00', "
+                                 "GD02_UTENTEVAR = 'bianchi' WHERE GD02_ID = 1"));
+        QCOMPARE(file.scalar(QStringLiteral("SELECT MAX(GD91_ID) FROM GD91_RIGHESTORICO")), 41);
         file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DESCR = 'dopo' WHERE GD02_ID = 1"));
-        QCOMPARE(text(file,
-                      QStringLiteral("SELECT GD91_ID || ' ' || GD91_PRIMA FROM GD91_RIGHESTORICO "
-                                     "WHERE GD91_ID > 41")),
-                 QStringLiteral("42 ")
-                     + text(file,
-                            QStringLiteral(
-                                "SELECT json_object('GD02_ID', GD02_ID, 'GD02_IDPARENT_GD02', GD02_IDPARENT_GD02, "
-                                "'GD02_TIPOCF_CG44', GD02_TIPOCF_CG44, 'GD02_CLIFOR_CG44', GD02_CLIFOR_CG44, "
-                                "'GD02_DATAINIZIOVAL', GD02_DATAINIZIOVAL, 'GD02_DATAFINEVAL', GD02_DATAFINEVAL, "
-                                "'GD02_DESCR', 'prima') FROM GD02_DISTINTA WHERE GD02_ID = 1")));
+        QCOMPARE(images(), QStringLiteral(R"({"GD02_DESCR":"prima"} {"GD02_DESCR":"dopo"})"));
+        file.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_DATAFINEVAL = '2025-06-30 00:00:00', "
+                                 "GD02_DATAVAR = '2026-01-02 03:04:05', GD02_UTENTEVAR = 'rossi' WHERE GD02_ID = 1"));
+        QCOMPARE(
+            images(),
+            QStringLiteral(R"({"GD02_IDPARENT_GD02":0,"GD02_TIPOCF_CG44":0,"GD02_CLIFOR_CG44":1043,)"
+                           R"("GD02_DATAINIZIOVAL":"2024-03-01 00:00:00","GD02_DATAFINEVAL":"2099-12-31 00:00:00",)"
+                           R"("GD02_DATAVAR":"2026-01-01 00:00:00","GD02_UTENTEVAR":"bianchi"} )"
+                           R"({"GD02_DATAFINEVAL":"2025-06-30 00:00:00"})"));
     }
 
     // A journal that indexed every row by subject and classification gets today's narrower

@@ -325,6 +325,47 @@ private slots:
         QCOMPARE(f.righe(), grown);
     }
 
+    // A propagation journals only the billing it changed and the stamp it replaced: undone, the
+    // rows are as they were, stamps too; once another program has changed one of them since, the
+    // undo names that node by its subject and changes nothing.
+    void aPropagationIsUndoneFromWhatItChanged()
+    {
+        Albero f;
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 4, GD02_CLIFORFATT_CG44 = 19, "
+                              "GD02_DATAVAR = '2024-01-01 00:00:00', GD02_UTENTEVAR = 'bianchi'"));
+        f.exec(QStringLiteral("UPDATE GD02_DISTINTA SET GD02_TIPOANAGFATT = 0, GD02_CLIFORFATT_CG44 = NULL "
+                              "WHERE GD02_ID IN (%1, %2, %3)")
+                   .arg(f.n12)
+                   .arg(f.n13)
+                   .arg(f.n14));
+        f.exec(QStringLiteral("DELETE FROM GD91_RIGHESTORICO"));
+        f.apri();
+        const QStringList before = f.righe();
+        f.comando(11, QStringLiteral("mnuPropagaFigli"));
+        QCOMPARE(f.operazioni().last(), QStringLiteral("Propagazione/0///0"));
+        QCOMPARE(
+            f.testo(QStringLiteral("SELECT GD91_PRIMA || ' ' || GD91_DOPO FROM GD91_RIGHESTORICO "
+                                   "WHERE GD91_CHIAVE = %1")
+                        .arg(f.n13)),
+            QStringLiteral(R"({"GD02_TIPOANAGFATT":0,"GD02_CLIFORFATT_CG44":null,)"
+                           R"("GD02_DATAVAR":"2024-01-01 00:00:00","GD02_GRUPPOVAR":null,"GD02_UTENTEVAR":"bianchi"} )"
+                           R"({"GD02_TIPOANAGFATT":4,"GD02_CLIFORFATT_CG44":19})"));
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.righe(), before);
+
+        f.premi(QStringLiteral("CMD_RIPETI"));
+        f.altroProgramma(
+            QStringLiteral("UPDATE GD02_DISTINTA SET GD02_CLIFORFATT_CG44 = 18 WHERE GD02_ID = %1").arg(f.n13));
+        const QStringList changed = f.righe();
+        f.host.log().clear();
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(f.host.log().messageTexts(),
+                 QStringList(QStringLiteral("Operazione non annullata: dopo di essa sono cambiate queste righe:\n"
+                                            "Nodo %1 (Cliente 13)\n")
+                                 .arg(f.n13)));
+        QCOMPARE(f.righe(), changed);
+    }
+
     // Undo is the user's own last standing operation; a new action ends what could be redone.
     void aNewActionEndsTheRedo()
     {
