@@ -20,7 +20,7 @@ SCHEMA = (ROOT / "db" / "schema_sqlite.sql").read_text(encoding="utf-8")
 # guid and change stamp ({R} is the row, NEW or OLD). "names" are the columns an update's
 # before-image carries besides the changed ones: what names the row to a reader. A node's are its
 # link (parent, subject, period), which the checks of an undo read whole; they are written only
-# when the update changes one of them ("named_when"), as a node's billing, priorities or
+# when the update changes one of them ("names_when_changed"), as a node's billing, priorities or
 # description change far more often, and its subject is in the journal row's own columns. A
 # node's update keeps no guid either: its rows are found by the node's id, and a changed guid is
 # in its images.
@@ -35,7 +35,7 @@ TABLES = {
         utente="{R}.GD02_UTENTEVAR", gruppo="{R}.GD02_GRUPPOVAR", update_guid="NULL",
         names=["GD02_IDPARENT_GD02", "GD02_TIPOCF_CG44", "GD02_CLIFOR_CG44", "GD02_DATAINIZIOVAL",
                "GD02_DATAFINEVAL"],
-        named_when="changed"),
+        names_when_changed=True),
     "GD03_PARAMETRI": dict(
         short="GD03", key="GD03_DITTA_CG18", ditta="{R}.GD03_DITTA_CG18", tipo="NULL", nodo="NULL",
         tipocf="NULL", clifor="NULL", guid="NULL", utente="NULL", gruppo="NULL", names=["GD03_DITTA_CG18"]),
@@ -98,11 +98,11 @@ def formatted(template, args):
     return wrapped("format(", pieces, " " * 18)
 
 
-def before_image(table, names, named_when=None):
+def before_image(table, names, names_when_changed=False):
     # The names, then each column the update changed, stamp included, as one JSON object built by
     # one format(): an unchanged column costs a comparison, and the text is assembled once.
     others = [c for c in columns(table) if c not in names]
-    if named_when is None:
+    if not names_when_changed:
         template = "{" + ",".join('"%s":%%s' % c for c in names) + "%s" * len(others) + "}"
         return formatted(template, ["json_quote(OLD.%s)" % c for c in names] + [changed(c, "OLD") for c in others])
     # The names only when one of them changes: then they come whole, the unchanged ones too. Every
@@ -147,7 +147,7 @@ def sqlite_triggers():
             out.append("           %s, datetime('now', 'localtime'), %s, %s,"
                        % (f(guid), f(d["utente"]), f(d["gruppo"])))
             if event == "UPDATE":
-                before = before_image(table, d["names"], d.get("named_when"))
+                before = before_image(table, d["names"], d.get("names_when_changed", False))
                 after = after_image(table)
             else:
                 before = "NULL" if event == "INSERT" else whole_image(table, "OLD")
