@@ -194,6 +194,8 @@ SqliteBackend::SqliteBackend(const QString &fileName, bool readOnly)
         }
     }
     registerSqliteFunctions(m_handle);
+    if (!readOnly && *sqlite3_db_filename(m_handle, "main") != '\0')
+        m_checkpointer = std::make_unique<SqliteCheckpointer>(m_handle);
 }
 
 bool SqliteBackend::isEmptyDatabase()
@@ -209,6 +211,7 @@ bool SqliteBackend::isEmptyDatabase()
 SqliteBackend::~SqliteBackend()
 {
     leaveSnapshot();
+    m_checkpointer.reset();
     m_cache.clear();
     sqlite3_close_v2(m_handle);
 }

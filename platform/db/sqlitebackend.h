@@ -1,9 +1,11 @@
 #pragma once
 
 #include "backend.h"
+#include "sqlitecheckpointer.h"
 
 #include <QHash>
 #include <list>
+#include <memory>
 #include <optional>
 
 struct sqlite3;
@@ -88,9 +90,10 @@ private:
     QHash<QString, std::optional<TableSchema>> m_schemas; // lower-case table name -> its schema
     qint64 m_schemaVersion = -1;
     int m_snapshotHolds = 0;
-    bool m_inSnapshot = false;                        // a read transaction begun here is open
-    std::optional<unsigned int> m_dataVersion;        // the file's version when the schema was last read
-    QHash<QString, TemporaryTable> m_temporaryTables; // by lower-case name, "#gd12_temp"
+    bool m_inSnapshot = false;                          // a read transaction begun here is open
+    std::optional<unsigned int> m_dataVersion;          // the file's version when the schema was last read
+    QHash<QString, TemporaryTable> m_temporaryTables;   // by lower-case name, "#gd12_temp"
+    std::unique_ptr<SqliteCheckpointer> m_checkpointer; // none when read-only
 };
 
 } // namespace db

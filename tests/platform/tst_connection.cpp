@@ -27,6 +27,7 @@ private slots:
     void cachedStatementsFollowSchemaChanges();
     void temporaryTableBuiltAgainBySameSelect();
     void heldReadsShareASnapshotThatNoWriteWaitsOn();
+    void largeCommitsLeaveNoLogBehind();
     void traceHoldsEveryStatementAsSent();
     void connectionStringsKeepEveryValueWhole();
 
@@ -322,6 +323,25 @@ void TestConnection::heldReadsShareASnapshotThatNoWriteWaitsOn()
     }
     other->execute(QStringLiteral("UPDATE T SET V = 30 WHERE ID = 1"));
     QCOMPARE(valueSeenBy(m_connection), 30);
+}
+
+// Large commits are copied back into the file off the writer's thread; a reader on another
+// connection meanwhile sees every commit whole, and closing leaves only the file.
+void TestConnection::largeCommitsLeaveNoLogBehind()
+{
+    m_connection->execute(QStringLiteral("CREATE TABLE T (ID INTEGER PRIMARY KEY, V TEXT)"));
+    ConnectionPtr reader = Connection::open(connectionString());
+    m_connection->execute(QStringLiteral("INSERT INTO T (V) VALUES ('%1')").arg(QString(800, u'x')));
+    for (int rows = 2; rows <= 8192; rows *= 2) { // the last commits write well over a thousand pages
+        m_connection->execute(QStringLiteral("INSERT INTO T (V) SELECT V FROM T"));
+        QCOMPARE(reader->openRecordset(QStringLiteral("SELECT COUNT(*) FROM T"))->valueAt(0, 0).toInt(), rows);
+    }
+    reader.reset();
+    m_connection.reset();
+    const QString file = m_dir->filePath(QStringLiteral("c.sqlite"));
+    QVERIFY(!QFile::exists(file + QStringLiteral("-wal")));
+    m_connection = Connection::open(connectionString());
+    QCOMPARE(m_connection->openRecordset(QStringLiteral("SELECT COUNT(*) FROM T"))->valueAt(0, 0).toInt(), 8192);
 }
 
 QTEST_MAIN(TestConnection)
