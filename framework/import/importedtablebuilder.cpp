@@ -2,7 +2,21 @@
 
 #include "framework/import/importfileerror.h"
 
+#include <algorithm>
+
 namespace fw {
+
+namespace {
+
+// Blanks alone do not make a row: a line of spaces in a text file, a cell a space was typed in.
+bool isBlank(const ImportedCell &cell)
+{
+    return cell.kind == ImportedCell::Kind::Empty
+        || (cell.kind == ImportedCell::Kind::Text
+            && std::all_of(cell.text.cbegin(), cell.text.cend(), [](QChar c) { return c.isSpace(); }));
+}
+
+} // namespace
 
 ImportedTableBuilder::ImportedTableBuilder(const QString &sheet)
 {
@@ -13,7 +27,7 @@ void ImportedTableBuilder::add(ImportedRow &&row)
 {
     while (!row.cells.isEmpty() && row.cells.constLast().kind == ImportedCell::Kind::Empty)
         row.cells.removeLast();
-    if (row.cells.isEmpty())
+    if (std::all_of(row.cells.cbegin(), row.cells.cend(), isBlank))
         return;
     if (m_hasHeadings) {
         m_table.rows.append(std::move(row));

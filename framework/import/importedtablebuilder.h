@@ -5,7 +5,7 @@
 namespace fw {
 
 // Gathers the rows a reader finds, in order, into a table: the first row with any value gives
-// the headings, wholly empty rows are dropped and so are the empty cells that end a row.
+// the headings, rows of empty or blank cells are dropped and so are the empty cells that end a row.
 class ImportedTableBuilder
 {
 public:

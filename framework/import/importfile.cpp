@@ -32,7 +32,7 @@ ImportedTable readImportFile(const QString &path)
     if (head.startsWith(OleSignature))
         throw ImportFileError::passwordProtected(path);
     if (isZip(head))
-        return XlsxTableReader::read(&file, path);
+        return XlsxTableReader::read(path);
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         throw ImportFileError::cannotOpen(path, file.errorString());

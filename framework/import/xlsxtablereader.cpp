@@ -7,7 +7,6 @@
 #include "platform/db/dayformat.h"
 
 #include <QXmlStreamReader>
-#include <quazip/quazipfile.h>
 
 namespace fw {
 
@@ -73,7 +72,7 @@ public:
 
     ImportedTable read()
     {
-        const std::unique_ptr<QuaZipFile> file = m_workbook.openSheet();
+        const std::unique_ptr<QIODevice> file = m_workbook.openSheet();
         QXmlStreamReader xml(file.get());
         ImportedTableBuilder builder(m_workbook.sheetName());
         QStringList merged;
@@ -232,9 +231,9 @@ private:
 
 } // namespace
 
-ImportedTable XlsxTableReader::read(QIODevice *file, const QString &path)
+ImportedTable XlsxTableReader::read(const QString &path)
 {
-    XlsxWorkbook workbook(file, path);
+    XlsxWorkbook workbook(path);
     return SheetReader(workbook).read();
 }
 

@@ -4,8 +4,6 @@
 
 #include <QString>
 
-class QIODevice;
-
 namespace fw {
 
 // The first visible sheet of an XLSX workbook as a table, its XML streamed row by row. Numbers
@@ -15,7 +13,7 @@ namespace fw {
 class XlsxTableReader
 {
 public:
-    static ImportedTable read(QIODevice *file, const QString &path);
+    static ImportedTable read(const QString &path);
 
     // "A1" as column 0 and row 1; false for a reference that is not a cell of a sheet.
     static bool parseReference(QStringView reference, int &column, int &row);

@@ -5,8 +5,6 @@
 
 #include <QDir>
 #include <QXmlStreamReader>
-#include <quazip/quazip.h>
-#include <quazip/quazipfile.h>
 
 namespace fw {
 
@@ -50,11 +48,10 @@ QString unescaped(const QString &text)
 
 } // namespace
 
-XlsxWorkbook::XlsxWorkbook(QIODevice *file, const QString &path)
+XlsxWorkbook::XlsxWorkbook(const QString &path)
     : m_path(path)
-    , m_zip(std::make_unique<QuaZip>(file))
 {
-    if (!m_zip->open(QuaZip::mdUnzip))
+    if (!m_zip.open(path))
         damaged();
     const QString workbook =
         firstOfType(relationships(QString()), u"/officeDocument", QStringLiteral("xl/workbook.xml")).target;
@@ -70,7 +67,7 @@ XlsxWorkbook::XlsxWorkbook(QIODevice *file, const QString &path)
 
 XlsxWorkbook::~XlsxWorkbook() = default;
 
-std::unique_ptr<QuaZipFile> XlsxWorkbook::openSheet()
+std::unique_ptr<QIODevice> XlsxWorkbook::openSheet()
 {
     return open(m_sheetEntry, true);
 }
@@ -100,16 +97,10 @@ QString XlsxWorkbook::readRichText(QXmlStreamReader &xml)
     return unescaped(text);
 }
 
-// Entry names are matched ignoring case, as Excel does.
-std::unique_ptr<QuaZipFile> XlsxWorkbook::open(const QString &entry, bool required)
+std::unique_ptr<QIODevice> XlsxWorkbook::open(const QString &entry, bool required)
 {
-    if (entry.isEmpty() || !m_zip->setCurrentFile(entry, QuaZip::csInsensitive)) {
-        if (required)
-            damaged();
-        return nullptr;
-    }
-    auto file = std::make_unique<QuaZipFile>(m_zip.get());
-    if (!file->open(QIODevice::ReadOnly))
+    std::unique_ptr<QIODevice> file = m_zip.openEntry(entry);
+    if (!file && required)
         damaged();
     return file;
 }
@@ -121,7 +112,7 @@ QHash<QString, XlsxWorkbook::Relationship> XlsxWorkbook::relationships(const QSt
     const QString entry = (folder.isEmpty() ? QString() : folder + u'/') + QStringLiteral("_rels/")
         + part.mid(folder.isEmpty() ? 0 : folder.size() + 1) + QStringLiteral(".rels");
     QHash<QString, Relationship> found;
-    const std::unique_ptr<QuaZipFile> file = open(entry, false);
+    const std::unique_ptr<QIODevice> file = open(entry, false);
     if (!file)
         return found;
     QXmlStreamReader xml(file.get());
@@ -151,7 +142,7 @@ XlsxWorkbook::Relationship XlsxWorkbook::firstOfType(const QHash<QString, Relati
 // The date system, and the first sheet not hidden: its name, and its relationship id returned.
 QString XlsxWorkbook::readWorkbook(const QString &part)
 {
-    const std::unique_ptr<QuaZipFile> file = open(part, true);
+    const std::unique_ptr<QIODevice> file = open(part, true);
     QXmlStreamReader xml(file.get());
     bool found = false;
     QString id;
@@ -182,7 +173,7 @@ QString XlsxWorkbook::readWorkbook(const QString &part)
 
 void XlsxWorkbook::readSharedStrings(const QString &part)
 {
-    const std::unique_ptr<QuaZipFile> file = open(part, false);
+    const std::unique_ptr<QIODevice> file = open(part, false);
     if (!file)
         return;
     QXmlStreamReader xml(file.get());
@@ -199,7 +190,7 @@ void XlsxWorkbook::readSharedStrings(const QString &part)
 
 void XlsxWorkbook::readStyles(const QString &part)
 {
-    const std::unique_ptr<QuaZipFile> file = open(part, false);
+    const std::unique_ptr<QIODevice> file = open(part, false);
     if (!file)
         return;
     QHash<int, QString> codes;

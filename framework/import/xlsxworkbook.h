@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framework/import/ziparchive.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -8,8 +10,6 @@
 
 class QIODevice;
 class QXmlStreamReader;
-class QuaZip;
-class QuaZipFile;
 
 namespace fw {
 
@@ -19,7 +19,7 @@ namespace fw {
 class XlsxWorkbook
 {
 public:
-    XlsxWorkbook(QIODevice *file, const QString &path);
+    explicit XlsxWorkbook(const QString &path);
     ~XlsxWorkbook();
     XlsxWorkbook(const XlsxWorkbook &) = delete;
     XlsxWorkbook &operator=(const XlsxWorkbook &) = delete;
@@ -34,7 +34,7 @@ public:
     bool uses1904() const { return m_date1904; }
 
     // The sheet's XML, open for reading.
-    std::unique_ptr<QuaZipFile> openSheet();
+    std::unique_ptr<QIODevice> openSheet();
     [[noreturn]] void damaged() const;
 
     // The text of a shared or inline string (<si>, <is>) the reader stands on: its own text or
@@ -48,7 +48,7 @@ private:
         QString target; // the part's entry in the package
     };
 
-    std::unique_ptr<QuaZipFile> open(const QString &entry, bool required);
+    std::unique_ptr<QIODevice> open(const QString &entry, bool required);
     QHash<QString, Relationship> relationships(const QString &part);
     Relationship firstOfType(const QHash<QString, Relationship> &relationships, QStringView type,
                              const QString &fallback) const;
@@ -58,7 +58,7 @@ private:
     void check(const QXmlStreamReader &xml) const;
 
     QString m_path;
-    std::unique_ptr<QuaZip> m_zip;
+    ZipArchive m_zip;
     QString m_sheetName;
     QString m_sheetEntry;
     QStringList m_sharedStrings;
