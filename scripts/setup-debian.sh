@@ -9,7 +9,7 @@ packages=(
   unixodbc unixodbc-dev libsqliteodbc
   xvfb xauth
   fonts-dejavu-core poppler-utils
-  libxlsxwriter-dev unzip
+  libxlsxwriter-dev libminizip-dev unzip
   sqlfluff clang-format
 )
 
