@@ -252,6 +252,11 @@ bool CLSGD_DISTINTA::exportComparison(const QString &code, const QDate &a, const
     return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.ConfrontoSenzaFinestra(code, a, b, path, format); });
 }
 
+bool CLSGD_DISTINTA::exportCheck(const QString &code, const QString &path, fw::ExportFile::Format format)
+{
+    return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.VerificaSenzaFinestra(code, path, format); });
+}
+
 // The editor prepared as ShowForm prepares it and started as its first showing would start
 // it, for work done without a window; nothing is ever shown.
 bool CLSGD_DISTINTA::senzaFinestra(const std::function<bool(FRMGD_DISTINTA &)> &work)

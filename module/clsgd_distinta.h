@@ -105,6 +105,7 @@ public:
                        const QString &path, fw::ExportFile::Format format) override;
     bool exportComparison(const QString &code, const QDate &a, const QDate &b, const QString &path,
                           fw::ExportFile::Format format) override;
+    bool exportCheck(const QString &code, const QString &path, fw::ExportFile::Format format) override;
 
     std::unique_ptr<fw::Cinterface> createInstance() const override;
     void setTypeMaintenance(std::optional<qint64> idDistinta) override;

@@ -19,10 +19,11 @@ QList<QCommandLineOption> ExportRequest::options()
         {exportOption,
          QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
          QStringLiteral("codice")},
-        {xlsxOption, QStringLiteral("Con --export, --history o --compare: la cartella di lavoro Excel da scrivere."),
+        {xlsxOption, QStringLiteral("Con --export, --history, --compare o --check: la cartella di lavoro Excel da scrivere."),
          QStringLiteral("file.xlsx")},
         {csvOption,
-         QStringLiteral("Con --export, --history o --compare: il file CSV (separato da punto e virgola) da scrivere."),
+         QStringLiteral("Con --export, --history, --compare o --check: il file CSV (separato da punto e virgola) da "
+                        "scrivere."),
          QStringLiteral("file.csv")},
     };
 }
@@ -30,8 +31,9 @@ QList<QCommandLineOption> ExportRequest::options()
 bool ExportRequest::read(const QCommandLineParser &parser, QTextStream &err)
 {
     if (!parser.isSet(exportOption)) {
-        // --history and --compare read the file options themselves.
-        if (parser.isSet(QStringLiteral("history")) || parser.isSet(QStringLiteral("compare")))
+        // --history, --compare and --check read the file options themselves.
+        if (parser.isSet(QStringLiteral("history")) || parser.isSet(QStringLiteral("compare"))
+            || parser.isSet(QStringLiteral("check")))
             return true;
         for (const QString &option : {xlsxOption, csvOption}) {
             if (parser.isSet(option)) {

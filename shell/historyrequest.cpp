@@ -11,6 +11,8 @@ const QString historyOption = QStringLiteral("history");
 const QString compareOption = QStringLiteral("compare");
 const QString fromOption = QStringLiteral("from");
 const QString toOption = QStringLiteral("to");
+const QString checkOption = QStringLiteral("check");
+const QString typeOption = QStringLiteral("type");
 
 // A day typed as dd/mm/yyyy; false after saying what is wrong.
 bool readDay(const QCommandLineParser &parser, const QString &option, QTextStream &err, std::optional<QDate> &day)
@@ -44,6 +46,11 @@ QList<QCommandLineOption> HistoryRequest::options()
          QStringLiteral("gg/mm/aaaa")},
         {toOption, QStringLiteral("Con --history: l'ultimo giorno; con --compare: il giorno B."),
          QStringLiteral("gg/mm/aaaa")},
+        {checkOption,
+         QStringLiteral("Scrive senza finestre i problemi delle distinte della ditta (soggetti senza distinta, legami "
+                        "sovrapposti, periodi fuori dal padre, righe senza nodo) nel file di --xlsx o di --csv.")},
+        {typeOption, QStringLiteral("Con --check: solo i problemi della distinta del tipo indicato."),
+         QStringLiteral("codice")},
     };
 }
 
@@ -51,6 +58,12 @@ bool HistoryRequest::read(const QCommandLineParser &parser, QTextStream &err)
 {
     const bool history = parser.isSet(historyOption);
     const bool compare = parser.isSet(compareOption);
+    if (parser.isSet(checkOption))
+        return readCheck(parser, err, history || compare);
+    if (parser.isSet(typeOption)) {
+        err << QStringLiteral("L'opzione --type vale solo con --check.") << Qt::endl;
+        return false;
+    }
     if (!history && !compare) {
         for (const QString &option : {fromOption, toOption}) {
             if (parser.isSet(option)) {
@@ -78,19 +91,8 @@ bool HistoryRequest::read(const QCommandLineParser &parser, QTextStream &err)
         err << QStringLiteral("Indicare con --%1 il codice del tipo di distinta.").arg(option) << Qt::endl;
         return false;
     }
-    const bool xlsx = parser.isSet(QStringLiteral("xlsx"));
-    if (xlsx == parser.isSet(QStringLiteral("csv"))) {
-        err << QStringLiteral("Con --%1 indicare il file da scrivere con --xlsx oppure con --csv (uno solo).")
-                   .arg(option)
-            << Qt::endl;
+    if (!readFile(parser, err, option))
         return false;
-    }
-    format = xlsx ? fw::ExportFile::Format::Xlsx : fw::ExportFile::Format::Csv;
-    path = parser.value(xlsx ? QStringLiteral("xlsx") : QStringLiteral("csv")).trimmed();
-    if (path.isEmpty()) {
-        err << QStringLiteral("Con --%1 indicare il nome del file da scrivere.").arg(option) << Qt::endl;
-        return false;
-    }
     if (!readDay(parser, fromOption, err, from) || !readDay(parser, toOption, err, to))
         return false;
     if (compare && (!from || !to)) {
@@ -106,4 +108,45 @@ bool HistoryRequest::read(const QCommandLineParser &parser, QTextStream &err)
     if (history && parser.isSet(QStringLiteral("user")))
         user = parser.value(QStringLiteral("user")).trimmed();
     return true;
+}
+
+bool HistoryRequest::readFile(const QCommandLineParser &parser, QTextStream &err, const QString &option)
+{
+    const bool xlsx = parser.isSet(QStringLiteral("xlsx"));
+    if (xlsx == parser.isSet(QStringLiteral("csv"))) {
+        err << QStringLiteral("Con --%1 indicare il file da scrivere con --xlsx oppure con --csv (uno solo).")
+                   .arg(option)
+            << Qt::endl;
+        return false;
+    }
+    format = xlsx ? fw::ExportFile::Format::Xlsx : fw::ExportFile::Format::Csv;
+    path = parser.value(xlsx ? QStringLiteral("xlsx") : QStringLiteral("csv")).trimmed();
+    if (path.isEmpty()) {
+        err << QStringLiteral("Con --%1 indicare il nome del file da scrivere.").arg(option) << Qt::endl;
+        return false;
+    }
+    return true;
+}
+
+bool HistoryRequest::readCheck(const QCommandLineParser &parser, QTextStream &err, bool withHistory)
+{
+    if (withHistory || parser.isSet(QStringLiteral("print")) || parser.isSet(QStringLiteral("export"))) {
+        err << QStringLiteral("Indicare una sola tra --print, --export, --history, --compare e --check.") << Qt::endl;
+        return false;
+    }
+    for (const QString &option : {QStringLiteral("level"), QStringLiteral("date"), fromOption, toOption}) {
+        if (parser.isSet(option)) {
+            err << QStringLiteral("L'opzione --%1 non vale con --check.").arg(option) << Qt::endl;
+            return false;
+        }
+    }
+    kind = Kind::Check;
+    if (parser.isSet(typeOption)) {
+        typeCode = parser.value(typeOption).trimmed();
+        if (typeCode.isEmpty()) {
+            err << QStringLiteral("Indicare con --type il codice del tipo di distinta.") << Qt::endl;
+            return false;
+        }
+    }
+    return readFile(parser, err, checkOption);
 }

@@ -7,6 +7,7 @@
 #include "data/storicostatements.h"
 #include "forms/distinta/confronto.h"
 #include "forms/distinta/letturastorico.h"
+#include "forms/distinta/verificadistinte.h"
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/livelli.h"
 #include "forms/distinta/parti.h"
@@ -304,6 +305,31 @@ bool FRMGD_DISTINTA::ConfrontoSenzaFinestra(const QString &codiceTipo, const QDa
         const QList<distinta::Differenza> differenze = distinta::Confronto::confronta(
             connection(), companyCode(), m_parti->albero.idTipo(), m_parti->albero.tipoSoggetto(), a, b);
         distinta::Confronto::esporta(differenze, percorso, formato, QStringLiteral("Confronto ") + codice);
+    });
+}
+
+bool FRMGD_DISTINTA::VerificaSenzaFinestra(const QString &codiceTipo, const QString &percorso,
+                                           fw::ExportFile::Format formato)
+{
+    const QString procedura = QStringLiteral("CMD_VERIFICA_Click");
+    const QString codice = codiceTipo.trimmed().toUpper();
+    const QString problema = fw::ExportFile::problem(percorso);
+    if (!problema.isEmpty()) {
+        avviso(problema);
+        return false;
+    }
+    std::optional<qint64> tipo;
+    if (!codice.isEmpty()) {
+        if (!scegliSenzaFinestra(codice, procedura, {}))
+            return false;
+        tipo = m_parti->albero.idTipo();
+    }
+    return step(procedura, [&] {
+        const QList<distinta::Anomalia> anomalie =
+            distinta::VerificaDistinte::verifica(connection(), companyCode(), QDate::currentDate(), tipo);
+        distinta::VerificaDistinte::esporta(anomalie, percorso, formato,
+                                            codice.isEmpty() ? QStringLiteral("Verifica distinte")
+                                                             : QStringLiteral("Verifica ") + codice);
     });
 }
 

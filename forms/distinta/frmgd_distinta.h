@@ -57,6 +57,9 @@ public:
     // The classification's differences between two days, to a file.
     bool ConfrontoSenzaFinestra(const QString &codiceTipo, const QDate &a, const QDate &b, const QString &percorso,
                                 fw::ExportFile::Format formato);
+    // What is wrong in the company's classifications today (only in that type's, when a code is
+    // given), to a file; written also when nothing is.
+    bool VerificaSenzaFinestra(const QString &codiceTipo, const QString &percorso, fw::ExportFile::Format formato);
     bool EsportaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno,
                               const QString &percorso, fw::ExportFile::Format formato);
 

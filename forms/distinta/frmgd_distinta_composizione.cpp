@@ -93,13 +93,15 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     tools->addWidget(new QLabel(QStringLiteral("Stato")));
     tools->addWidget(p.stato.controllo());
 
-    // The history's row: undo and redo, the list of changes, the comparison of two days.
+    // The history's row: undo and redo, the list of changes, the comparison of two days; the
+    // check of every classification beside them.
     auto *storia = new QHBoxLayout;
     storia->addWidget(p.annullamento.annulla());
     storia->addWidget(p.annullamento.ripeti());
     storia->addSpacing(12);
     storia->addWidget(p.storico.storico());
     storia->addWidget(p.storico.confronta());
+    storia->addWidget(p.controllo.pulsante());
     storia->addStretch();
 
     auto *pannello = new QWidget;
@@ -125,6 +127,10 @@ void FRMGD_DISTINTA::collegaEventi()
     connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::listaCaricata, &p.aspetto,
             &distinta::Aspetto::SplitterReposition);
     connect(&p.ricerca, &distinta::PaginaRicerca::nodoRichiesto, this, &FRMGD_DISTINTA::vaiAlNodo);
+    connect(&p.controllo, &distinta::ControlloDistinte::distintaRichiesta, this, [this](const QString &chiave) {
+        if (m_parti->selettore.scegli(chiave))
+            TVW_SELDISTINTE_Click();
+    });
     connect(&p.gestioni, &distinta::Gestioni::tipiCambiati, this,
             [this] { InizializzaDistinte(m_parti->selettore.chiaveSelezionata()); });
     connect(&p.parametri, &distinta::ParametriModulo::parametriChiusi, &p.dettagli,

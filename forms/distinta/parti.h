@@ -5,6 +5,7 @@
 #include "forms/distinta/annullamento.h"
 #include "forms/distinta/aspetto.h"
 #include "forms/distinta/controllilegami.h"
+#include "forms/distinta/controllodistinte.h"
 #include "forms/distinta/eliminazione.h"
 #include "forms/distinta/esportazione.h"
 #include "forms/distinta/gestioni.h"
@@ -59,6 +60,7 @@ struct Parti
     Aspetto aspetto;
     Annullamento annullamento;
     StoricoDistinta storico;
+    ControlloDistinte controllo;
 };
 
 } // namespace distinta

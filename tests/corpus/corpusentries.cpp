@@ -15,6 +15,7 @@
 #include "data/sqltext.h"
 #include "data/stampastatements.h"
 #include "data/storicostatements.h"
+#include "data/verificastatements.h"
 #include "framework/workflowstatements.h"
 
 #include <QDate>
@@ -686,6 +687,50 @@ QList<Entry> entries()
          someRows,
          {u"SoloPrimo"_s},
          storicostatements::linksValidOnOneDayQuery(company, 1, QDate(2024, 6, 1), QDate(2025, 6, 1))},
+        {u"CMD_VERIFICA_Click: subjects in no classification of a division on a day"_s,
+         anything,
+         {u"CG44_CLIFOR"_s},
+         verificastatements::missingSubjectsQuery(company, QDate(2025, 6, 1), {})},
+        {u"CMD_VERIFICA_Click: subjects missing from one type's division"_s,
+         anything,
+         {u"CG44_TIPOCF"_s},
+         verificastatements::missingSubjectsQuery(company, QDate(2025, 6, 1), 1)},
+        {u"CMD_VERIFICA_Click: overlapping links of a subject in one division"_s,
+         anything,
+         {u"IdAltro"_s},
+         verificastatements::overlappingLinksQuery(company, {})},
+        {u"CMD_VERIFICA_Click: overlapping links with a node of one type"_s,
+         anything,
+         {u"FineAltro"_s},
+         verificastatements::overlappingLinksQuery(company, 1)},
+        {u"CMD_VERIFICA_Click: children outside their parent's period"_s,
+         anything,
+         {u"IdPadre"_s},
+         verificastatements::childrenOutsideParentQuery(company, {})},
+        {u"CMD_VERIFICA_Click: children of one type outside their parent's period"_s,
+         anything,
+         {u"FinePadre"_s},
+         verificastatements::childrenOutsideParentQuery(company, 1)},
+        {u"CMD_VERIFICA_Click: nodes whose subject, type or parent is gone"_s,
+         noRows,
+         {u"SenzaPadre"_s},
+         verificastatements::orphanNodesQuery(company, {})},
+        {u"CMD_VERIFICA_Click: nodes of one type whose subject, type or parent is gone"_s,
+         noRows,
+         {u"SenzaTipo"_s},
+         verificastatements::orphanNodesQuery(company, 1)},
+        {u"CMD_VERIFICA_Click: campaigns of nodes that are gone"_s,
+         noRows,
+         {u"MG94_CODCAMP"_s},
+         verificastatements::orphanPromotionsQuery(company)},
+        {u"CMD_VERIFICA_Click: contract conditions of nodes that are gone"_s,
+         anything,
+         {u"GD14_PROGRCOND_GD13"_s},
+         verificastatements::orphanContractConditionsQuery(company)},
+        {u"CMD_VERIFICA_Click: workflow states of nodes that are gone"_s,
+         anything,
+         {u"WF02_GUID"_s},
+         verificastatements::orphanStatesQuery()},
     };
 }
 
