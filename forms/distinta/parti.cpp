@@ -27,6 +27,7 @@ Parti::Parti(FRMGD_DISTINTA &form, QTabWidget *gestione)
     , aspetto(form, albero)
     , annullamento(form, albero, verifica, legami)
     , storico(form, albero, selettore, ricercaAlbero, annullamento)
+    , doveUsato(form)
 {
     albero.setControlliLegati(dettagli.promozioni().controlliLegati());
 }

@@ -3,6 +3,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/annullamento.h"
+#include "forms/distinta/comandodoveusato.h"
 #include "forms/distinta/aspetto.h"
 #include "forms/distinta/controllilegami.h"
 #include "forms/distinta/eliminazione.h"
@@ -59,6 +60,7 @@ struct Parti
     Aspetto aspetto;
     Annullamento annullamento;
     StoricoDistinta storico;
+    ComandoDoveUsato doveUsato;
 };
 
 } // namespace distinta

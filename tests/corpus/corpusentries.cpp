@@ -5,6 +5,7 @@
 #include "data/dettaglistatements.h"
 #include "data/distintastatements.h"
 #include "data/dittastatements.h"
+#include "data/doveusatostatements.h"
 #include "data/legamistatements.h"
 #include "data/nodistatements.h"
 #include "data/parametristatements.h"
@@ -686,6 +687,11 @@ QList<Entry> entries()
          someRows,
          {u"SoloPrimo"_s},
          storicostatements::linksValidOnOneDayQuery(company, 1, QDate(2024, 6, 1), QDate(2025, 6, 1))},
+
+        {u"mnuDoveUsato_Click: the links of a subject in every classification (one of the customers in two lists)"_s,
+         rows(2),
+         {u"GD01_CODICE"_s, u"GD01_DESCR"_s, u"ValidaOggi"_s},
+         doveusatostatements::subjectLinksQuery(company, customers, 1015, today)},
     };
 }
 
