@@ -227,6 +227,28 @@ void FRMGD_DISTINTA::vaiAlNodo(int tipoSoggetto, const QString &distinta, const 
     p.albero.widget()->setFocus();
 }
 
+// A link the tree does not show as of its date is looked for by the subject's code, as the
+// history's lines are.
+void FRMGD_DISTINTA::vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice)
+{
+    distinta::Parti &p = *m_parti;
+    if (p.selettore.chiaveSelezionata() != chiaveTipo) {
+        if (!p.selettore.scegli(chiaveTipo)) {
+            mostraInBarraDiStato(QStringLiteral("La distinta non è più tra quelle della ditta."));
+            return;
+        }
+        TVW_SELDISTINTE_Click();
+    }
+    fw::TreeList *albero = p.albero.widget();
+    const int riga = p.albero.rigaDelNodo(idNodo);
+    if (riga >= 0)
+        albero->setFocusedNode(albero->nodeOfRow(riga));
+    else
+        p.ricercaAlbero.cercaCodice(QStringLiteral("GRD_DOVEUSATO_DblClick"), QString::number(codice));
+    albero->setFocus();
+    activateWindow();
+}
+
 void FRMGD_DISTINTA::ricarica()
 {
     distinta::Parti &p = *m_parti;

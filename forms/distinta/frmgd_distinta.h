@@ -90,6 +90,8 @@ private:
     void aggiornaComandi();
     // The subject of a result of the search across classifications, in its classification.
     void vaiAlNodo(int tipoSoggetto, const QString &distinta, const QString &codice);
+    // A line of "Dove è usato": its classification chosen as a click chooses it, then its node.
+    void vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice);
     // The tree, and the subject list when it shows, read again from the database.
     void ricarica();
     // The type of that code chosen for a run without a window; false, the reason told, when the

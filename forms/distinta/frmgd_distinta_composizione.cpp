@@ -143,6 +143,11 @@ void FRMGD_DISTINTA::collegaEventi()
     connect(&p.albero, &distinta::Albero::distintaCaricata, &p.annullamento, &distinta::Annullamento::aggiornaComandi);
     connect(&p.albero, &distinta::Albero::distintaCaricata, &p.storico, &distinta::StoricoDistinta::aggiornaComandi);
     connect(&p.annullamento, &distinta::Annullamento::distintaCambiata, this, &FRMGD_DISTINTA::ricarica);
+    connect(&p.menu, &distinta::MenuNodo::doveUsatoRichiesto, &p.doveUsato,
+            &distinta::ComandoDoveUsato::mnuDoveUsato_Click);
+    connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::doveUsatoRichiesto, &p.doveUsato,
+            &distinta::ComandoDoveUsato::mnuDoveUsato_Click);
+    connect(&p.doveUsato, &distinta::ComandoDoveUsato::nodoRichiesto, this, &FRMGD_DISTINTA::vaiAlLegame);
     impostaTastiera();
 }
 

@@ -42,11 +42,17 @@ MenuNodo::MenuNodo(FormFrame &form, Albero &albero, StatoLegame &stato, Gestioni
     mnuStatoLegame->setObjectName(QStringLiteral("mnuStatoLegame"));
     mnuRilasciaFigli = voce(mnuStatoLegame, QStringLiteral("mnuRilasciaFigli"),
                             QStringLiteral("Imposta valore di stato sui figli"));
+    mnuCollegamento->addSeparator();
+    mnuDoveUsato = voce(mnuCollegamento, QStringLiteral("mnuDoveUsato"), QStringLiteral("Dove è usato"));
 
     connect(mnuAnagCF, &QAction::triggered, this, &MenuNodo::mnuAnagCF_Click);
     connect(mnuSchedaCF, &QAction::triggered, this, &MenuNodo::mnuSchedaCF_Click);
     connect(mnuPropagaFigli, &QAction::triggered, this, &MenuNodo::mnuPropagaFigli_Click);
     connect(mnuRilasciaFigli, &QAction::triggered, this, &MenuNodo::mnuRilasciaFigli_Click);
+    connect(mnuDoveUsato, &QAction::triggered, this, [this] {
+        if (m_cliccato.soggetto)
+            emit doveUsatoRichiesto(m_albero.tipoSoggetto(), *m_cliccato.soggetto);
+    });
     connect(albero.widget(), &fw::TreeList::mouseDown, this, &MenuNodo::TVW_DISTINTA_OnMouseDown);
     connect(albero.widget(), &fw::TreeList::contextMenuRequested, this, &MenuNodo::apriMenuCollegamento);
 }
@@ -87,6 +93,7 @@ void MenuNodo::apriMenuCollegamento(const fw::TreeListNode &node, const QPoint &
     // On purpose: a leaf has no children to set, so the entry is disabled rather than doing nothing.
     mnuPropagaFigli->setEnabled(node.hasChildren());
     mnuRilasciaFigli->setEnabled(m_stato.controllo()->hasService());
+    mnuDoveUsato->setEnabled(m_cliccato.soggetto.has_value());
     mnuCollegamento->popup(globalPos);
 }
 

@@ -35,6 +35,10 @@ public:
     void mnuPropagaFigli_Click();
     void mnuRilasciaFigli_Click();
 
+signals:
+    // "Dove è usato" on the node's subject.
+    void doveUsatoRichiesto(int subjectKind, qint64 subjectCode);
+
 private:
     void TVW_DISTINTA_OnMouseDown(const fw::TreeListNode &node, const QString &column, Qt::MouseButton button,
                                   const QPoint &pos);
@@ -51,6 +55,7 @@ private:
     QAction *mnuPropagaFigli;
     QMenu *mnuStatoLegame;
     QAction *mnuRilasciaFigli;
+    QAction *mnuDoveUsato;
     NodoCliccato m_cliccato;
 };
 

@@ -19,6 +19,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -52,6 +53,7 @@ PaginaAnagrafiche::PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albe
     , TXT_FILTROANAGRAFICHE(new QLineEdit)
     , LBL_SELEZIONATI(new QLabel)
     , GRD_ANAGRAFICHEDISTINTA(new fw::RecordsetGrid)
+    , mnuAnagrafiche(new QMenu(GRD_ANAGRAFICHEDISTINTA))
 {
     TXT_FILTROANAGRAFICHE->setObjectName(QStringLiteral("TXT_FILTROANAGRAFICHE"));
     TXT_FILTROANAGRAFICHE->setPlaceholderText(QStringLiteral("Filtra per codice, ragione sociale o città"));
@@ -77,6 +79,18 @@ PaginaAnagrafiche::PaginaAnagrafiche(FormFrame &form, Selettore &selettore, Albe
 
     connect(GRD_ANAGRAFICHEDISTINTA, &fw::RecordsetGrid::headerClicked, this,
             &PaginaAnagrafiche::GRD_ANAGRAFICHEDISTINTA_HeaderClick);
+    mnuAnagrafiche->setObjectName(QStringLiteral("mnuAnagrafiche"));
+    mnuDoveUsatoAnagrafica = mnuAnagrafiche->addAction(QStringLiteral("Dove è usato"));
+    mnuDoveUsatoAnagrafica->setObjectName(QStringLiteral("mnuDoveUsatoAnagrafica"));
+    connect(mnuDoveUsatoAnagrafica, &QAction::triggered, this, [this] {
+        bool ok = false;
+        const qint64 codice = mnuDoveUsatoAnagrafica->data().toLongLong(&ok);
+        if (ok)
+            emit doveUsatoRichiesto(m_tipoLista, codice);
+    });
+    GRD_ANAGRAFICHEDISTINTA->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(GRD_ANAGRAFICHEDISTINTA, &QWidget::customContextMenuRequested, this,
+            &PaginaAnagrafiche::apriMenuAnagrafiche);
     collegaFiltro();
     // After the filter, whose rows it watches.
     m_vuoto = new fw::EmptyViewHint(GRD_ANAGRAFICHEDISTINTA, [this]() -> QString {
@@ -170,6 +184,7 @@ void PaginaAnagrafiche::CaricaAnagraficheDistinta()
         return;
     InizializzaQgrid();
     m_anagrafiche = list;
+    m_tipoLista = subjectKind;
     GRD_ANAGRAFICHEDISTINTA->setRecordset(list);
     connect(list.get(), &QAbstractItemModel::dataChanged, this, &PaginaAnagrafiche::contaSelezionatiPiuTardi);
     connect(list.get(), &QAbstractItemModel::modelReset, this, &PaginaAnagrafiche::contaSelezionatiPiuTardi);
@@ -183,6 +198,19 @@ void PaginaAnagrafiche::EliminaTabellaTemp(const QString &table, const db::Conne
         return;
     if (!FormFrame::quietly([&] { connection->execute(sqltext::dropTempTableStatement(table)); }))
         connection->clearErrors();
+}
+
+void PaginaAnagrafiche::apriMenuAnagrafiche(const QPoint &pos)
+{
+    int row = GRD_ANAGRAFICHEDISTINTA->recordsetRow(GRD_ANAGRAFICHEDISTINTA->indexAt(pos));
+    if (row < 0)
+        row = GRD_ANAGRAFICHEDISTINTA->recordsetRow(GRD_ANAGRAFICHEDISTINTA->currentIndex());
+    QVariant codice;
+    if (row >= 0 && m_anagrafiche)
+        codice = m_anagrafiche->valueAt(row, m_anagrafiche->fieldIndex(QStringLiteral("Codice")));
+    mnuDoveUsatoAnagrafica->setData(codice);
+    mnuDoveUsatoAnagrafica->setEnabled(!codice.isNull());
+    mnuAnagrafiche->popup(GRD_ANAGRAFICHEDISTINTA->viewport()->mapToGlobal(pos));
 }
 
 // Headings, widths and read-only columns of the list; once.

@@ -8,7 +8,10 @@
 
 class FormFrame;
 class QLabel;
+class QAction;
 class QLineEdit;
+class QMenu;
+class QPoint;
 class QPushButton;
 class QTabWidget;
 class QWidget;
@@ -59,12 +62,16 @@ signals:
     // The ticks were counted again.
     void selezioneCambiata();
     void listaCaricata();
+    // "Dove è usato" on a subject of the list.
+    void doveUsatoRichiesto(int subjectKind, qint64 subjectCode);
 
 private:
     void GRD_ANAGRAFICHEDISTINTA_HeaderClick(const QString &key);
     void contaSelezionatiPiuTardi();
     void aggiornaConteggio();
     void collegaFiltro();
+    // The list's context menu, on the row under the mouse, else on the current row.
+    void apriMenuAnagrafiche(const QPoint &pos);
 
     FormFrame &m_form;
     Selettore &m_selettore;
@@ -77,7 +84,10 @@ private:
     QLineEdit *TXT_FILTROANAGRAFICHE;
     QLabel *LBL_SELEZIONATI;
     fw::RecordsetGrid *GRD_ANAGRAFICHEDISTINTA;
+    QMenu *mnuAnagrafiche;
+    QAction *mnuDoveUsatoAnagrafica;
     db::RecordsetPtr m_anagrafiche;
+    int m_tipoLista = -1; // the subject kind the list was read for
     bool m_qgridConfigurata = false;
     bool m_selezionaTutti = false;
     bool m_conteggioInAttesa = false;

@@ -28,6 +28,7 @@ Parti::Parti(FRMGD_DISTINTA &form, QTabWidget *gestione)
     , annullamento(form, albero, verifica, legami)
     , storico(form, albero, selettore, ricercaAlbero, annullamento)
     , controllo(form, albero, selettore, ricercaAlbero)
+    , doveUsato(form)
 {
     albero.setControlliLegati(dettagli.promozioni().controlliLegati());
 }

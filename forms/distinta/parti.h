@@ -3,6 +3,7 @@
 #include "forms/distinta/albero.h"
 #include "forms/distinta/alladata.h"
 #include "forms/distinta/annullamento.h"
+#include "forms/distinta/comandodoveusato.h"
 #include "forms/distinta/aspetto.h"
 #include "forms/distinta/controllilegami.h"
 #include "forms/distinta/controllodistinte.h"
@@ -61,6 +62,7 @@ struct Parti
     Annullamento annullamento;
     StoricoDistinta storico;
     ControlloDistinte controllo;
+    ComandoDoveUsato doveUsato;
 };
 
 } // namespace distinta

@@ -54,10 +54,10 @@ bool Selettore::costruisci()
     TVW_SELDISTINTE->clear();
 
     QTreeWidgetItem *clienti = aggiungiRadice(QStringLiteral("P0"), m_form.translated(QStringLiteral("Clienti")));
-    if (!m_form.step(procedure, [&] { aggiungiTipi(clienti, QStringLiteral("C"), 0); }))
+    if (!m_form.step(procedure, [&] { aggiungiTipi(clienti, 0); }))
         return false;
     QTreeWidgetItem *fornitori = aggiungiRadice(QStringLiteral("P1"), m_form.translated(QStringLiteral("Fornitori")));
-    if (!m_form.step(procedure, [&] { aggiungiTipi(fornitori, QStringLiteral("F"), 1); }))
+    if (!m_form.step(procedure, [&] { aggiungiTipi(fornitori, 1); }))
         return false;
     TVW_SELDISTINTE->setCurrentItem(clienti->childCount() > 0 ? clienti->child(0) : fornitori);
     return true;
@@ -73,7 +73,7 @@ QTreeWidgetItem *Selettore::aggiungiRadice(const QString &key, const QString &te
     return root;
 }
 
-void Selettore::aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind)
+void Selettore::aggiungiTipi(QTreeWidgetItem *root, int subjectKind)
 {
     const db::RecordsetPtr types = m_form.connection()->openRecordset(
         distintastatements::typesQuery(m_form.companyCode(), subjectKind));
@@ -82,7 +82,8 @@ void Selettore::aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, in
         const QString text = types->value(QStringLiteral("GD01_CODICE")).toString() + QLatin1Char('-')
             + types->value(QStringLiteral("GD01_DESCR")).toString();
         auto *item = new QTreeWidgetItem(root, {text});
-        item->setData(0, Qt::UserRole, keyPrefix + types->value(QStringLiteral("GD01_ID")).toString());
+        item->setData(0, Qt::UserRole,
+                      chiaveDelTipo(subjectKind, types->value(QStringLiteral("GD01_ID")).toLongLong()));
         item->setIcon(0, icon);
     }
 }
@@ -155,10 +156,13 @@ QString Selettore::chiaveDelCodice(const QString &codice) const
         stampastatements::typeByCodeQuery(m_form.companyCode(), codice));
     if (tipo->isEmpty())
         return {};
-    const QString prefisso = tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_INDTIPOSOGG"))).toInt() == 0
-        ? QStringLiteral("C")
-        : QStringLiteral("F");
-    return prefisso + tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_ID"))).toString();
+    return chiaveDelTipo(tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_INDTIPOSOGG"))).toInt(),
+                         tipo->valueAt(0, tipo->fieldIndex(QStringLiteral("GD01_ID"))).toLongLong());
+}
+
+QString Selettore::chiaveDelTipo(int subjectKind, qint64 typeId)
+{
+    return (subjectKind == 0 ? QStringLiteral("C") : QStringLiteral("F")) + QString::number(typeId);
 }
 
 } // namespace distinta

@@ -36,6 +36,8 @@ public:
     // The key of the type of that code in the company: "C" or "F" and its id; empty when the
     // company has no such type. Throws db::DatabaseError.
     QString chiaveDelCodice(const QString &codice) const;
+    // The key of a type of that subject kind.
+    static QString chiaveDelTipo(int subjectKind, qint64 typeId);
 
 signals:
     // The user chose a node (a click, or Enter where a click does not choose).
@@ -44,7 +46,7 @@ signals:
 private:
     QTreeWidgetItem *voce(const QString &chiave) const;
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
-    void aggiungiTipi(QTreeWidgetItem *root, const QString &keyPrefix, int subjectKind);
+    void aggiungiTipi(QTreeWidgetItem *root, int subjectKind);
 
     FormFrame &m_form;
     QTreeWidget *TVW_SELDISTINTE;

@@ -5,6 +5,7 @@
 #include "data/dettaglistatements.h"
 #include "data/distintastatements.h"
 #include "data/dittastatements.h"
+#include "data/doveusatostatements.h"
 #include "data/legamistatements.h"
 #include "data/nodistatements.h"
 #include "data/parametristatements.h"
@@ -731,6 +732,10 @@ QList<Entry> entries()
          anything,
          {u"WF02_GUID"_s},
          verificastatements::orphanStatesQuery()},
+        {u"mnuDoveUsato_Click: the links of a subject in every classification (one of the customers in two lists)"_s,
+         rows(2),
+         {u"GD01_CODICE"_s, u"GD01_DESCR"_s, u"ValidaOggi"_s},
+         doveusatostatements::subjectLinksQuery(company, customers, 1015, today)},
     };
 }
 

@@ -221,7 +221,8 @@ private slots:
         QCOMPARE(
             entries,
             QStringList({QStringLiteral("Collegamento ad anagrafica"), QStringLiteral("Collegamento scheda anagrafica"),
-                         QStringLiteral("Imposta valori fatturazione sui figli"), QStringLiteral("Gestione stato")}));
+                         QStringLiteral("Imposta valori fatturazione sui figli"), QStringLiteral("Gestione stato"),
+                         QString(), QStringLiteral("Dove è usato")}));
 
         f.host.globals().setModuleManager(nullptr);
         f.menuSu(QStringLiteral("500"), QStringLiteral("mnuSchedaCF"));
