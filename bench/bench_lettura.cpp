@@ -43,10 +43,11 @@ QString writeWorkbook(const QString &path, int rows)
     const QStringList cities {QStringLiteral("Milano"), QStringLiteral("Forlì"), QStringLiteral("Bolzano"),
                               QStringLiteral("Cefalù")};
     for (int row = 0; row < rows; ++row) {
-        writer.writeRow(row % 6, {QStringLiteral("%1").arg(row, 6, 10, QLatin1Char('0')),
-                                  QStringLiteral("Cliente %1 S.r.l.").arg(row), QDate(2020, 1, 1).addDays(row % 1500),
-                                  QDate(2099, 12, 31), row % 97, row % 13, row * 0.25, cities.at(row % cities.size()),
-                                  QStringLiteral("Nodo numero %1 della distinta").arg(row)});
+        writer.writeRow(row % 6,
+                        {QStringLiteral("%1").arg(row, 6, 10, QLatin1Char('0')),
+                         QStringLiteral("Cliente %1 S.r.l.").arg(row), QDate(2020, 1, 1).addDays(row % 1500),
+                         QDate(2099, 12, 31), row % 97, row % 13, row * 0.25, cities.at(row % cities.size()),
+                         QStringLiteral("Nodo numero %1 della distinta").arg(row)});
     }
     writer.commit();
     return path;
@@ -128,10 +129,10 @@ int main(int argc, char *argv[])
                      QStringLiteral("VmHWM%1; target < 200 MB: %2")
                          .arg(peakReset ? QStringLiteral(" since just before the read") : QString(),
                               peakMb < 200 ? QStringLiteral("met") : QStringLiteral("MISSED")));
-        table.addRow(QStringLiteral("of which the read's growth over the resident set before it"),
-                     (after.peakKb - before.currentKb) / 1024.0, QStringLiteral("MB"), std::nullopt,
-                     QStringLiteral("%1 MB held by the table").arg((after.currentKb - before.currentKb) / 1024.0, 0,
-                                                                    'f', 1));
+        table.addRow(
+            QStringLiteral("of which the read's growth over the resident set before it"),
+            (after.peakKb - before.currentKb) / 1024.0, QStringLiteral("MB"), std::nullopt,
+            QStringLiteral("%1 MB held by the table").arg((after.currentKb - before.currentKb) / 1024.0, 0, 'f', 1));
     } catch (const fw::ImportFileError &error) {
         bench::fail(error.message());
     }

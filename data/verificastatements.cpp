@@ -109,11 +109,10 @@ QString childrenOutsideParentQuery(int company, std::optional<qint64> typeId)
                          "P.GD02_CLIFOR_CG44 AS CodicePadre, P.GD02_DATAINIZIOVAL AS InizioPadre, "
                          "P.GD02_DATAFINEVAL AS FinePadre FROM GD02_DISTINTA AS F INNER JOIN GD02_DISTINTA AS P "
                          "ON P.GD02_ID = F.GD02_IDPARENT_GD02 AND P.GD02_DITTA_CG18 = F.GD02_DITTA_CG18")
-        + tipoESoggetto(QStringLiteral("F")) + QStringLiteral(" WHERE F.GD02_DITTA_CG18 = ")
-        + sqltext::number(company) + delTipo(QStringLiteral("F"), typeId) + QStringLiteral(" AND (")
-        + inizio(QStringLiteral("F")) + QStringLiteral(" < ") + inizio(QStringLiteral("P")) + QStringLiteral(" OR ")
-        + fine(QStringLiteral("F")) + QStringLiteral(" > ") + fine(QStringLiteral("P"))
-        + QStringLiteral(") ORDER BY F.GD02_ID");
+        + tipoESoggetto(QStringLiteral("F")) + QStringLiteral(" WHERE F.GD02_DITTA_CG18 = ") + sqltext::number(company)
+        + delTipo(QStringLiteral("F"), typeId) + QStringLiteral(" AND (") + inizio(QStringLiteral("F"))
+        + QStringLiteral(" < ") + inizio(QStringLiteral("P")) + QStringLiteral(" OR ") + fine(QStringLiteral("F"))
+        + QStringLiteral(" > ") + fine(QStringLiteral("P")) + QStringLiteral(") ORDER BY F.GD02_ID");
 }
 
 QString orphanNodesQuery(int company, std::optional<qint64> typeId)
@@ -129,8 +128,8 @@ QString orphanNodesQuery(int company, std::optional<qint64> typeId)
         + QStringLiteral(" LEFT OUTER JOIN GD02_DISTINTA AS PADRE ON PADRE.GD02_ID = N.GD02_IDPARENT_GD02 "
                          "AND PADRE.GD02_DITTA_CG18 = N.GD02_DITTA_CG18 WHERE N.GD02_DITTA_CG18 = ")
         + sqltext::number(company) + delTipo(QStringLiteral("N"), typeId)
-        + QStringLiteral(" AND (CG44_CLIFOR.CG44_CLIFOR IS NULL OR GD01_TIPODISTINTA.GD01_ID IS NULL OR (")
-        + senzaPadre + QStringLiteral(")) ORDER BY N.GD02_ID");
+        + QStringLiteral(" AND (CG44_CLIFOR.CG44_CLIFOR IS NULL OR GD01_TIPODISTINTA.GD01_ID IS NULL OR (") + senzaPadre
+        + QStringLiteral(")) ORDER BY N.GD02_ID");
 }
 
 QString orphanPromotionsQuery(int company)

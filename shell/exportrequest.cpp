@@ -19,7 +19,8 @@ QList<QCommandLineOption> ExportRequest::options()
         {exportOption,
          QStringLiteral("Esporta senza finestre la distinta del tipo indicato nel file di --xlsx o di --csv."),
          QStringLiteral("codice")},
-        {xlsxOption, QStringLiteral("Con --export, --history, --compare o --check: la cartella di lavoro Excel da scrivere."),
+        {xlsxOption,
+         QStringLiteral("Con --export, --history, --compare o --check: la cartella di lavoro Excel da scrivere."),
          QStringLiteral("file.xlsx")},
         {csvOption,
          QStringLiteral("Con --export, --history, --compare o --check: il file CSV (separato da punto e virgola) da "

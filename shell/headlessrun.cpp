@@ -144,22 +144,21 @@ Job checkJob(const ShellOptions &options)
 {
     const HistoryRequest &request = options.history;
     const QString path = QFileInfo(request.path).absoluteFilePath();
-    return {
-        .path = path,
-        .problem = fw::ExportFile::problem(path),
-        .typeCode = request.typeCode,
-        .notOffered =
-            QStringLiteral("distinta: il componente \"%1\" non è installato o non verifica le distinte senza finestre."),
-        .notWritten = request.typeCode.isEmpty()
-            ? QStringLiteral("distinta: la verifica delle distinte non è stata scritta.")
-            : QStringLiteral("distinta: la verifica della distinta \"%1\" non è stata scritta."),
-        .written = QStringLiteral("File scritto: %1"),
-        .work = [&request, path](QObject *module) -> std::optional<bool> {
-            auto *exporter = qobject_cast<fw::HistoryExporter *>(module);
-            if (!exporter)
-                return std::nullopt;
-            return exporter->exportCheck(request.typeCode, path, request.format);
-        }};
+    return {.path = path,
+            .problem = fw::ExportFile::problem(path),
+            .typeCode = request.typeCode,
+            .notOffered = QStringLiteral(
+                "distinta: il componente \"%1\" non è installato o non verifica le distinte senza finestre."),
+            .notWritten = request.typeCode.isEmpty()
+                ? QStringLiteral("distinta: la verifica delle distinte non è stata scritta.")
+                : QStringLiteral("distinta: la verifica della distinta \"%1\" non è stata scritta."),
+            .written = QStringLiteral("File scritto: %1"),
+            .work = [&request, path](QObject *module) -> std::optional<bool> {
+                auto *exporter = qobject_cast<fw::HistoryExporter *>(module);
+                if (!exporter)
+                    return std::nullopt;
+                return exporter->exportCheck(request.typeCode, path, request.format);
+            }};
 }
 
 Job historyJob(const ShellOptions &options)

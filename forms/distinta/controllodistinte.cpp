@@ -33,8 +33,7 @@ void ControlloDistinte::CMD_VERIFICA_Click()
     {
         fw::WaitCursor wait(&m_form);
         if (!m_form.step(QStringLiteral("CMD_VERIFICA_Click"), [&] {
-                anomalie = VerificaDistinte::verifica(m_form.connection(), m_form.companyCode(),
-                                                      QDate::currentDate());
+                anomalie = VerificaDistinte::verifica(m_form.connection(), m_form.companyCode(), QDate::currentDate());
             }))
             return;
     }

@@ -79,14 +79,15 @@ void FinestraVerifica::CMD_SALVAVERIFICA_Click(fw::ExportFile::Format formato)
 {
     if (m_anomalie.isEmpty())
         return;
-    const QString nome = QStringLiteral("Verifica distinte %1 %2")
-                             .arg(m_title, sqltext::dayMonthYear(QDate::currentDate()).replace(QLatin1Char('/'),
-                                                                                                QLatin1Char('-')));
+    const QString nome =
+        QStringLiteral("Verifica distinte %1 %2")
+            .arg(m_title, sqltext::dayMonthYear(QDate::currentDate()).replace(QLatin1Char('/'), QLatin1Char('-')));
     const QString percorso = fw::ExportFile::chooseInDocuments(this, formato, nome);
     if (percorso.isEmpty())
         return;
-    if (m_form.step(QStringLiteral("CMD_SALVAVERIFICA_Click"),
-                    [&] { VerificaDistinte::esporta(m_anomalie, percorso, formato, QStringLiteral("Verifica distinte")); }))
+    if (m_form.step(QStringLiteral("CMD_SALVAVERIFICA_Click"), [&] {
+            VerificaDistinte::esporta(m_anomalie, percorso, formato, QStringLiteral("Verifica distinte"));
+        }))
         m_form.notifica(QStringLiteral("Problemi salvati nel file \"%1\".").arg(QDir::toNativeSeparators(percorso)));
 }
 

@@ -347,8 +347,8 @@ bool FRMGD_DISTINTA::VerificaSenzaFinestra(const QString &codiceTipo, const QStr
         tipo = m_parti->albero.idTipo();
     }
     return step(procedura, [&] {
-        const QList<distinta::Anomalia> anomalie =
-            distinta::VerificaDistinte::verifica(connection(), companyCode(), QDate::currentDate(), tipo);
+        const QList<distinta::Anomalia> anomalie = distinta::VerificaDistinte::verifica(connection(), companyCode(),
+                                                                                        QDate::currentDate(), tipo);
         distinta::VerificaDistinte::esporta(anomalie, percorso, formato,
                                             codice.isEmpty() ? QStringLiteral("Verifica distinte")
                                                              : QStringLiteral("Verifica ") + codice);

@@ -33,8 +33,7 @@ QString data(const QVariant &value)
 // An empty end is open, and told as the open end is written.
 QString periodo(const QVariant &inizio, const QVariant &fine)
 {
-    return QStringLiteral("dal %1 al %2")
-        .arg(data(inizio), fine.isNull() ? QStringLiteral("31/12/2099") : data(fine));
+    return QStringLiteral("dal %1 al %2").arg(data(inizio), fine.isNull() ? QStringLiteral("31/12/2099") : data(fine));
 }
 
 QString nomeSoggetto(int tipo)
@@ -60,11 +59,11 @@ Anomalia delNodo(const db::Recordset &righe, int row, const QString &controllo, 
 void soggettiSenzaDistinta(const db::ConnectionPtr &connection, int company, const QDate &day,
                            std::optional<qint64> typeId, QList<Anomalia> &anomalie)
 {
-    const db::RecordsetPtr righe =
-        connection->openRecordset(verificastatements::missingSubjectsQuery(company, day, typeId));
+    const db::RecordsetPtr righe = connection->openRecordset(
+        verificastatements::missingSubjectsQuery(company, day, typeId));
     for (int row = 0; row < righe->recordCount(); ++row) {
         const QString soggetti = righe->valueAt(row, 0).toInt() == 1 ? QStringLiteral("dei fornitori")
-                                                                      : QStringLiteral("dei clienti");
+                                                                     : QStringLiteral("dei clienti");
         const QString divisione = righe->valueAt(row, 3).isNull()
             ? QStringLiteral("senza divisione")
             : QStringLiteral("della divisione %1 %2").arg(testo(*righe, row, 4), testo(*righe, row, 5));
@@ -81,7 +80,8 @@ void soggettiSenzaDistinta(const db::ConnectionPtr &connection, int company, con
 void legamiSovrapposti(const db::ConnectionPtr &connection, int company, std::optional<qint64> typeId,
                        QList<Anomalia> &anomalie)
 {
-    const db::RecordsetPtr righe = connection->openRecordset(verificastatements::overlappingLinksQuery(company, typeId));
+    const db::RecordsetPtr righe = connection->openRecordset(
+        verificastatements::overlappingLinksQuery(company, typeId));
     for (int row = 0; row < righe->recordCount(); ++row) {
         const auto valore = [&](int offset) { return righe->valueAt(row, Altre + offset); };
         anomalie.append(delNodo(*righe, row, QStringLiteral("Legami sovrapposti"),
@@ -94,8 +94,8 @@ void legamiSovrapposti(const db::ConnectionPtr &connection, int company, std::op
 void periodiFuoriDalPadre(const db::ConnectionPtr &connection, int company, std::optional<qint64> typeId,
                           QList<Anomalia> &anomalie)
 {
-    const db::RecordsetPtr righe =
-        connection->openRecordset(verificastatements::childrenOutsideParentQuery(company, typeId));
+    const db::RecordsetPtr righe = connection->openRecordset(
+        verificastatements::childrenOutsideParentQuery(company, typeId));
     for (int row = 0; row < righe->recordCount(); ++row) {
         const auto valore = [&](int offset) { return righe->valueAt(row, Altre + offset); };
         const QString tipo = nomeSoggetto(righe->valueAt(row, TipoSoggetto).toInt());
@@ -137,20 +137,31 @@ void righeSenzaNodo(const db::ConnectionPtr &connection, int company, QList<Anom
         const QString campagna = promozioni->valueAt(row, 3).isNull()
             ? promozioni->valueAt(row, 2).toString()
             : testo(*promozioni, row, 3) + QLatin1Char(' ') + testo(*promozioni, row, 4);
-        anomalie.append({QStringLiteral("Promozione senza nodo"), {}, {}, promozioni->valueAt(row, 1).toLongLong(), {},
+        anomalie.append({QStringLiteral("Promozione senza nodo"),
+                         {},
+                         {},
+                         promozioni->valueAt(row, 1).toLongLong(),
+                         {},
                          QStringLiteral("La campagna %1 è assegnata al nodo %2, che non esiste.")
                              .arg(campagna, promozioni->valueAt(row, 1).toString())});
     }
     const db::RecordsetPtr stati = connection->openRecordset(verificastatements::orphanStatesQuery());
     for (int row = 0; row < stati->recordCount(); ++row)
-        anomalie.append({QStringLiteral("Stato senza nodo"), {}, {}, 0, {},
+        anomalie.append({QStringLiteral("Stato senza nodo"),
+                         {},
+                         {},
+                         0,
+                         {},
                          QStringLiteral("Lo stato \"%1\" è registrato per la riga %2, che non è un nodo esistente.")
                              .arg(testo(*stati, row, 2), testo(*stati, row, 1))});
-    const db::RecordsetPtr contratti =
-        connection->openRecordset(verificastatements::orphanContractConditionsQuery(company));
+    const db::RecordsetPtr contratti = connection->openRecordset(
+        verificastatements::orphanContractConditionsQuery(company));
     for (int row = 0; row < contratti->recordCount(); ++row)
         anomalie.append(
-            {QStringLiteral("Contratto senza nodo"), {}, {}, contratti->valueAt(row, 1).toLongLong(),
+            {QStringLiteral("Contratto senza nodo"),
+             {},
+             {},
+             contratti->valueAt(row, 1).toLongLong(),
              codiceERagione(contratti->valueAt(row, 6), testo(*contratti, row, 7)),
              QStringLiteral("La condizione %1 del contratto %2 versione %3 è riferita al nodo %4, che non esiste.")
                  .arg(contratti->valueAt(row, 4).toString(), testo(*contratti, row, 2),
@@ -183,9 +194,8 @@ QList<fw::ExportColumn> VerificaDistinte::colonne()
 
 QList<QVariant> VerificaDistinte::valori(const Anomalia &anomalia)
 {
-    return {anomalia.controllo, anomalia.distinta,
-            anomalia.idNodo == 0 ? QString() : QString::number(anomalia.idNodo), anomalia.soggetto,
-            anomalia.dettaglio};
+    return {anomalia.controllo, anomalia.distinta, anomalia.idNodo == 0 ? QString() : QString::number(anomalia.idNodo),
+            anomalia.soggetto, anomalia.dettaglio};
 }
 
 void VerificaDistinte::esporta(const QList<Anomalia> &anomalie, const QString &percorso, fw::ExportFile::Format formato,

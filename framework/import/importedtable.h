@@ -12,9 +12,10 @@ struct ImportedCell
 {
     enum class Kind { Empty, Text, Number, Date };
     Kind kind = Kind::Empty;
-    QString text;      // Text: as written (leading zeros kept); Number: its shortest decimal form with '.' ("12", "12.5"); Date: dd/MM/yyyy
+    QString text; // Text: as written (leading zeros kept); Number: its shortest decimal form with '.' ("12", "12.5");
+                  // Date: dd/MM/yyyy
     double number = 0; // Number only
-    QDate date;        // Date only: an XLSX number cell whose style is a date format (serial number, 1900 or 1904 system)
+    QDate date; // Date only: an XLSX number cell whose style is a date format (serial number, 1900 or 1904 system)
 };
 
 struct ImportedRow

@@ -123,7 +123,8 @@ QHash<QString, XlsxWorkbook::Relationship> XlsxWorkbook::relationships(const QSt
         if (attributes.value(QLatin1StringView("TargetMode")) == u"External")
             continue;
         found.insert(attributes.value(QLatin1StringView("Id")).toString(),
-                     {attributes.value(QLatin1StringView("Type")).toString(), resolve(folder, attributes.value(QLatin1StringView("Target")).toString())});
+                     {attributes.value(QLatin1StringView("Type")).toString(),
+                      resolve(folder, attributes.value(QLatin1StringView("Target")).toString())});
     }
     check(xml);
     return found;
@@ -181,7 +182,8 @@ void XlsxWorkbook::readSharedStrings(const QString &part)
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
         if (xml.name() == u"sst")
-            m_sharedStrings.reserve(std::min(xml.attributes().value(QLatin1StringView("uniqueCount")).toInt(), 1 << 20));
+            m_sharedStrings.reserve(
+                std::min(xml.attributes().value(QLatin1StringView("uniqueCount")).toInt(), 1 << 20));
         else if (xml.name() == u"si")
             m_sharedStrings.append(readRichText(xml));
     }
@@ -201,7 +203,8 @@ void XlsxWorkbook::readStyles(const QString &part)
             continue;
         if (xml.name() == u"numFmt") {
             const QXmlStreamAttributes attributes = xml.attributes();
-            codes.insert(attributes.value(QLatin1StringView("numFmtId")).toInt(), attributes.value(QLatin1StringView("formatCode")).toString());
+            codes.insert(attributes.value(QLatin1StringView("numFmtId")).toInt(),
+                         attributes.value(QLatin1StringView("formatCode")).toString());
         } else if (xml.name() == u"cellXfs") {
             while (xml.readNextStartElement()) {
                 if (xml.name() == u"xf")

@@ -89,17 +89,23 @@ private slots:
         const QString stato = f.scalar(u"SELECT WF01_DESCR FROM WF01_STATI WHERE WF01_ID = 3"_s).toString();
         const QStringList expected {
             u"Soggetto senza distinta|||4 Cliente Quattro|Non è in nessuna distinta dei clienti della divisione "
-            "NORD Nord valida al "_s + oggi + u"."_s,
+            "NORD Nord valida al "_s
+                + oggi + u"."_s,
             u"Soggetto senza distinta|||5 Cliente Cinque|Non è in nessuna distinta dei clienti della divisione "
-            "NORD Nord valida al "_s + oggi + u"."_s,
+            "NORD Nord valida al "_s
+                + oggi + u"."_s,
             u"Soggetto senza distinta|||2 Cliente Due|Non è in nessuna distinta dei clienti della divisione "
-            "SUD Sud valida al "_s + oggi + u"."_s,
+            "SUD Sud valida al "_s
+                + oggi + u"."_s,
             u"Soggetto senza distinta|||3 Cliente Tre|Non è in nessuna distinta dei clienti della divisione "
-            "SUD Sud valida al "_s + oggi + u"."_s,
+            "SUD Sud valida al "_s
+                + oggi + u"."_s,
             u"Soggetto senza distinta|||5 Cliente Cinque|Non è in nessuna distinta dei clienti della divisione "
-            "SUD Sud valida al "_s + oggi + u"."_s,
+            "SUD Sud valida al "_s
+                + oggi + u"."_s,
             u"Soggetto senza distinta|||2 Fornitore Due|Non è in nessuna distinta dei fornitori senza divisione "
-            "valida al "_s + oggi + u"."_s,
+            "valida al "_s
+                + oggi + u"."_s,
             QStringLiteral("Legami sovrapposti|CLI01 Clienti Nord|%1|3 Cliente Tre|dal 01/01/2024 al 31/12/2099 si "
                            "sovrappone al nodo %2 della distinta CLI01 (dal 01/01/2030 al 31/12/2099)")
                 .arg(f.n3)

@@ -138,11 +138,12 @@ class TestImportFile : public QObject
             {QStringLiteral("xl/_rels/workbook.xml.rels"), relationships({{"rId1", "worksheets/sheet1.xml"}})},
             {QStringLiteral("xl/worksheets/sheet1.xml"), xml("worksheet", sheetData)},
             {QStringLiteral("xl/styles.xml"),
-             xml("styleSheet", "<numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"[$-410]d\\ mmmm\\ yyyy\"/>"
-                               "<numFmt numFmtId=\"165\" formatCode=\"&quot;gg/mm/aa&quot;\\ #,##0.00\"/></numFmts>"
-                               "<cellStyleXfs count=\"1\"><xf numFmtId=\"14\"/></cellStyleXfs>"
-                               "<cellXfs count=\"4\"><xf numFmtId=\"0\"/><xf numFmtId=\"14\"><alignment/></xf>"
-                               "<xf numFmtId=\"164\"/><xf numFmtId=\"165\"/></cellXfs>")}};
+             xml("styleSheet",
+                 "<numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"[$-410]d\\ mmmm\\ yyyy\"/>"
+                 "<numFmt numFmtId=\"165\" formatCode=\"&quot;gg/mm/aa&quot;\\ #,##0.00\"/></numFmts>"
+                 "<cellStyleXfs count=\"1\"><xf numFmtId=\"14\"/></cellStyleXfs>"
+                 "<cellXfs count=\"4\"><xf numFmtId=\"0\"/><xf numFmtId=\"14\"><alignment/></xf>"
+                 "<xf numFmtId=\"164\"/><xf numFmtId=\"165\"/></cellXfs>")}};
         if (!sharedStrings.isEmpty())
             parts.append({QStringLiteral("xl/sharedStrings.xml"), xml("sst", sharedStrings)});
         return zip(path, parts);
@@ -155,9 +156,9 @@ private slots:
         const fw::ImportedTable written = readUnchanged(sample(QStringLiteral("libxlsxwriter.xlsx")));
         QCOMPARE(written.sheet, QStringLiteral("Łódź Città"));
         QCOMPARE(written.headingLine, 1);
-        QCOMPARE(written.headings, QStringList({QStringLiteral("Codice"), QStringLiteral("Descrizione"),
-                                                QStringLiteral("Inizio"), QStringLiteral("Importo"),
-                                                QStringLiteral("Doppio")}));
+        QCOMPARE(written.headings,
+                 QStringList({QStringLiteral("Codice"), QStringLiteral("Descrizione"), QStringLiteral("Inizio"),
+                              QStringLiteral("Importo"), QStringLiteral("Doppio")}));
         QCOMPARE(lines(written), QList<int>({2, 4, 5})); // row 3 is empty
         QCOMPARE(describe(written.rows.at(0)),
                  QStringList({QStringLiteral("T:00123"), QStringLiteral("T:Perché più caffè"),
@@ -173,14 +174,14 @@ private slots:
         // LibreOffice: its own date format, rich text runs, a date before the 1900 system's phantom leap day.
         const fw::ImportedTable saved = readUnchanged(sample(QStringLiteral("libreoffice.xlsx")));
         QCOMPARE(saved.sheet, QStringLiteral("Clienti è già"));
-        QCOMPARE(saved.headings, QStringList({QStringLiteral("Livello"), QStringLiteral("Codice"),
-                                              QStringLiteral("Ragione sociale"), QStringLiteral("Dal"),
-                                              QStringLiteral("Quota"), QStringLiteral("Doppia")}));
+        QCOMPARE(saved.headings,
+                 QStringList({QStringLiteral("Livello"), QStringLiteral("Codice"), QStringLiteral("Ragione sociale"),
+                              QStringLiteral("Dal"), QStringLiteral("Quota"), QStringLiteral("Doppia")}));
         QCOMPARE(lines(saved), QList<int>({2, 3}));
-        QCOMPARE(describe(saved.rows.at(0)),
-                 QStringList({QStringLiteral("N:1"), QStringLiteral("T:000451"),
-                              QStringLiteral("T:Società Łódź S.r.l."), QStringLiteral("D:01/01/2023"),
-                              QStringLiteral("N:12.75"), QStringLiteral("N:25.5")}));
+        QCOMPARE(
+            describe(saved.rows.at(0)),
+            QStringList({QStringLiteral("N:1"), QStringLiteral("T:000451"), QStringLiteral("T:Società Łódź S.r.l."),
+                         QStringLiteral("D:01/01/2023"), QStringLiteral("N:12.75"), QStringLiteral("N:25.5")}));
         QCOMPARE(describe(saved.rows.at(1)),
                  QStringList({QStringLiteral("N:2"), QStringLiteral("T:000452"), QStringLiteral("T:Ελληνικά & Co."),
                               QStringLiteral("D:01/03/1900"), QString(), QStringLiteral("T:000452-")}));
@@ -209,20 +210,20 @@ private slots:
         fw::CsvTableWriter csvWriter;
         const fw::ImportedTable csv = readUnchanged(export_(csvWriter, folder.filePath(QStringLiteral("d.csv"))));
         QCOMPARE(csv.sheet, QString());
-        QCOMPARE(csv.headings, QStringList({QStringLiteral("Livello"), QStringLiteral("Codice"),
-                                            QStringLiteral("Ragione Sociale"), QStringLiteral("Quota"),
-                                            QStringLiteral("Data inizio")}));
+        QCOMPARE(csv.headings,
+                 QStringList({QStringLiteral("Livello"), QStringLiteral("Codice"), QStringLiteral("Ragione Sociale"),
+                              QStringLiteral("Quota"), QStringLiteral("Data inizio")}));
         QCOMPARE(lines(csv), QList<int>({2, 3, 4, 5}));
-        QCOMPARE(describe(csv.rows.at(0)),
-                 QStringList({QStringLiteral("T:1"), QStringLiteral("T:1001"),
-                              QStringLiteral("T:Alfa; \"Beta\" S.p.A."), QStringLiteral("T:12,5"),
-                              QStringLiteral("T:01/01/2024")}));
-        QCOMPARE(describe(csv.rows.at(1)), QStringList({QStringLiteral("T:2"), QStringLiteral("T:1002"),
-                                                        QStringLiteral("T:Zakład Łódź Ωmega"), QString(),
-                                                        QStringLiteral("T:31/12/2099")}));
-        QCOMPARE(describe(csv.rows.at(2)), QStringList({QStringLiteral("T:3"), QStringLiteral("T:1003"),
-                                                        QStringLiteral("T:Riga\r\nseconda; \"terza\""),
-                                                        QStringLiteral("T:0,1")}));
+        QCOMPARE(
+            describe(csv.rows.at(0)),
+            QStringList({QStringLiteral("T:1"), QStringLiteral("T:1001"), QStringLiteral("T:Alfa; \"Beta\" S.p.A."),
+                         QStringLiteral("T:12,5"), QStringLiteral("T:01/01/2024")}));
+        QCOMPARE(describe(csv.rows.at(1)),
+                 QStringList({QStringLiteral("T:2"), QStringLiteral("T:1002"), QStringLiteral("T:Zakład Łódź Ωmega"),
+                              QString(), QStringLiteral("T:31/12/2099")}));
+        QCOMPARE(describe(csv.rows.at(2)),
+                 QStringList({QStringLiteral("T:3"), QStringLiteral("T:1003"),
+                              QStringLiteral("T:Riga\r\nseconda; \"terza\""), QStringLiteral("T:0,1")}));
         QCOMPARE(describe(csv.rows.at(3)).at(2), QStringLiteral("T: 0042 "));
 
         fw::XlsxTableWriter xlsxWriter;
@@ -230,10 +231,10 @@ private slots:
         QCOMPARE(xlsx.sheet, QStringLiteral("Rete nord"));
         QCOMPARE(xlsx.headings, csv.headings);
         QCOMPARE(lines(xlsx), QList<int>({2, 3, 4, 5}));
-        QCOMPARE(describe(xlsx.rows.at(0)),
-                 QStringList({QStringLiteral("N:1"), QStringLiteral("N:1001"),
-                              QStringLiteral("T:Alfa; \"Beta\" S.p.A."), QStringLiteral("N:12.5"),
-                              QStringLiteral("D:01/01/2024")}));
+        QCOMPARE(
+            describe(xlsx.rows.at(0)),
+            QStringList({QStringLiteral("N:1"), QStringLiteral("N:1001"), QStringLiteral("T:Alfa; \"Beta\" S.p.A."),
+                         QStringLiteral("N:12.5"), QStringLiteral("D:01/01/2024")}));
         QCOMPARE(describe(xlsx.rows.at(2)),
                  QStringList({QStringLiteral("N:3"), QStringLiteral("N:1003"),
                               QStringLiteral("T:Riga\r\nseconda; \"terza\""), QStringLiteral("N:0.1")}));
@@ -253,32 +254,35 @@ private slots:
             "<row r=\"2\"><c r=\"A2\" s=\"1\"><v>0</v></c><c r=\"B2\" s=\"2\"><v>1.75</v></c>"
             "<c r=\"C2\" s=\"3\"><v>45000</v></c><c r=\"D2\" t=\"d\"><v>2024-03-15T00:00:00</v></c></row></sheetData>",
             "<workbookPr date1904=\"1\"/>"));
-        QCOMPARE(describe(mac.rows.at(0)), QStringList({QStringLiteral("D:01/01/1904"), QStringLiteral("D:02/01/1904"),
-                                                        QStringLiteral("N:45000"), QStringLiteral("D:15/03/2024")}));
-        const fw::ImportedTable windows = readUnchanged(oneSheet(
-            folder.filePath(QStringLiteral("1900.xlsx")),
-            "<sheetData><row><c t=\"inlineStr\"><is><t>Data</t></is></c></row>"
-            "<row><c s=\"1\"><v>1</v></c><c s=\"1\"><v>59</v></c><c s=\"2\"><v>61</v></c>"
-            "<c s=\"1\"><v>45351</v></c></row></sheetData>"));
-        QCOMPARE(describe(windows.rows.at(0)), QStringList({QStringLiteral("D:01/01/1900"), QStringLiteral("D:28/02/1900"),
-                                                            QStringLiteral("D:01/03/1900"), QStringLiteral("D:29/02/2024")}));
+        QCOMPARE(describe(mac.rows.at(0)),
+                 QStringList({QStringLiteral("D:01/01/1904"), QStringLiteral("D:02/01/1904"), QStringLiteral("N:45000"),
+                              QStringLiteral("D:15/03/2024")}));
+        const fw::ImportedTable windows = readUnchanged(
+            oneSheet(folder.filePath(QStringLiteral("1900.xlsx")),
+                     "<sheetData><row><c t=\"inlineStr\"><is><t>Data</t></is></c></row>"
+                     "<row><c s=\"1\"><v>1</v></c><c s=\"1\"><v>59</v></c><c s=\"2\"><v>61</v></c>"
+                     "<c s=\"1\"><v>45351</v></c></row></sheetData>"));
+        QCOMPARE(describe(windows.rows.at(0)),
+                 QStringList({QStringLiteral("D:01/01/1900"), QStringLiteral("D:28/02/1900"),
+                              QStringLiteral("D:01/03/1900"), QStringLiteral("D:29/02/2024")}));
 
         // Shared strings with runs, phonetic guides left out, blanks kept, escapes decoded; inline
         // strings; booleans; a formula's text; cells and rows that skip, and cells without a reference.
-        const fw::ImportedTable strings = readUnchanged(oneSheet(
-            folder.filePath(QStringLiteral("strings.xlsx")),
-            "<sheetData><row r=\"2\"><c r=\"B2\" t=\"s\"><v>0</v></c><c t=\"s\"><v>1</v></c></row>"
-            "<row r=\"5\"><c r=\"A5\" t=\"s\"><v>2</v></c><c r=\"D5\" t=\"inlineStr\"><is><r><t>in</t></r>"
-            "<r><rPr><b/></rPr><t xml:space=\"preserve\"> linea</t></r></is></c><c t=\"b\"><v>1</v></c>"
-            "<c r=\"G5\" t=\"str\"><f>A5&amp;\"\"</f><v>0012</v></c><c r=\"H5\" t=\"s\"><v>3</v></c></row>"
-            "<row r=\"6\"><c r=\"A6\" s=\"1\"/><c r=\"B6\" t=\"str\"><f>\"\"</f><v></v></c></row>"
-            "<row r=\"7\"><c r=\"C7\" t=\"b\"><v>0</v></c></row></sheetData>",
-            {},
-            "<si><t>Codice</t></si><si><r><t>Ragione </t></r><r><rPr><i/></rPr><t>sociale</t></r>"
-            "<rPh sb=\"0\" eb=\"1\"><t>ラ</t></rPh></si><si><t xml:space=\"preserve\">  0042  </t></si>"
-            "<si><t>a_x000D_b_x005F_x0041_</t></si>"));
+        const fw::ImportedTable strings = readUnchanged(
+            oneSheet(folder.filePath(QStringLiteral("strings.xlsx")),
+                     "<sheetData><row r=\"2\"><c r=\"B2\" t=\"s\"><v>0</v></c><c t=\"s\"><v>1</v></c></row>"
+                     "<row r=\"5\"><c r=\"A5\" t=\"s\"><v>2</v></c><c r=\"D5\" t=\"inlineStr\"><is><r><t>in</t></r>"
+                     "<r><rPr><b/></rPr><t xml:space=\"preserve\"> linea</t></r></is></c><c t=\"b\"><v>1</v></c>"
+                     "<c r=\"G5\" t=\"str\"><f>A5&amp;\"\"</f><v>0012</v></c><c r=\"H5\" t=\"s\"><v>3</v></c></row>"
+                     "<row r=\"6\"><c r=\"A6\" s=\"1\"/><c r=\"B6\" t=\"str\"><f>\"\"</f><v></v></c></row>"
+                     "<row r=\"7\"><c r=\"C7\" t=\"b\"><v>0</v></c></row></sheetData>",
+                     {},
+                     "<si><t>Codice</t></si><si><r><t>Ragione </t></r><r><rPr><i/></rPr><t>sociale</t></r>"
+                     "<rPh sb=\"0\" eb=\"1\"><t>ラ</t></rPh></si><si><t xml:space=\"preserve\">  0042  </t></si>"
+                     "<si><t>a_x000D_b_x005F_x0041_</t></si>"));
         QCOMPARE(strings.headingLine, 2);
-        QCOMPARE(strings.headings, QStringList({QString(), QStringLiteral("Codice"), QStringLiteral("Ragione sociale")}));
+        QCOMPARE(strings.headings,
+                 QStringList({QString(), QStringLiteral("Codice"), QStringLiteral("Ragione sociale")}));
         QCOMPARE(lines(strings), QList<int>({5, 7})); // row 6 holds a styled blank and an empty text only
         QCOMPARE(describe(strings.rows.at(0)),
                  QStringList({QStringLiteral("T:  0042  "), QString(), QString(), QStringLiteral("T:in linea"),
@@ -290,10 +294,12 @@ private slots:
     void sheetsHiddenAndResolvedThroughRelationships()
     {
         QTemporaryDir folder;
-        const QByteArray sheet = xml("worksheet", "<sheetData><row r=\"3\"><c r=\"C3\" t=\"inlineStr\"><is><t>qui</t>"
-                                                  "</is></c></row></sheetData>");
-        const QByteArray other = xml("worksheet", "<sheetData><row r=\"1\"><c r=\"A1\" t=\"inlineStr\"><is><t>no</t>"
-                                                  "</is></c></row></sheetData>");
+        const QByteArray sheet = xml("worksheet",
+                                     "<sheetData><row r=\"3\"><c r=\"C3\" t=\"inlineStr\"><is><t>qui</t>"
+                                     "</is></c></row></sheetData>");
+        const QByteArray other = xml("worksheet",
+                                     "<sheetData><row r=\"1\"><c r=\"A1\" t=\"inlineStr\"><is><t>no</t>"
+                                     "</is></c></row></sheetData>");
         const fw::ImportedTable table = readUnchanged(zip(
             folder.filePath(QStringLiteral("fogli.xlsx")),
             {{QStringLiteral("_rels/.rels"),
@@ -301,10 +307,11 @@ private slots:
               "Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
               "Target=\"/cartella/libro.xml\"/></Relationships>"},
              {QStringLiteral("cartella/libro.xml"),
-              xml("workbook", "<sheets><sheet name=\"Uno\" sheetId=\"1\" state=\"hidden\" r:id=\"rId7\"/>"
-                              "<sheet name=\"Due\" sheetId=\"2\" state=\"veryHidden\" r:id=\"rId7\"/>"
-                              "<sheet name=\"Tre è\" sheetId=\"3\" r:id=\"rId2\"/>"
-                              "<sheet name=\"Quattro\" sheetId=\"4\" r:id=\"rId7\"/></sheets>")},
+              xml("workbook",
+                  "<sheets><sheet name=\"Uno\" sheetId=\"1\" state=\"hidden\" r:id=\"rId7\"/>"
+                  "<sheet name=\"Due\" sheetId=\"2\" state=\"veryHidden\" r:id=\"rId7\"/>"
+                  "<sheet name=\"Tre è\" sheetId=\"3\" r:id=\"rId2\"/>"
+                  "<sheet name=\"Quattro\" sheetId=\"4\" r:id=\"rId7\"/></sheets>")},
              {QStringLiteral("cartella/_rels/libro.xml.rels"),
               relationships({{"rId7", "fogli/primo.xml"}, {"rId2", "../altrove/terzo.xml"}})},
              {QStringLiteral("cartella/fogli/primo.xml"), other},
@@ -313,9 +320,11 @@ private slots:
         QCOMPARE(table.headingLine, 3);
         QCOMPARE(table.headings, QStringList({QString(), QString(), QStringLiteral("qui")}));
 
-        const QString allHidden = zip(folder.filePath(QStringLiteral("nascosti.xlsx")), {{QStringLiteral("xl/workbook.xml"),
-                         xml("workbook", "<sheets><sheet name=\"A\" sheetId=\"1\" state=\"hidden\" r:id=\"rId1\"/>"
-                                         "</sheets>")}});
+        const QString allHidden = zip(folder.filePath(QStringLiteral("nascosti.xlsx")),
+                                      {{QStringLiteral("xl/workbook.xml"),
+                                        xml("workbook",
+                                            "<sheets><sheet name=\"A\" sheetId=\"1\" state=\"hidden\" r:id=\"rId1\"/>"
+                                            "</sheets>")}});
         QCOMPARE(refusal(allHidden), QStringLiteral("La cartella di lavoro nascosti.xlsx non ha fogli visibili."));
     }
 
@@ -324,17 +333,20 @@ private slots:
         QTemporaryDir folder;
         const QByteArray head = "<sheetData><row r=\"1\"><c r=\"A1\" t=\"inlineStr\"><is><t>Codice</t></is></c>"
                                 "<c r=\"B1\" t=\"inlineStr\"><is><t>Nome</t></is></c></row>";
-        QCOMPARE(refusal(oneSheet(folder.filePath(QStringLiteral("f.xlsx")),
-                                  head + "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><f>A2*2</f></c></row></sheetData>")),
+        QCOMPARE(refusal(oneSheet(
+                     folder.filePath(QStringLiteral("f.xlsx")),
+                     head + "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><f>A2*2</f></c></row></sheetData>")),
                  QStringLiteral("Il foglio Dati, cella B2: la formula non ha un valore calcolato; aprire e salvare il "
                                 "file con il foglio di calcolo."));
-        QCOMPARE(refusal(oneSheet(folder.filePath(QStringLiteral("e.xlsx")),
-                                  head + "<row r=\"3\"><c r=\"AB3\" t=\"e\"><f>1/0</f><v>#DIV/0!</v></c></row></sheetData>")),
+        QCOMPARE(refusal(oneSheet(
+                     folder.filePath(QStringLiteral("e.xlsx")),
+                     head + "<row r=\"3\"><c r=\"AB3\" t=\"e\"><f>1/0</f><v>#DIV/0!</v></c></row></sheetData>")),
                  QStringLiteral("Il foglio Dati, cella AB3: la cella contiene un errore (#DIV/0!)."));
         QCOMPARE(refusal(oneSheet(folder.filePath(QStringLiteral("m.xlsx")),
-                                  head + "<row r=\"2\"><c r=\"A2\"><v>1</v></c></row></sheetData>"
-                                         "<mergeCells count=\"2\"><mergeCell ref=\"H20:I20\"/>"
-                                         "<mergeCell ref=\"A2:B2\"/></mergeCells>")),
+                                  head
+                                      + "<row r=\"2\"><c r=\"A2\"><v>1</v></c></row></sheetData>"
+                                        "<mergeCells count=\"2\"><mergeCell ref=\"H20:I20\"/>"
+                                        "<mergeCell ref=\"A2:B2\"/></mergeCells>")),
                  QStringLiteral("Il foglio Dati ha celle unite (A2:B2): separarle e riprovare."));
         // Cells merged away from the table (a note under it, a title above it) do not matter.
         const fw::ImportedTable apart = readUnchanged(oneSheet(
@@ -367,9 +379,9 @@ private slots:
                  QStringLiteral("Il file bianco.csv non contiene righe."));
 
         // A zip that is no workbook, and a workbook cut short.
-        QCOMPARE(refusal(zip(folder.filePath(QStringLiteral("archivio.xlsx")),
-                             {{QStringLiteral("leggimi.txt"), "testo"}})),
-                 QStringLiteral("La cartella di lavoro archivio.xlsx è danneggiata o non è un file XLSX."));
+        QCOMPARE(
+            refusal(zip(folder.filePath(QStringLiteral("archivio.xlsx")), {{QStringLiteral("leggimi.txt"), "testo"}})),
+            QStringLiteral("La cartella di lavoro archivio.xlsx è danneggiata o non è un file XLSX."));
         QFile whole(sample(QStringLiteral("libxlsxwriter.xlsx")));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         QCOMPARE(refusal(write(folder.filePath(QStringLiteral("tronco.xlsx")), whole.read(whole.size() / 2))),
@@ -385,8 +397,8 @@ private slots:
                     .startsWith(QStringLiteral("Impossibile aprire il file manca.csv: ")));
 
         // Content decides, not the name: a text file renamed .xlsx is read as CSV.
-        const fw::ImportedTable renamed =
-            readUnchanged(write(folder.filePath(QStringLiteral("elenco.xlsx")), "Codice;Nome\n1;Uno\n"));
+        const fw::ImportedTable renamed = readUnchanged(
+            write(folder.filePath(QStringLiteral("elenco.xlsx")), "Codice;Nome\n1;Uno\n"));
         QCOMPARE(renamed.headings, QStringList({QStringLiteral("Codice"), QStringLiteral("Nome")}));
         QCOMPARE(describe(renamed.rows.at(0)), QStringList({QStringLiteral("T:1"), QStringLiteral("T:Uno")}));
     }
@@ -396,13 +408,13 @@ private slots:
         QTemporaryDir folder;
         // A byte-order mark, CR LF and LF mixed, blank lines before the headings and among the rows,
         // quoted separators, line breaks and doubled quotes, a record that ends with empty fields.
-        const fw::ImportedTable table = readUnchanged(write(
-            folder.filePath(QStringLiteral("a.csv")),
-            "\xEF\xBB\xBF\r\n;;\r\n Codice ;\"Nome; completo\";Note\r\n"
-            "007;\"Rossi \"\"il Grande\"\"\";\"riga uno\r\nriga due\"\n"
-            "\r\n"
-            "\"\";Verdi;;\n"
-            "008;\"\"\"\";\"\"\"x\"\"\"")); // no line end after the last record
+        const fw::ImportedTable table = readUnchanged(
+            write(folder.filePath(QStringLiteral("a.csv")),
+                  "\xEF\xBB\xBF\r\n;;\r\n Codice ;\"Nome; completo\";Note\r\n"
+                  "007;\"Rossi \"\"il Grande\"\"\";\"riga uno\r\nriga due\"\n"
+                  "\r\n"
+                  "\"\";Verdi;;\n"
+                  "008;\"\"\"\";\"\"\"x\"\"\"")); // no line end after the last record
         QCOMPARE(table.headingLine, 3);
         QCOMPARE(table.headings,
                  QStringList({QStringLiteral("Codice"), QStringLiteral("Nome; completo"), QStringLiteral("Note")}));
@@ -420,8 +432,8 @@ private slots:
         QCOMPARE(commas.headings, QStringList({QStringLiteral("Codice"), QStringLiteral("Città")}));
         QCOMPARE(describe(commas.rows.at(0)), QStringList({QStringLiteral("T:1"), QStringLiteral("T:Forlì, centro")}));
         QCOMPARE(describe(commas.rows.at(1)), QStringList({QStringLiteral("T:2;x"), QStringLiteral("T:y")}));
-        const fw::ImportedTable semicolons =
-            readUnchanged(write(folder.filePath(QStringLiteral("c.csv")), "Codice;Nome, cognome\n1,5;Uno\n"));
+        const fw::ImportedTable semicolons = readUnchanged(
+            write(folder.filePath(QStringLiteral("c.csv")), "Codice;Nome, cognome\n1,5;Uno\n"));
         QCOMPARE(semicolons.headings, QStringList({QStringLiteral("Codice"), QStringLiteral("Nome, cognome")}));
         QCOMPARE(describe(semicolons.rows.at(0)), QStringList({QStringLiteral("T:1,5"), QStringLiteral("T:Uno")}));
     }
