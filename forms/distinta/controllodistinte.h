@@ -10,8 +10,6 @@ class QPushButton;
 
 namespace distinta {
 
-class Albero;
-class RicercaAlbero;
 class Selettore;
 
 // CMD_VERIFICA "Verifica distinte": the health check of every classification of the company, in
@@ -21,7 +19,10 @@ class ControlloDistinte : public QObject
     Q_OBJECT
 
 public:
-    ControlloDistinte(FormFrame &form, Albero &albero, Selettore &selettore, RicercaAlbero &ricerca);
+    // The error handler's name for the jump from a line to its node.
+    static const QString procedureSalto;
+
+    ControlloDistinte(FormFrame &form, Selettore &selettore);
 
     QPushButton *pulsante() const { return CMD_VERIFICA; }
     FinestraVerifica *finestra() const { return m_finestra; }
@@ -31,16 +32,13 @@ public:
     void mostraNodo(const Anomalia &anomalia);
 
 signals:
-    // The classification of that selector key is to be shown, as a click on it shows it.
-    void distintaRichiesta(const QString &chiave);
+    // The node of that selector key's classification is to be shown; codice finds it by subject
+    // when the tree does not show the node itself.
+    void nodoRichiesto(const QString &chiaveTipo, qint64 idNodo, qint64 codice);
 
 private:
-    void focalizza(const Anomalia &anomalia);
-
     FormFrame &m_form;
-    Albero &m_albero;
     Selettore &m_selettore;
-    RicercaAlbero &m_ricerca;
     QPushButton *CMD_VERIFICA;
     QPointer<FinestraVerifica> m_finestra;
 };

@@ -229,7 +229,7 @@ void FRMGD_DISTINTA::vaiAlNodo(int tipoSoggetto, const QString &distinta, const 
 
 // A link the tree does not show as of its date is looked for by the subject's code, as the
 // history's lines are.
-void FRMGD_DISTINTA::vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice)
+void FRMGD_DISTINTA::vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice, const QString &procedura)
 {
     distinta::Parti &p = *m_parti;
     if (p.selettore.chiaveSelezionata() != chiaveTipo) {
@@ -244,7 +244,7 @@ void FRMGD_DISTINTA::vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint6
     if (riga >= 0)
         albero->setFocusedNode(albero->nodeOfRow(riga));
     else
-        p.ricercaAlbero.cercaCodice(QStringLiteral("GRD_DOVEUSATO_DblClick"), QString::number(codice));
+        p.ricercaAlbero.cercaCodice(procedura, QString::number(codice));
     albero->setFocus();
     activateWindow();
 }

@@ -90,8 +90,9 @@ private:
     void aggiornaComandi();
     // The subject of a result of the search across classifications, in its classification.
     void vaiAlNodo(int tipoSoggetto, const QString &distinta, const QString &codice);
-    // A line of "Dove è usato": its classification chosen as a click chooses it, then its node.
-    void vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice);
+    // A line of "Dove è usato" or of the check: its classification chosen as a click chooses it, then its
+    // node; procedura names a failing search by subject to the error handler.
+    void vaiAlLegame(const QString &chiaveTipo, qint64 idNodo, qint64 codice, const QString &procedura);
     // The tree, and the subject list when it shows, read again from the database.
     void ricarica();
     // The type of that code chosen for a run without a window; false, the reason told, when the

@@ -127,10 +127,10 @@ void FRMGD_DISTINTA::collegaEventi()
     connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::listaCaricata, &p.aspetto,
             &distinta::Aspetto::SplitterReposition);
     connect(&p.ricerca, &distinta::PaginaRicerca::nodoRichiesto, this, &FRMGD_DISTINTA::vaiAlNodo);
-    connect(&p.controllo, &distinta::ControlloDistinte::distintaRichiesta, this, [this](const QString &chiave) {
-        if (m_parti->selettore.scegli(chiave))
-            TVW_SELDISTINTE_Click();
-    });
+    connect(&p.controllo, &distinta::ControlloDistinte::nodoRichiesto, this,
+            [this](const QString &chiave, qint64 idNodo, qint64 codice) {
+                vaiAlLegame(chiave, idNodo, codice, distinta::ControlloDistinte::procedureSalto);
+            });
     connect(&p.gestioni, &distinta::Gestioni::tipiCambiati, this,
             [this] { InizializzaDistinte(m_parti->selettore.chiaveSelezionata()); });
     connect(&p.parametri, &distinta::ParametriModulo::parametriChiusi, &p.dettagli,
@@ -147,7 +147,10 @@ void FRMGD_DISTINTA::collegaEventi()
             &distinta::ComandoDoveUsato::mnuDoveUsato_Click);
     connect(&p.anagrafiche, &distinta::PaginaAnagrafiche::doveUsatoRichiesto, &p.doveUsato,
             &distinta::ComandoDoveUsato::mnuDoveUsato_Click);
-    connect(&p.doveUsato, &distinta::ComandoDoveUsato::nodoRichiesto, this, &FRMGD_DISTINTA::vaiAlLegame);
+    connect(&p.doveUsato, &distinta::ComandoDoveUsato::nodoRichiesto, this,
+            [this](const QString &chiave, qint64 idNodo, qint64 codice) {
+                vaiAlLegame(chiave, idNodo, codice, QStringLiteral("GRD_DOVEUSATO_DblClick"));
+            });
     impostaTastiera();
 }
 

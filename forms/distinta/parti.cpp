@@ -27,7 +27,7 @@ Parti::Parti(FRMGD_DISTINTA &form, QTabWidget *gestione)
     , aspetto(form, albero)
     , annullamento(form, albero, verifica, legami)
     , storico(form, albero, selettore, ricercaAlbero, annullamento)
-    , controllo(form, albero, selettore, ricercaAlbero)
+    , controllo(form, selettore)
     , doveUsato(form)
 {
     albero.setControlliLegati(dettagli.promozioni().controlliLegati());
