@@ -30,20 +30,21 @@ bool cambia(const RigaFile &riga, const NodoEsistente &nodo)
         || (riga.promozioni && *riga.promozioni != nodo.promozioni);
 }
 
-void sbaglia(Voce &voce, const QString &motivo)
-{
-    voce.esito = Esito::Errore;
-    voce.motivo = motivo;
-}
-
 } // namespace
 
-PianoImportazione PianoImportazione::prepara(const QList<RigaFile> &righe, const QList<NodoEsistente> &nodi)
+PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, const QList<NodoEsistente> &nodi)
 {
+    using Colonna = RigheImportazione::Colonna;
+    const QList<RigaFile> &righe = lette.righe;
+    const Colonna colonnaPadre =
+        lette.colonne.at(RigheImportazione::Livello) >= 0 ? RigheImportazione::Livello : RigheImportazione::CodicePadre;
     PianoImportazione piano;
+    QHash<qint64, int> nodoPerId;
     QMultiHash<qint64, int> nodiPerSoggetto;
-    for (int i = 0; i < nodi.size(); ++i)
+    for (int i = 0; i < nodi.size(); ++i) {
+        nodoPerId.insert(nodi.at(i).idNodo, i);
         nodiPerSoggetto.insert(nodi.at(i).codice, i);
+    }
     QMultiHash<qint64, int> righePerSoggetto;
     for (int i = 0; i < righe.size(); ++i)
         righePerSoggetto.insert(righe.at(i).codice, i);
@@ -55,32 +56,37 @@ PianoImportazione PianoImportazione::prepara(const QList<RigaFile> &righe, const
         voce.riga = righe.at(i);
         voce.esito = Esito::DaInserire;
         const RigaFile &riga = voce.riga;
+        const auto sbaglia = [&](Colonna colonna, const QString &motivo) {
+            voce.esito = Esito::Errore;
+            voce.motivo = lette.erroreIn(riga.riga, colonna, motivo);
+        };
 
         if (riga.livello) {
             const int livello = *riga.livello;
             ultimaPerLivello.resize(qMax(ultimaPerLivello.size(), livello), -1);
-            if (livello > 1 && ultimaPerLivello.at(livello - 2) < 0)
-                sbaglia(voce, QStringLiteral("Riga %1: il livello %2 non ha sopra una riga di livello %3")
-                                  .arg(riga.riga)
-                                  .arg(livello)
-                                  .arg(livello - 1));
+            if (livello > 1 && ultimaPerLivello.at(livello - 2) < 0 && riga.errore.isEmpty())
+                sbaglia(RigheImportazione::Livello, QStringLiteral("il livello %1 non ha sopra una riga di livello %2")
+                                                        .arg(livello)
+                                                        .arg(livello - 1));
             else if (livello > 1)
                 voce.padreNelFile = ultimaPerLivello.at(livello - 2);
             ultimaPerLivello[livello - 1] = i;
             ultimaPerLivello.resize(livello); // deeper rows above no longer take children
         }
         if (!riga.errore.isEmpty()) {
-            sbaglia(voce, riga.errore);
+            voce.esito = Esito::Errore;
+            voce.motivo = riga.errore;
+        }
+        if (voce.esito == Esito::Errore) {
             piano.voci << voce;
             continue;
         }
         const auto chiave = qMakePair(riga.codice, riga.dataInizio);
         if (const auto vista = viste.constFind(chiave); vista != viste.constEnd()) {
-            sbaglia(voce, QStringLiteral("Riga %1: il soggetto %2 dal %3 compare già alla riga %4")
-                              .arg(riga.riga)
-                              .arg(riga.codice)
-                              .arg(giorno(riga.dataInizio))
-                              .arg(righe.at(*vista).riga));
+            sbaglia(RigheImportazione::Codice, QStringLiteral("il soggetto %1 dal %2 compare già alla riga %3")
+                                                   .arg(riga.codice)
+                                                   .arg(giorno(riga.dataInizio))
+                                                   .arg(righe.at(*vista).riga));
             piano.voci << voce;
             continue;
         }
@@ -108,72 +114,70 @@ PianoImportazione PianoImportazione::prepara(const QList<RigaFile> &righe, const
                 else if (!inAlbero.isEmpty())
                     voce.idPadre = nodi.at(inAlbero.first()).idNodo;
                 else
-                    sbaglia(voce, QStringLiteral("Riga %1: il padre %2 non è nel file né nella distinta")
-                                      .arg(riga.riga)
-                                      .arg(riga.codicePadre));
+                    sbaglia(RigheImportazione::CodicePadre,
+                            QStringLiteral("il padre %1 non è nel file né nella distinta").arg(riga.codicePadre));
             }
         }
 
         for (const int n : nodiPerSoggetto.values(riga.codice)) {
             const NodoEsistente &nodo = nodi.at(n);
-            if (nodo.dataInizio != riga.dataInizio)
-                continue;
-            voce.idNodo = nodo.idNodo;
-            voce.esito = cambia(riga, nodo) ? Esito::DaAggiornare : Esito::Invariato;
+            if (voce.esito != Esito::Errore && nodo.dataInizio == riga.dataInizio) {
+                voce.idNodo = nodo.idNodo;
+                voce.esito = cambia(riga, nodo) ? Esito::DaAggiornare : Esito::Invariato;
+            }
         }
         piano.voci << voce;
     }
 
-    // A parent met in the file is resolved only now: a child may come before it. The node a row
+    // A parent met in the file is known only now: a child may come before it. The node a row
     // updates keeps its parent; an import never moves a node.
     for (Voce &voce : piano.voci) {
-        if (voce.esito == Esito::Errore || voce.idNodo == 0 || voce.padreNelFile < 0)
+        if (voce.esito == Esito::Errore || voce.idNodo == 0)
             continue;
-        const Voce &padre = piano.voci.at(voce.padreNelFile);
-        const qint64 idPadre = padre.idNodo;
-        const auto nodo = std::find_if(nodi.cbegin(), nodi.cend(), [&](const NodoEsistente &n) {
-            return n.idNodo == voce.idNodo;
-        });
-        if (idPadre == 0 || nodo->idPadre != idPadre)
-            sbaglia(voce, QStringLiteral("Riga %1: il soggetto %2 dal %3 è già nella distinta sotto un altro padre, "
-                                         "e l'importazione non sposta i nodi")
-                              .arg(voce.riga.riga)
-                              .arg(voce.riga.codice)
-                              .arg(giorno(voce.riga.dataInizio)));
-    }
-    for (Voce &voce : piano.voci) {
-        if (voce.esito != Esito::Errore && voce.idNodo != 0 && voce.padreNelFile < 0 && !voce.riga.livello) {
-            const auto nodo = std::find_if(nodi.cbegin(), nodi.cend(), [&](const NodoEsistente &n) {
-                return n.idNodo == voce.idNodo;
-            });
-            if (nodo->idPadre != voce.idPadre)
-                sbaglia(voce, QStringLiteral("Riga %1: il soggetto %2 dal %3 è già nella distinta sotto un altro "
-                                             "padre, e l'importazione non sposta i nodi")
-                                  .arg(voce.riga.riga)
-                                  .arg(voce.riga.codice)
-                                  .arg(giorno(voce.riga.dataInizio)));
+        qint64 padreVoluto = voce.idPadre;
+        if (voce.padreNelFile >= 0) {
+            const Voce &padre = piano.voci.at(voce.padreNelFile);
+            if (padre.esito == Esito::Errore)
+                continue; // set aside below with its parent
+            padreVoluto = padre.idNodo;
+        }
+        if (nodi.at(nodoPerId.value(voce.idNodo)).idPadre != padreVoluto) {
+            voce.esito = Esito::Errore;
+            voce.motivo = lette.erroreIn(voce.riga.riga, colonnaPadre,
+                                         QStringLiteral("il soggetto %1 dal %2 è già nella distinta sotto un altro "
+                                                        "padre, e l'importazione non sposta i nodi")
+                                             .arg(voce.riga.codice)
+                                             .arg(giorno(voce.riga.dataInizio)));
         }
     }
+    piano.rifiutaFigli();
+    return piano;
+}
 
-    // A row under a row set aside is set aside too, however far down; a loop of parents in the
-    // file never reaches the tree, so its rows are refused as well.
-    for (int i = 0; i < piano.voci.size(); ++i) {
+void PianoImportazione::rifiutaFigli()
+{
+    // A row whose chain of parents in the file reaches a row set aside, or comes back on itself,
+    // is set aside with the whole chain up to there.
+    for (int i = 0; i < voci.size(); ++i) {
         QList<int> catena;
         int corrente = i;
-        while (corrente >= 0 && piano.voci.at(corrente).esito != Esito::Errore
-               && piano.voci.at(corrente).esito != Esito::Rifiutato && !catena.contains(corrente)) {
+        while (corrente >= 0 && voci.at(corrente).esito != Esito::Errore && voci.at(corrente).esito != Esito::Rifiutato
+               && !catena.contains(corrente)) {
             catena << corrente;
-            corrente = piano.voci.at(corrente).padreNelFile;
+            corrente = voci.at(corrente).padreNelFile;
         }
         if (corrente < 0)
             continue;
         for (const int k : std::as_const(catena)) {
-            Voce &voce = piano.voci[k];
-            voce.esito = Esito::Rifiutato;
-            voce.motivo = QStringLiteral("padre rifiutato");
+            voci[k].esito = Esito::Rifiutato;
+            voci[k].motivo = QStringLiteral("padre rifiutato");
         }
     }
-    return piano;
+}
+
+int PianoImportazione::quante(Esito esito) const
+{
+    return int(std::count_if(voci.cbegin(), voci.cend(), [esito](const Voce &voce) { return voce.esito == esito; }));
 }
 
 QString PianoImportazione::testoEsito(const Voce &voce)

@@ -39,7 +39,12 @@ struct PianoImportazione
 
     QList<Voce> voci;
 
-    static PianoImportazione prepara(const QList<RigaFile> &righe, const QList<NodoEsistente> &nodi);
+    static PianoImportazione prepara(const RigheImportazione &lette, const QList<NodoEsistente> &nodi);
+    // Sets aside, as "padre rifiutato", every row under a row set aside, and the rows of a loop
+    // of parents within the file.
+    void rifiutaFigli();
+    // How many entries have that fate.
+    int quante(Esito esito) const;
     // The fate's text as the report shows it: "Da inserire", "Rifiutato: ...".
     static QString testoEsito(const Voce &voce);
 };

@@ -1,6 +1,5 @@
 #include "forms/distinta/righeimportazione.h"
 
-#include <QSet>
 
 #include <cmath>
 
@@ -10,32 +9,8 @@ namespace {
 
 using Cell = fw::ImportedCell;
 
-enum Colonna {
-    Livello,
-    CodicePadre,
-    Codice,
-    DataInizio,
-    DataFine,
-    TipoFatturazione,
-    CodiceFatturazione,
-    Descrizione,
-    PrioritaStruttura,
-    PrioritaLocalizzata,
-    Promozioni,
-    NumeroColonne
-};
-
-// The headings the import knows; the others (a business name, say) are read past.
-const QStringList &intestazioni()
-{
-    static const QStringList texts {QStringLiteral("Livello"),           QStringLiteral("Codice padre"),
-                                    QStringLiteral("Codice"),            QStringLiteral("Data inizio"),
-                                    QStringLiteral("Data fine"),         QStringLiteral("Tipo fatturazione"),
-                                    QStringLiteral("Codice anagrafica"), QStringLiteral("Descrizione"),
-                                    QStringLiteral("Priorità struttura"), QStringLiteral("Priorità localizzata"),
-                                    QStringLiteral("Promozioni")};
-    return texts;
-}
+using Colonna = RigheImportazione::Colonna;
+using enum RigheImportazione::Colonna;
 
 QString letteraColonna(int index)
 {
@@ -48,17 +23,16 @@ QString letteraColonna(int index)
 class LettoreRiga
 {
 public:
-    LettoreRiga(const fw::ImportedTable &tabella, const fw::ImportedRow &riga, const QList<int> &colonne)
-        : m_tabella(tabella)
+    LettoreRiga(const RigheImportazione &lette, const fw::ImportedRow &riga)
+        : m_lette(lette)
         , m_riga(riga)
-        , m_colonne(colonne)
     { }
 
-    bool presente(Colonna colonna) const { return m_colonne.at(colonna) >= 0; }
+    bool presente(Colonna colonna) const { return m_lette.colonne.at(colonna) >= 0; }
 
     Cell cella(Colonna colonna) const
     {
-        const int index = m_colonne.at(colonna);
+        const int index = m_lette.colonne.at(colonna);
         return index >= 0 && index < m_riga.cells.size() ? m_riga.cells.at(index) : Cell {};
     }
 
@@ -67,14 +41,8 @@ public:
     // Records the first error of the row only: one reason is enough to set it aside.
     void errore(Colonna colonna, const QString &motivo)
     {
-        if (!m_errore.isEmpty())
-            return;
-        const int index = m_colonne.at(colonna);
-        const QString dove = m_tabella.sheet.isEmpty()
-            ? QStringLiteral("Riga %1, colonna %2").arg(m_riga.line).arg(index + 1)
-            : QStringLiteral("Foglio \"%1\", riga %2, colonna %3").arg(m_tabella.sheet).arg(m_riga.line).arg(
-                  letteraColonna(index));
-        m_errore = QStringLiteral("%1 (%2): %3").arg(dove, intestazioni().at(colonna), motivo);
+        if (m_errore.isEmpty())
+            m_errore = m_lette.erroreIn(m_riga.line, colonna, motivo);
     }
 
     const QString &erroreTrovato() const { return m_errore; }
@@ -147,18 +115,40 @@ public:
     }
 
 private:
-    const fw::ImportedTable &m_tabella;
+    const RigheImportazione &m_lette;
     const fw::ImportedRow &m_riga;
-    const QList<int> &m_colonne;
     QString m_errore;
 };
 
 } // namespace
 
+// The headings the import knows; the others (a business name, say) are read past.
+const QStringList &RigheImportazione::intestazioni()
+{
+    static const QStringList texts {QStringLiteral("Livello"),           QStringLiteral("Codice padre"),
+                                    QStringLiteral("Codice"),            QStringLiteral("Data inizio"),
+                                    QStringLiteral("Data fine"),         QStringLiteral("Tipo fatturazione"),
+                                    QStringLiteral("Codice anagrafica"), QStringLiteral("Descrizione"),
+                                    QStringLiteral("Priorità struttura"), QStringLiteral("Priorità localizzata"),
+                                    QStringLiteral("Promozioni")};
+    return texts;
+}
+
+QString RigheImportazione::erroreIn(int riga, Colonna colonna, const QString &motivo) const
+{
+    const int index = colonne.at(colonna);
+    const QString dove = foglio.isEmpty()
+        ? QStringLiteral("Riga %1, campo %2").arg(riga).arg(index + 1)
+        : QStringLiteral("Foglio \"%1\", riga %2, colonna %3").arg(foglio).arg(riga).arg(letteraColonna(index));
+    return QStringLiteral("%1 (%2): %3").arg(dove, intestazioni().at(colonna), motivo);
+}
+
 RigheImportazione RigheImportazione::leggi(const fw::ImportedTable &tabella, const CatalogoImportazione &catalogo)
 {
     RigheImportazione letto;
-    QList<int> colonne(NumeroColonne, -1);
+    letto.foglio = tabella.sheet;
+    letto.colonne = QList<int>(NumeroColonne, -1);
+    QList<int> &colonne = letto.colonne;
     for (int i = 0; i < tabella.headings.size(); ++i) {
         int colonna = 0;
         while (colonna < NumeroColonne
@@ -187,9 +177,9 @@ RigheImportazione RigheImportazione::leggi(const fw::ImportedTable &tabella, con
         }
     }
 
-    const QSet<qint64> soggetti(catalogo.soggetti.cbegin(), catalogo.soggetti.cend());
+    const QHash<qint64, QString> &soggetti = catalogo.soggetti;
     for (const fw::ImportedRow &row : tabella.rows) {
-        LettoreRiga lettore(tabella, row, colonne);
+        LettoreRiga lettore(letto, row);
         RigaFile riga;
         riga.riga = row.line;
         if (lettore.presente(Livello)) {

@@ -29,7 +29,7 @@ struct RigaFile
 // What the file's codes and texts are read against.
 struct CatalogoImportazione
 {
-    QList<qint64> soggetti;             // the subjects of the classification's kind
+    QHash<qint64, QString> soggetti;    // the subjects of the classification's kind, with their names
     QHash<QString, qint64> priorita;    // the price-list priorities by code and by description
     QStringList regoleFatturazione;     // the billing rules' texts, by code
     QStringList regolePromozioni;       // the nodes' campaign rules' texts, by code
@@ -39,10 +39,30 @@ struct CatalogoImportazione
 // (one missing, one repeated, no format recognised) has no rows: its reason says why.
 struct RigheImportazione
 {
+    enum Colonna {
+        Livello,
+        CodicePadre,
+        Codice,
+        DataInizio,
+        DataFine,
+        TipoFatturazione,
+        CodiceFatturazione,
+        Descrizione,
+        PrioritaStruttura,
+        PrioritaLocalizzata,
+        Promozioni,
+        NumeroColonne
+    };
+
     QString errore;
     QList<RigaFile> righe;
+    QString foglio;       // empty for a CSV
+    QList<int> colonne;   // by Colonna: the file's column, -1 when it has none
 
     static RigheImportazione leggi(const fw::ImportedTable &tabella, const CatalogoImportazione &catalogo);
+    static const QStringList &intestazioni(); // by Colonna
+    // "Foglio "Clienti", riga 7, colonna D (Data inizio): " + motivo; a CSV names its field by number.
+    QString erroreIn(int riga, Colonna colonna, const QString &motivo) const;
 };
 
 } // namespace distinta
