@@ -93,7 +93,7 @@ PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, con
         viste.insert(chiave, i);
 
         // The flat format names the parent by its subject: a row of the file whose period holds
-        // the child's start first, then a node of the tree, then any row or node of that subject.
+        // the child's start first, then a node of the tree that does.
         if (!riga.livello && riga.codicePadre != 0) {
             const QList<int> inFile = righePerSoggetto.values(riga.codicePadre);
             const QList<int> inAlbero = nodiPerSoggetto.values(riga.codicePadre);
@@ -109,10 +109,19 @@ PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, con
                     voce.idPadre = nodo.idNodo;
             }
             if (voce.padreNelFile < 0 && voce.idPadre == 0) {
-                if (!inFile.isEmpty() && inFile.first() != i)
-                    voce.padreNelFile = inFile.first();
-                else if (!inAlbero.isEmpty())
-                    voce.idPadre = nodi.at(inAlbero.first()).idNodo;
+                // Outside every period of the parent's: its node in the tree, else its first row.
+                const auto prima = [i](const QList<int> &indici) {
+                    int minimo = -1;
+                    for (const int k : indici) {
+                        if (k != i && (minimo < 0 || k < minimo))
+                            minimo = k;
+                    }
+                    return minimo;
+                };
+                if (const int nodo = prima(inAlbero); nodo >= 0)
+                    voce.idPadre = nodi.at(nodo).idNodo;
+                else if (const int r = prima(inFile); r >= 0)
+                    voce.padreNelFile = r;
                 else
                     sbaglia(RigheImportazione::CodicePadre,
                             QStringLiteral("il padre %1 non è nel file né nella distinta").arg(riga.codicePadre));
