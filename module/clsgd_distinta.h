@@ -35,7 +35,8 @@ class CLSGD_DISTINTA : public QObject,
                        public distinta::ModuleEntry
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter fw::HistoryExporter fw::ListImporter distinta::ModuleEntry)
+    Q_INTERFACES(
+        fw::Cinterface fw::ListPrinter fw::ListExporter fw::HistoryExporter fw::ListImporter distinta::ModuleEntry)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);

@@ -91,16 +91,14 @@ std::optional<fw::ImportedTable> ComandoImportazione::leggiFile(const QString &p
 }
 
 std::optional<PianoImportazione> ComandoImportazione::prova(ImportazioneDistinta &importazione,
-                                                            const QString &procedura,
-                                                            const fw::ImportedTable &tabella)
+                                                            const QString &procedura, const fw::ImportedTable &tabella)
 {
     fw::WorkProgress avanzamento(&m_form, QStringLiteral("Prova dell'importazione"), int(tabella.rows.size()), true);
     avanzamento.showCounts();
     std::optional<PianoImportazione> piano;
     QString errore;
     if (!m_form.step(procedura, [&] {
-            piano = importazione.prova(tabella, errore,
-                                       [&](int fatti, int) { return avanzamento.advance(fatti); });
+            piano = importazione.prova(tabella, errore, [&](int fatti, int) { return avanzamento.advance(fatti); });
         }))
         return std::nullopt;
     if (!errore.isEmpty()) {

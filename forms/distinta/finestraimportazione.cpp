@@ -24,10 +24,10 @@ FinestraImportazione::FinestraImportazione(FormFrame &form, const QString &file,
     , m_file(file)
     , LBL_RIEPILOGO(new QLabel)
     , CMD_APPLICA(new QPushButton(QStringLiteral("&Applica")))
-    , CMD_SALVAIMPORTA(fw::ExportFile::menuButton(
-          QStringLiteral("CMD_SALVAIMPORTA"), QStringLiteral("Sal&va..."),
-          QStringLiteral("Salva l'esito di ogni riga in Excel o in CSV (Alt+V)"), this,
-          [this](fw::ExportFile::Format formato) { CMD_SALVAIMPORTA_Click(formato); }))
+    , CMD_SALVAIMPORTA(
+          fw::ExportFile::menuButton(QStringLiteral("CMD_SALVAIMPORTA"), QStringLiteral("Sal&va..."),
+                                     QStringLiteral("Salva l'esito di ogni riga in Excel o in CSV (Alt+V)"), this,
+                                     [this](fw::ExportFile::Format formato) { CMD_SALVAIMPORTA_Click(formato); }))
     , GRD_IMPORTA(new QTableWidget(0, int(ResocontoImportazione::colonne().size())))
 {
     setObjectName(QStringLiteral("FRMGD_IMPORTA"));
@@ -35,7 +35,8 @@ FinestraImportazione::FinestraImportazione(FormFrame &form, const QString &file,
     setWindowTitle(QStringLiteral("Importazione in %1 - %2").arg(distinta, QFileInfo(file).fileName()));
     LBL_RIEPILOGO->setObjectName(QStringLiteral("LBL_RIEPILOGO"));
     CMD_APPLICA->setObjectName(QStringLiteral("CMD_APPLICA"));
-    CMD_APPLICA->setToolTip(QStringLiteral("Scrive nella distinta le righe accettate, come una sola operazione (Alt+A)"));
+    CMD_APPLICA->setToolTip(
+        QStringLiteral("Scrive nella distinta le righe accettate, come una sola operazione (Alt+A)"));
     CMD_APPLICA->setEnabled(false);
     connect(CMD_APPLICA, &QPushButton::clicked, this, &FinestraImportazione::applicaRichiesta);
 
@@ -64,7 +65,7 @@ void FinestraImportazione::mostra(const PianoImportazione &piano)
     m_piano = piano;
     GRD_IMPORTA->setRowCount(int(m_piano.voci.size()));
     const QColor rifiuto = palette().color(QPalette::Active, QPalette::Text).lightness() > 128 ? QColor(255, 120, 120)
-                                                                                              : QColor(170, 0, 0);
+                                                                                               : QColor(170, 0, 0);
     for (int row = 0; row < m_piano.voci.size(); ++row) {
         const PianoImportazione::Voce &voce = m_piano.voci.at(row);
         const QList<QVariant> valori = ResocontoImportazione::valori(voce);

@@ -41,8 +41,8 @@ ImportazioneDistinta::ImportazioneDistinta(db::ConnectionPtr connection, Contest
 CatalogoImportazione ImportazioneDistinta::leggiCatalogo()
 {
     CatalogoImportazione catalogo;
-    const db::RecordsetPtr soggetti =
-        m_connection->openRecordset(importazionestatements::subjectsQuery(m_contesto.ditta, m_contesto.tipoSoggetto));
+    const db::RecordsetPtr soggetti = m_connection->openRecordset(
+        importazionestatements::subjectsQuery(m_contesto.ditta, m_contesto.tipoSoggetto));
     catalogo.soggetti.reserve(soggetti->recordCount());
     for (int row = 0; row < soggetti->recordCount(); ++row)
         catalogo.soggetti.insert(soggetti->valueAt(row, 0).toLongLong(),

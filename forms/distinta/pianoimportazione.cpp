@@ -36,8 +36,8 @@ PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, con
 {
     using Colonna = RigheImportazione::Colonna;
     const QList<RigaFile> &righe = lette.righe;
-    const Colonna colonnaPadre =
-        lette.colonne.at(RigheImportazione::Livello) >= 0 ? RigheImportazione::Livello : RigheImportazione::CodicePadre;
+    const Colonna colonnaPadre = lette.colonne.at(RigheImportazione::Livello) >= 0 ? RigheImportazione::Livello
+                                                                                   : RigheImportazione::CodicePadre;
     PianoImportazione piano;
     QHash<qint64, int> nodoPerId;
     QMultiHash<qint64, int> nodiPerSoggetto;
@@ -65,9 +65,9 @@ PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, con
             const int livello = *riga.livello;
             ultimaPerLivello.resize(qMax(ultimaPerLivello.size(), livello), -1);
             if (livello > 1 && ultimaPerLivello.at(livello - 2) < 0 && riga.errore.isEmpty())
-                sbaglia(RigheImportazione::Livello, QStringLiteral("il livello %1 non ha sopra una riga di livello %2")
-                                                        .arg(livello)
-                                                        .arg(livello - 1));
+                sbaglia(
+                    RigheImportazione::Livello,
+                    QStringLiteral("il livello %1 non ha sopra una riga di livello %2").arg(livello).arg(livello - 1));
             else if (livello > 1)
                 voce.padreNelFile = ultimaPerLivello.at(livello - 2);
             ultimaPerLivello[livello - 1] = i;
@@ -83,10 +83,11 @@ PianoImportazione PianoImportazione::prepara(const RigheImportazione &lette, con
         }
         const auto chiave = qMakePair(riga.codice, riga.dataInizio);
         if (const auto vista = viste.constFind(chiave); vista != viste.constEnd()) {
-            sbaglia(RigheImportazione::Codice, QStringLiteral("il soggetto %1 dal %2 compare già alla riga %3")
-                                                   .arg(riga.codice)
-                                                   .arg(giorno(riga.dataInizio))
-                                                   .arg(righe.at(*vista).riga));
+            sbaglia(RigheImportazione::Codice,
+                    QStringLiteral("il soggetto %1 dal %2 compare già alla riga %3")
+                        .arg(riga.codice)
+                        .arg(giorno(riga.dataInizio))
+                        .arg(righe.at(*vista).riga));
             piano.voci << voce;
             continue;
         }

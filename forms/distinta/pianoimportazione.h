@@ -31,10 +31,10 @@ struct PianoImportazione
     {
         RigaFile riga;
         Esito esito = Esito::Errore;
-        QString motivo;           // a refusal's or an error's text
-        qint64 idNodo = 0;        // the node an update changes
-        int padreNelFile = -1;    // the index of the parent's entry, when the parent is a row of the file
-        qint64 idPadre = 0;       // the parent node, when it is in the tree already
+        QString motivo;        // a refusal's or an error's text
+        qint64 idNodo = 0;     // the node an update changes
+        int padreNelFile = -1; // the index of the parent's entry, when the parent is a row of the file
+        qint64 idPadre = 0;    // the parent node, when it is in the tree already
     };
 
     QList<Voce> voci;

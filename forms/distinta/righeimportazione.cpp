@@ -1,6 +1,5 @@
 #include "forms/distinta/righeimportazione.h"
 
-
 #include <cmath>
 
 namespace distinta {
@@ -125,11 +124,16 @@ private:
 // The headings the import knows; the others (a business name, say) are read past.
 const QStringList &RigheImportazione::intestazioni()
 {
-    static const QStringList texts {QStringLiteral("Livello"),           QStringLiteral("Codice padre"),
-                                    QStringLiteral("Codice"),            QStringLiteral("Data inizio"),
-                                    QStringLiteral("Data fine"),         QStringLiteral("Tipo fatturazione"),
-                                    QStringLiteral("Codice anagrafica"), QStringLiteral("Descrizione"),
-                                    QStringLiteral("Priorità struttura"), QStringLiteral("Priorità localizzata"),
+    static const QStringList texts {QStringLiteral("Livello"),
+                                    QStringLiteral("Codice padre"),
+                                    QStringLiteral("Codice"),
+                                    QStringLiteral("Data inizio"),
+                                    QStringLiteral("Data fine"),
+                                    QStringLiteral("Tipo fatturazione"),
+                                    QStringLiteral("Codice anagrafica"),
+                                    QStringLiteral("Descrizione"),
+                                    QStringLiteral("Priorità struttura"),
+                                    QStringLiteral("Priorità localizzata"),
                                     QStringLiteral("Promozioni")};
     return texts;
 }
@@ -207,9 +211,10 @@ RigheImportazione RigheImportazione::leggi(const fw::ImportedTable &tabella, con
         if (!fine)
             lettore.errore(DataFine, QStringLiteral("manca la data di fine"));
         if (inizio && fine && *fine < *inizio) {
-            lettore.errore(DataFine, QStringLiteral("la data di fine %1 è precedente alla data di inizio %2")
-                                         .arg(fine->toString(QStringLiteral("dd/MM/yyyy")),
-                                              inizio->toString(QStringLiteral("dd/MM/yyyy"))));
+            lettore.errore(
+                DataFine,
+                QStringLiteral("la data di fine %1 è precedente alla data di inizio %2")
+                    .arg(fine->toString(QStringLiteral("dd/MM/yyyy")), inizio->toString(QStringLiteral("dd/MM/yyyy"))));
         }
         riga.dataInizio = inizio.value_or(QDate());
         riga.dataFine = fine.value_or(QDate());

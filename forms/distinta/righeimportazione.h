@@ -11,9 +11,9 @@ namespace distinta {
 // unset: an update keeps what the node has, an insertion takes the editor's defaults.
 struct RigaFile
 {
-    int riga = 0;            // the line in the sheet
+    int riga = 0;               // the line in the sheet
     std::optional<int> livello; // the export's format: the parent is the nearest row above one level up
-    qint64 codicePadre = 0;  // the flat format: the parent's subject, 0 for a root
+    qint64 codicePadre = 0;     // the flat format: the parent's subject, 0 for a root
     qint64 codice = 0;
     QDate dataInizio;
     QDate dataFine;
@@ -29,10 +29,10 @@ struct RigaFile
 // What the file's codes and texts are read against.
 struct CatalogoImportazione
 {
-    QHash<qint64, QString> soggetti;    // the subjects of the classification's kind, with their names
-    QHash<QString, qint64> priorita;    // the price-list priorities by code and by description
-    QStringList regoleFatturazione;     // the billing rules' texts, by code
-    QStringList regolePromozioni;       // the nodes' campaign rules' texts, by code
+    QHash<qint64, QString> soggetti; // the subjects of the classification's kind, with their names
+    QHash<QString, qint64> priorita; // the price-list priorities by code and by description
+    QStringList regoleFatturazione;  // the billing rules' texts, by code
+    QStringList regolePromozioni;    // the nodes' campaign rules' texts, by code
 };
 
 // The headings of a file and the values of its rows. A file whose headings cannot be read
@@ -56,8 +56,8 @@ struct RigheImportazione
 
     QString errore;
     QList<RigaFile> righe;
-    QString foglio;       // empty for a CSV
-    QList<int> colonne;   // by Colonna: the file's column, -1 when it has none
+    QString foglio;     // empty for a CSV
+    QList<int> colonne; // by Colonna: the file's column, -1 when it has none
 
     static RigheImportazione leggi(const fw::ImportedTable &tabella, const CatalogoImportazione &catalogo);
     static const QStringList &intestazioni(); // by Colonna

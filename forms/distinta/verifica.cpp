@@ -65,7 +65,8 @@ QString Verifica::rigaSovrapposizione(int tipoSoggetto, qint64 codice, const Sov
 
 QString Verifica::rigaUgualeAlPadre(int tipoSoggetto, qint64 codice)
 {
-    return soggetto(tipoSoggetto, codice) + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.");
+    return soggetto(tipoSoggetto, codice)
+        + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.");
 }
 
 QString Verifica::rigaGiaFiglio(int tipoSoggetto, qint64 codice)

@@ -763,10 +763,10 @@ QList<Entry> entries()
              link.withNodeId = true;
              return link;
          }())},
-        {u"CMD_APPLICA_Click: a node with the file's values under a node of CLI-GDO"_s,
+        {u"CMD_APPLICA_Click: a root of CLI-EXP with the file's values"_s,
          executes,
          {},
-         nodistatements::insertStatement(importedNode(1, 3, 1298, QDate(2024, 5, 1)))},
+         nodistatements::insertStatement(importedNode(4, 0, 1298, QDate(2000, 1, 1)))},
         {u"mnuDoveUsato_Click: the links of a subject in every classification (one of the customers in two lists)"_s,
          rows(2),
          {u"GD01_CODICE"_s, u"GD01_DESCR"_s, u"ValidaOggi"_s},

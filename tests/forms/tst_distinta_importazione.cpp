@@ -22,8 +22,8 @@ class TestDistintaImportazione : public QObject
     {
         Clienti()
         {
-            const QStringList nomi {u"Uno"_s,    u"Due"_s,   u"Tre"_s,   u"Quattro"_s,
-                                    u"Cinque"_s, u"Sei"_s,   u"Sette"_s, u"Otto"_s};
+            const QStringList nomi {u"Uno"_s,    u"Due"_s, u"Tre"_s,   u"Quattro"_s,
+                                    u"Cinque"_s, u"Sei"_s, u"Sette"_s, u"Otto"_s};
             for (int code = 1; code <= nomi.size(); ++code)
                 soggetto(0, code, QStringLiteral("Cliente ") + nomi.at(code - 1));
             const qint64 nord = divisione(u"NORD"_s, u"Nord"_s);
@@ -88,25 +88,24 @@ private slots:
     void ogniRigaHaIlSuoEsito()
     {
         Clienti f;
-        const QString file = scrivi(
-            u"piatto.csv"_s,
-            {u"Codice padre;Codice;Data inizio;Data fine;Descrizione"_s,
-             u"3;4;01/01/2024;31/12/2099;"_s,          // 2: before its parent
-             u";3;01/01/2024;31/12/2099;"_s,           // 3
-             u"4;5;01/01/2024;31/12/2099;"_s,          // 4: third level
-             u"5;3;01/01/2000;31/12/2000;"_s,          // 5: under its own descendant
-             u"1;2;01/01/2000;31/12/2000;"_s,          // 6: already below that parent
-             u"1;2;01/01/2024;31/12/2030;Nuova"_s,     // 7: the node of 2, changed
-             u"1;2;01/01/2024;31/12/2099;"_s,          // 8: the same link again
-             u";1;01/01/2024;31/12/2099;"_s,           // 9: the node of 1 as it is
-             u"1;6;01/01/2024;31/12/2099;"_s,          // 10: linked in CLI02
-             u"6;7;01/01/2024;31/12/2099;"_s,          // 11: under 10
-             u"1;1;01/01/2001;31/12/2001;"_s,          // 12: under itself
-             u"3;8;01/01/2024;30/06/2024;"_s,          // 13
-             u"4;8;01/06/2024;31/12/2099;"_s,          // 14: overlaps 13
-             u"99;8;01/01/2024;31/12/2099;"_s,         // 15
-             u";7;31/02/2024;31/12/2099;"_s,           // 16
-             u";7;01/01/2025;01/01/2024;"_s});         // 17
+        const QString file = scrivi(u"piatto.csv"_s,
+                                    {u"Codice padre;Codice;Data inizio;Data fine;Descrizione"_s,
+                                     u"3;4;01/01/2024;31/12/2099;"_s,      // 2: before its parent
+                                     u";3;01/01/2024;31/12/2099;"_s,       // 3
+                                     u"4;5;01/01/2024;31/12/2099;"_s,      // 4: third level
+                                     u"5;3;01/01/2000;31/12/2000;"_s,      // 5: under its own descendant
+                                     u"1;2;01/01/2000;31/12/2000;"_s,      // 6: already below that parent
+                                     u"1;2;01/01/2024;31/12/2030;Nuova"_s, // 7: the node of 2, changed
+                                     u"1;2;01/01/2024;31/12/2099;"_s,      // 8: the same link again
+                                     u";1;01/01/2024;31/12/2099;"_s,       // 9: the node of 1 as it is
+                                     u"1;6;01/01/2024;31/12/2099;"_s,      // 10: linked in CLI02
+                                     u"6;7;01/01/2024;31/12/2099;"_s,      // 11: under 10
+                                     u"1;1;01/01/2001;31/12/2001;"_s,      // 12: under itself
+                                     u"3;8;01/01/2024;30/06/2024;"_s,      // 13
+                                     u"4;8;01/06/2024;31/12/2099;"_s,      // 14: overlaps 13
+                                     u"99;8;01/01/2024;31/12/2099;"_s,     // 15
+                                     u";7;31/02/2024;31/12/2099;"_s,       // 16
+                                     u";7;01/01/2025;01/01/2024;"_s});     // 17
         QVERIFY(f.importazione().provaFile(file));
         distinta::FinestraImportazione *finestra = f.importazione().finestra();
         QVERIFY(finestra);
@@ -157,8 +156,9 @@ private slots:
     void nullaSeLaDistintaCambiaDopoLaProva()
     {
         Clienti f;
-        const QString file = scrivi(u"cambiata.csv"_s, {u"Codice padre;Codice;Data inizio;Data fine"_s,
-                                                        u"1;3;01/01/2024;31/12/2099"_s, u"1;4;01/01/2024;31/12/2099"_s});
+        const QString file = scrivi(u"cambiata.csv"_s,
+                                    {u"Codice padre;Codice;Data inizio;Data fine"_s, u"1;3;01/01/2024;31/12/2099"_s,
+                                     u"1;4;01/01/2024;31/12/2099"_s});
         QVERIFY(f.importazione().provaFile(file));
         distinta::FinestraImportazione *finestra = f.importazione().finestra();
         QCOMPARE(esiti(finestra), QStringList({u"2|Da inserire"_s, u"3|Da inserire"_s}));
@@ -180,8 +180,9 @@ private slots:
     void intestazioniSbagliate()
     {
         Clienti f;
-        const QStringList casi {u"Codice;Data inizio;Data fine"_s, u"Livello;Codice padre;Codice;Data inizio;Data fine"_s,
-                                u"Livello;Codice;Data inizio"_s, u"Livello;Codice;codice;Data inizio;Data fine"_s};
+        const QStringList casi {u"Codice;Data inizio;Data fine"_s,
+                                u"Livello;Codice padre;Codice;Data inizio;Data fine"_s, u"Livello;Codice;Data inizio"_s,
+                                u"Livello;Codice;codice;Data inizio;Data fine"_s};
         const QStringList motivi {
             u"Il file deve avere la colonna \"Livello\" (come la esporta la distinta) oppure la colonna \"Codice "
             "padre\", non entrambe."_s,
@@ -204,12 +205,13 @@ private slots:
     {
         DistintaFixture f(TestDatabase::DemoData);
         f.apri();
-        const qint64 tipo = f.scalar(u"SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'CLI-GDO'"_s).toLongLong();
+        const qint64 tipo = f.scalar(u"SELECT GD01_ID FROM GD01_TIPODISTINTA WHERE GD01_CODICE = 'CLI-GDO'"_s)
+                                .toLongLong();
         const QStringList prima = nodi(f, tipo);
         QVERIFY(prima.size() > 50);
         const QString file = m_cartella.filePath(u"andata.xlsx"_s);
-        QVERIFY(f.form->EsportaSenzaFinestra(u"CLI-GDO"_s, std::nullopt, std::nullopt, file,
-                                             fw::ExportFile::Format::Xlsx));
+        QVERIFY(
+            f.form->EsportaSenzaFinestra(u"CLI-GDO"_s, std::nullopt, std::nullopt, file, fw::ExportFile::Format::Xlsx));
 
         f.exec(QStringLiteral("DELETE FROM GD02_DISTINTA WHERE GD02_ID_GD01 = %1").arg(tipo));
         f.clicca(QStringLiteral("C%1").arg(tipo));

@@ -72,15 +72,15 @@ private slots:
         file.write(rows.join(u"\r\n"_s).toUtf8());
         file.close();
 
-        result = importa(
-            {u"--import"_s, edited, u"--type"_s, u"cli-gdo"_s, u"--dry-run"_s, u"--report"_s, m_report});
+        result = importa({u"--import"_s, edited, u"--type"_s, u"cli-gdo"_s, u"--dry-run"_s, u"--report"_s, m_report});
         QVERIFY2(result.exitCode == 4, qPrintable(result.err));
         QCOMPARE(fineDi(1043), 20991231);
         lines = esito();
         QCOMPARE(lines.at(1), u"2;1043;01/03/2024;31/12/2098;Da aggiornare"_s);
-        QCOMPARE(lines.last(), QStringLiteral("%1;424242;01/01/2024;31/12/2099;Riga %1, campo 2 (Codice): il soggetto "
-                                              "424242 non esiste")
-                                   .arg(rows.size()));
+        QCOMPARE(lines.last(),
+                 QStringLiteral("%1;424242;01/01/2024;31/12/2099;Riga %1, campo 2 (Codice): il soggetto "
+                                "424242 non esiste")
+                     .arg(rows.size()));
 
         result = importa({u"--import"_s, edited, u"--type"_s, u"CLI-GDO"_s, u"--report"_s, m_report});
         QCOMPARE(result.exitCode, 4);
