@@ -149,6 +149,10 @@ private slots:
                               u"5|4|2024-01-01T00:00:00.000|2099-12-31T00:00:00.000|0||||"_s,
                               u"8|3|2024-01-01T00:00:00.000|2024-06-30T00:00:00.000|0||||"_s}));
         QCOMPARE(f.codiciAlbero().size(), 6);
+
+        // One operation of the history: one undo takes all of it back.
+        f.premi(QStringLiteral("CMD_ANNULLA"));
+        QCOMPARE(nodi(f, f.cli01), prima);
     }
 
     // Someone else changed the classification between the dry run and "Applica": nothing is
