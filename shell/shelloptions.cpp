@@ -145,16 +145,13 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
             return options;
         }
     }
-    // An import reads --type too, which the other commands leave to --check.
-    if (parser.isSet(QStringLiteral("import"))) {
-        if (!options.importFile.read(parser, err))
-            *exitCode = 1;
-        return options;
-    }
     if (!options.importFile.read(parser, err)) {
         *exitCode = 1;
         return options;
     }
+    // An import reads --type itself: the other commands leave it to --check.
+    if (options.importFile.requested())
+        return options;
     // --level and --date mean something only to a print or an export.
     if (!options.history.read(parser, err) || !options.print.read(parser, err) || !options.exportList.read(parser, err)
         || (!options.print.requested() && !options.exportList.requested() && !options.history.requested()

@@ -119,6 +119,7 @@ bool ComandoImportazione::provaFile(const QString &percorso)
         return false;
     m_file = percorso;
     m_tabella = std::move(*tabella);
+    m_contesto = importazione.contesto();
     if (m_finestra)
         m_finestra->close();
     m_finestra = new FinestraImportazione(m_form, percorso, m_selettore.testoSelezionato());
@@ -128,12 +129,14 @@ bool ComandoImportazione::provaFile(const QString &percorso)
     return true;
 }
 
-ComandoImportazione::Scrittura ComandoImportazione::scrivi(const QString &procedura, const fw::ImportedTable &tabella,
+ComandoImportazione::Scrittura ComandoImportazione::scrivi(const QString &procedura,
+                                                           const ContestoImportazione &contesto,
+                                                           const fw::ImportedTable &tabella,
                                                            const PianoImportazione *atteso, PianoImportazione &piano)
 {
-    ImportazioneDistinta importazione(m_form.connection(), contesto());
+    ImportazioneDistinta importazione(m_form.connection(), contesto);
     // The checks run again inside the operation: nobody can write between them and the rows.
-    OperazioneStorico operazione(m_form, procedura, QStringLiteral("Importazione"), m_albero.idTipo(),
+    OperazioneStorico operazione(m_form, procedura, QStringLiteral("Importazione"), contesto.idTipo,
                                  QFileInfo(m_file).fileName());
     if (!operazione.inizia())
         return Scrittura::NonScritta;
@@ -169,7 +172,7 @@ bool ComandoImportazione::CMD_APPLICA_Click()
         return false;
     const PianoImportazione mostrato = m_finestra->piano();
     PianoImportazione piano;
-    const Scrittura esito = scrivi(procedureApplica, m_tabella, &mostrato, piano);
+    const Scrittura esito = scrivi(procedureApplica, m_contesto, m_tabella, &mostrato, piano);
     if (esito == Scrittura::Cambiata) {
         m_finestra->mostra(piano);
         m_form.avviso(QStringLiteral("La distinta è cambiata dopo la prova e l'esito di alcune righe non è più lo "
@@ -206,7 +209,7 @@ int ComandoImportazione::importaSenzaFinestra(const QString &percorso, bool solo
         if (!trovato)
             return 1;
         piano = std::move(*trovato);
-    } else if (scrivi(procedureApplica, *tabella, nullptr, piano) != Scrittura::Scritta) {
+    } else if (scrivi(procedureApplica, contesto(), *tabella, nullptr, piano) != Scrittura::Scritta) {
         return 1;
     }
     if (!m_form.step(QStringLiteral("CMD_SALVAIMPORTA_Click"), [&] {

@@ -61,8 +61,8 @@ private:
     // Within one operation of the journal: the rows checked again, and the accepted ones written
     // when their fates are still those of atteso (without one: whatever they are). piano: the
     // fates found.
-    Scrittura scrivi(const QString &procedura, const fw::ImportedTable &tabella, const PianoImportazione *atteso,
-                     PianoImportazione &piano);
+    Scrittura scrivi(const QString &procedura, const ContestoImportazione &contesto, const fw::ImportedTable &tabella,
+                     const PianoImportazione *atteso, PianoImportazione &piano);
 
     FormFrame &m_form;
     Albero &m_albero;
@@ -70,8 +70,11 @@ private:
     const ParametriModulo &m_parametri;
     QPushButton *CMD_IMPORTA;
     QPointer<FinestraImportazione> m_finestra;
+    // The dry run shown: its file, its rows and the classification it was tried on, which
+    // "Applica" writes into whatever the editor shows meanwhile.
     QString m_file;
     fw::ImportedTable m_tabella;
+    ContestoImportazione m_contesto;
 };
 
 } // namespace distinta

@@ -28,7 +28,7 @@ class TestDistintaImportazione : public QObject
                 soggetto(0, code, QStringLiteral("Cliente ") + nomi.at(code - 1));
             const qint64 nord = divisione(u"NORD"_s, u"Nord"_s);
             cli01 = tipo(0, u"CLI01"_s, u"Clienti Nord"_s, nord);
-            const qint64 cli02 = tipo(0, u"CLI02"_s, u"Altri Nord"_s, nord);
+            cli02 = tipo(0, u"CLI02"_s, u"Altri Nord"_s, nord);
             n1 = nodo(cli01, 0, 1);
             n2 = nodo(cli01, 0, 2, {.parent = n1});
             nodo(cli02, 0, 6);
@@ -36,7 +36,7 @@ class TestDistintaImportazione : public QObject
             clicca(QStringLiteral("C%1").arg(cli01));
         }
         distinta::ComandoImportazione &importazione() { return form->parti().importazione; }
-        qint64 cli01, n1, n2;
+        qint64 cli01, cli02, n1, n2;
     };
 
     QTemporaryDir m_cartella;
@@ -156,7 +156,8 @@ private slots:
     }
 
     // Someone else changed the classification between the dry run and "Applica": nothing is
-    // written, the user is told, and the report shows the fates as they now are.
+    // written, the user is told, and the report shows the fates as they now are. Applied then,
+    // the rows go into the classification tried, whichever the editor shows meanwhile.
     void nullaSeLaDistintaCambiaDopoLaProva()
     {
         Clienti f;
@@ -178,6 +179,14 @@ private slots:
                  u"3|Rifiutato: Cliente 4 già legato alla distinta : Nodo capostipite nel periodo dal 01/01/2020 al "
                  "31/12/2099"_s);
         QVERIFY(finestra->applica()->isEnabled());
+
+        const QStringList altra = nodi(f, f.cli02);
+        f.clicca(QStringLiteral("C%1").arg(f.cli02));
+        finestra->applica()->click();
+        QCOMPARE(nodi(f, f.cli02), altra);
+        QStringList attesi = prima;
+        attesi.insert(2, u"3|1|2024-01-01T00:00:00.000|2099-12-31T00:00:00.000|0||||"_s);
+        QCOMPARE(nodi(f, f.cli01), attesi);
     }
 
     // A file whose headings do not say where each row goes is refused whole, and told why.
