@@ -14,6 +14,12 @@ QString dateValue(const QDate &date)
     return QStringLiteral("  ") + sqltext::convertDate103(date) + QLatin1Char(',');
 }
 
+// A code where 0 means none.
+QString orNull(qint64 code)
+{
+    return code == 0 ? QStringLiteral("NULL") : sqltext::number(code);
+}
+
 } // namespace
 
 QString parentQuery(int company, qint64 parentId)
@@ -33,6 +39,7 @@ QString overlapQuery(const Collegamento &link)
         + QStringLiteral(" GD01_TIPODISTINTA_FIGLIO.GD01_DESCR AS DescDistinta,")
         + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_CODICE AS CodDistintaCapo,")
         + QStringLiteral(" GD01_TIPODISTINTA_PADRE.GD01_DESCR AS DescDistintaCapo")
+        + (link.withNodeId ? QStringLiteral(", GD02_DISTINTA_FIGLIO.GD02_ID AS IdNodo") : QString())
         + QStringLiteral(" FROM GD01_TIPODISTINTA AS GD01_TIPODISTINTA_FIGLIO")
         + QStringLiteral(" LEFT OUTER JOIN GD02_DISTINTA AS GD02_DISTINTA_FIGLIO")
         + QStringLiteral(" ON GD01_TIPODISTINTA_FIGLIO.GD01_ID = GD02_DISTINTA_FIGLIO.GD02_ID_GD01")
@@ -77,6 +84,29 @@ QString insertStatement(const NuovoNodo &node)
     const int last = int(std::size(columns)) - 1;
     for (int i = 0; i <= last; ++i)
         sql += QStringLiteral("  ") + QLatin1String(columns[i]) + (i < last ? QStringLiteral(",") : QString());
+    // The values an import brings besides the editor's own, after them.
+    QStringList moreColumns;
+    QStringList moreValues;
+    if (node.billingCode) {
+        moreColumns << QStringLiteral("GD02_CLIFORFATT_CG44");
+        moreValues << orNull(*node.billingCode);
+    }
+    if (node.description) {
+        moreColumns << QStringLiteral("GD02_DESCR");
+        moreValues << (node.description->isEmpty()
+                           ? QStringLiteral("NULL")
+                           : sqltext::quoted(columnwidths::fitToColumn(schemanames::GD02_DESCR, *node.description)));
+    }
+    if (node.structurePriority) {
+        moreColumns << QStringLiteral("GD02_IDSTRUTTURA_LP09");
+        moreValues << orNull(*node.structurePriority);
+    }
+    if (node.localPriority) {
+        moreColumns << QStringLiteral("GD02_IDLOCALIZZATA_LP09");
+        moreValues << orNull(*node.localPriority);
+    }
+    for (const QString &column : std::as_const(moreColumns))
+        sql += QStringLiteral(",  ") + column;
 
     // The creation and change columns have the same width: one fitted value serves both.
     const QString group = QStringLiteral("  ")
@@ -91,7 +121,10 @@ QString insertStatement(const NuovoNodo &node)
         + sqltext::number(node.linkState) + QLatin1Char(',') + dateValue(node.start) + dateValue(node.end)
         + dateValue(node.today) + group + user + dateValue(node.today) + group + user + QStringLiteral("  ")
         + sqltext::number(node.billingRule) + QLatin1Char(',') + QStringLiteral("  ")
-        + (node.root ? QStringLiteral("2") : QStringLiteral("0")) + QStringLiteral(" )");
+        + sqltext::number(node.promotions.value_or(node.root ? 2 : 0));
+    for (const QString &value : std::as_const(moreValues))
+        sql += QStringLiteral(",  ") + value;
+    sql += QStringLiteral(" )");
     return sql;
 }
 

@@ -23,6 +23,7 @@ struct Collegamento
     std::optional<qint64> excludedNodeId; // when editing: the node's own row does not count
     QDate start;
     QDate end;
+    bool withNodeId = false; // an import: the other link's own GD02_ID too, as IdNodo
 };
 
 // VerificaNodo: the other links of the same subject whose period overlaps (both ends closed),
@@ -45,6 +46,13 @@ struct NuovoNodo
     QString user;
     int billingRule = 0;
     bool root = false; // roots get their own promotions (2), children inherit (0)
+    // What an import brings besides, written after the editor's columns; codes 0 and an empty
+    // description are written as NULL. promotions replaces the rule above.
+    std::optional<qint64> billingCode;
+    std::optional<QString> description;
+    std::optional<qint64> structurePriority;
+    std::optional<qint64> localPriority;
+    std::optional<int> promotions;
 };
 
 QString insertStatement(const NuovoNodo &node);

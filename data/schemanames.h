@@ -17,6 +17,9 @@ inline constexpr QLatin1String GD02_UTENTECRE("GD02_UTENTECRE");
 inline constexpr QLatin1String GD02_GRUPPOVAR("GD02_GRUPPOVAR");
 inline constexpr QLatin1String GD02_UTENTEVAR("GD02_UTENTEVAR");
 
+// A node's description, as an import writes it.
+inline constexpr QLatin1String GD02_DESCR("GD02_DESCR");
+
 // The print work table's key: computer name and user name.
 inline constexpr QLatin1String GD04_KEY("GD04_KEY");
 

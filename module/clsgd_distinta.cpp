@@ -257,6 +257,17 @@ bool CLSGD_DISTINTA::exportCheck(const QString &code, const QString &path, fw::E
     return senzaFinestra([&](FRMGD_DISTINTA &form) { return form.VerificaSenzaFinestra(code, path, format); });
 }
 
+fw::ListImporter::Outcome CLSGD_DISTINTA::importList(const QString &code, const QString &file, bool dryRun,
+                                                     const QString &reportPath, fw::ExportFile::Format format)
+{
+    int esito = NotDone;
+    senzaFinestra([&](FRMGD_DISTINTA &form) {
+        esito = form.ImportaSenzaFinestra(code, file, dryRun, reportPath, format);
+        return esito != NotDone;
+    });
+    return esito == Done ? Done : esito == SomeRefused ? SomeRefused : NotDone;
+}
+
 // The editor prepared as ShowForm prepares it and started as its first showing would start
 // it, for work done without a window; nothing is ever shown.
 bool CLSGD_DISTINTA::senzaFinestra(const std::function<bool(FRMGD_DISTINTA &)> &work)

@@ -5,6 +5,7 @@
 #include "framework/contractpointer.h"
 #include "framework/historyexporter.h"
 #include "framework/listexporter.h"
+#include "framework/listimporter.h"
 #include "framework/listprinter.h"
 
 #include <QObject>
@@ -30,10 +31,12 @@ class CLSGD_DISTINTA : public QObject,
                        public fw::ListPrinter,
                        public fw::ListExporter,
                        public fw::HistoryExporter,
+                       public fw::ListImporter,
                        public distinta::ModuleEntry
 {
     Q_OBJECT
-    Q_INTERFACES(fw::Cinterface fw::ListPrinter fw::ListExporter fw::HistoryExporter distinta::ModuleEntry)
+    Q_INTERFACES(
+        fw::Cinterface fw::ListPrinter fw::ListExporter fw::HistoryExporter fw::ListImporter distinta::ModuleEntry)
 
 public:
     explicit CLSGD_DISTINTA(QObject *parent = nullptr);
@@ -106,6 +109,11 @@ public:
     bool exportComparison(const QString &code, const QDate &a, const QDate &b, const QString &path,
                           fw::ExportFile::Format format) override;
     bool exportCheck(const QString &code, const QString &path, fw::ExportFile::Format format) override;
+
+    // A spreadsheet read into the type of that code, through an editor that is never shown
+    // (ListImporter).
+    Outcome importList(const QString &code, const QString &file, bool dryRun, const QString &reportPath,
+                       fw::ExportFile::Format format) override;
 
     std::unique_ptr<fw::Cinterface> createInstance() const override;
     void setTypeMaintenance(std::optional<qint64> idDistinta) override;

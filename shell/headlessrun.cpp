@@ -6,6 +6,7 @@
 #include "framework/historyexporter.h"
 #include "framework/hostglobalservices.h"
 #include "framework/listexporter.h"
+#include "framework/listimporter.h"
 #include "framework/listprinter.h"
 #include "framework/report/defaultreportengine.h"
 #include "framework/unattendedrun.h"
@@ -189,19 +190,50 @@ Job historyJob(const ShellOptions &options)
         }};
 }
 
+// The import answers with more than done or not: some rows may be refused.
+int runImport(const ImportRequest &request, fw::HostGlobalServices &globals, const db::ConnectionPtr &connection,
+              const ComponentCatalog &catalog, const QString &programId,
+              const std::shared_ptr<fw::UnattendedRun> &unattended)
+{
+    QTextStream err(stderr);
+    const std::unique_ptr<fw::Cinterface> module = createModule(catalog, programId, globals, connection);
+    auto *importer = module ? qobject_cast<fw::ListImporter *>(dynamic_cast<QObject *>(module.get())) : nullptr;
+    if (!importer) {
+        err << QStringLiteral("distinta: il componente \"%1\" non è installato o non importa senza finestre.")
+                   .arg(programId)
+            << Qt::endl;
+        return 1;
+    }
+    const QString report = QFileInfo(request.reportPath).absoluteFilePath();
+    const fw::ListImporter::Outcome outcome = importer->importList(
+        request.typeCode, QFileInfo(request.file).absoluteFilePath(), request.dryRun, report, request.reportFormat);
+    if (outcome == fw::ListImporter::NotDone) {
+        if (unattended && unattended->failed())
+            return fw::UnattendedRun::FailureExitCode;
+        err << QStringLiteral("distinta: l'importazione nella distinta \"%1\" non è stata eseguita.")
+                   .arg(request.typeCode)
+            << Qt::endl;
+        return 1;
+    }
+    QTextStream(stdout) << QStringLiteral("File scritto: %1").arg(QDir::toNativeSeparators(report)) << Qt::endl;
+    return outcome;
+}
+
 } // namespace
 
 bool asksForRunWithoutWindow(int argc, char **argv)
 {
     return commandLineHas(argc, argv, "--print") || commandLineHas(argc, argv, "--export")
         || commandLineHas(argc, argv, "--history") || commandLineHas(argc, argv, "--compare")
-        || commandLineHas(argc, argv, "--check");
+        || commandLineHas(argc, argv, "--check") || commandLineHas(argc, argv, "--import");
 }
 
 int runWithoutWindow(const ShellOptions &options, fw::HostGlobalServices &globals, const db::ConnectionPtr &connection,
                      const ComponentCatalog &catalog, const QString &programId,
                      const std::shared_ptr<fw::UnattendedRun> &unattended)
 {
+    if (options.importFile.requested())
+        return runImport(options.importFile, globals, connection, catalog, programId, unattended);
     const Job job = options.print.requested() ? printJob(options, globals)
         : options.history.requested()         ? historyJob(options)
                                               : exportJob(options);

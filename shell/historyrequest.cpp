@@ -49,7 +49,9 @@ QList<QCommandLineOption> HistoryRequest::options()
         {checkOption,
          QStringLiteral("Scrive senza finestre i problemi delle distinte della ditta (soggetti senza distinta, legami "
                         "sovrapposti, periodi fuori dal padre, righe senza nodo) nel file di --xlsx o di --csv.")},
-        {typeOption, QStringLiteral("Con --check: solo i problemi della distinta del tipo indicato."),
+        {typeOption,
+         QStringLiteral("Con --check: solo i problemi della distinta del tipo indicato; con --import: la distinta "
+                        "in cui importare."),
          QStringLiteral("codice")},
     };
 }

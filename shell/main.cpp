@@ -136,7 +136,8 @@ int main(int argc, char *argv[])
     globals.setWorkflowStateService(
         std::make_shared<fw::SqlWorkflowStateService>(connection, globals.user(), globals.userGroup()));
 
-    if (options.print.requested() || options.exportList.requested() || options.history.requested())
+    if (options.print.requested() || options.exportList.requested() || options.history.requested()
+        || options.importFile.requested())
         return runWithoutWindow(options, globals, connection, ComponentCatalog(pluginFolder()), editorProgramId,
                                 unattended);
 

@@ -32,12 +32,12 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
         "Distinte di classificazione di clienti e fornitori.\n"
         "Senza --database né --odbc usa il database dimostrativo, creato al primo avvio con l'utente "
         "nella cartella dei dati dell'utente.\n"
-        "Senza utente (--exit-after-show, --screenshot, --print, --export, --history, --compare, --check) un errore "
-        "non apre "
-        "finestre: viene "
-        "scritto una volta sullo standard error e il programma termina; un database che non esiste è un errore.\n"
+        "Senza utente (--exit-after-show, --screenshot, --print, --export, --history, --compare, --check, --import) "
+        "un errore non apre finestre: viene scritto una volta sullo standard error e il programma termina; un "
+        "database che non esiste è un errore.\n"
         "Codici di uscita: 0 riuscito; 1 argomenti errati, database non aperto o rifiutato, editor non aperto; "
-        "2 nessuno schermo disponibile; 3 errore durante un'esecuzione senza utente."));
+        "2 nessuno schermo disponibile; 3 errore durante un'esecuzione senza utente; 4 con --import, righe "
+        "rifiutate."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Mostra questo aiuto ed esce."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
@@ -84,6 +84,7 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
     parser.addOptions(PrintRequest::options());
     parser.addOptions(ExportRequest::options());
     parser.addOptions(HistoryRequest::options());
+    parser.addOptions(ImportRequest::options());
     parser.addOptions(listoptions::options());
 
     QTextStream out(stdout);
@@ -144,6 +145,13 @@ ShellOptions ShellOptions::parse(const QStringList &arguments, int *exitCode)
             return options;
         }
     }
+    if (!options.importFile.read(parser, err)) {
+        *exitCode = 1;
+        return options;
+    }
+    // An import reads --type itself: the other commands leave it to --check.
+    if (options.importFile.requested())
+        return options;
     // --level and --date mean something only to a print or an export.
     if (!options.history.read(parser, err) || !options.print.read(parser, err) || !options.exportList.read(parser, err)
         || (!options.print.requested() && !options.exportList.requested() && !options.history.requested()

@@ -2,6 +2,7 @@
 
 #include "shell/exportrequest.h"
 #include "shell/historyrequest.h"
+#include "shell/importrequest.h"
 #include "shell/printrequest.h"
 
 #include <QSize>
@@ -23,13 +24,14 @@ struct ShellOptions
     PrintRequest print;           // unattended: print a list to PDF without a window, exit
     ExportRequest exportList;     // unattended: export a list to XLSX or CSV without a window, exit
     HistoryRequest history;       // unattended: a list's history or its differences between two days, exit
+    ImportRequest importFile;     // unattended: a spreadsheet imported into a list, exit
 
     // A run without a user: errors end it with fw::UnattendedRun::FailureExitCode. Every headless
     // command belongs here.
     bool unattended() const
     {
         return exitAfterShow || !screenshotPath.isEmpty() || print.requested() || exportList.requested()
-            || history.requested();
+            || history.requested() || importFile.requested();
     }
 
     // Parses the arguments (program name first). On --help or --version it prints and sets

@@ -263,6 +263,17 @@ QString Albero::statementDistinta()
     return distintastatements::nodesQuery(m_form.companyCode(), m_tipoSoggetto, idTipo());
 }
 
+db::Recordset::UpdateStamp Albero::timbroModifica(const QString &gruppo, const QString &utente)
+{
+    const QString group = columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"), gruppo);
+    const QString user = columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"), utente);
+    return [group, user] {
+        return QList<std::pair<QString, QVariant>> {{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
+                                                    {QStringLiteral("GD02_GRUPPOVAR"), group},
+                                                    {QStringLiteral("GD02_UTENTEVAR"), user}};
+    };
+}
+
 db::RecordsetPtr Albero::apriNodi(const QString &sql)
 {
     return m_form.connection()->openRecordset(sql);
@@ -332,15 +343,8 @@ void Albero::legaAlbero(const db::RecordsetPtr &nodi, const QString &sql)
 
     // In-tree edits and propagations stamp who changed the node and when.
     const fw::GlobalServices *services = m_form.globals();
-    const QString group = columnwidths::fitToColumn(QStringLiteral("GD02_GRUPPOVAR"),
-                                                    services ? services->userGroup() : QString());
-    const QString user = columnwidths::fitToColumn(QStringLiteral("GD02_UTENTEVAR"),
-                                                   services ? services->user() : QString());
-    nodi->setUpdateStamp([group, user] {
-        return QList<std::pair<QString, QVariant>> {{QStringLiteral("GD02_DATAVAR"), QDateTime::currentDateTime()},
-                                                    {QStringLiteral("GD02_GRUPPOVAR"), group},
-                                                    {QStringLiteral("GD02_UTENTEVAR"), user}};
-    });
+    nodi->setUpdateStamp(
+        timbroModifica(services ? services->userGroup() : QString(), services ? services->user() : QString()));
 
     // Each value typed into a cell is one operation of the journal.
     TVW_DISTINTA->model()->setWriteScope([this](const std::function<void()> &write) {

@@ -48,6 +48,8 @@ public:
     QString idDistinta() const { return m_idDistinta; } // GD01_ID of the chosen type
     qint64 idTipo() const { return m_idDistinta.toLongLong(); }
     db::RecordsetPtr nodi() const { return m_nodi; } // the rows the tree shows
+    // Who changed a node and when, written by every change of a node's row.
+    static db::Recordset::UpdateStamp timbroModifica(const QString &gruppo, const QString &utente);
     fw::RecordFrame *frameDistinta() const;
     std::optional<qint64> divisione() const { return m_divisione; }
     QString guidDistinta() const { return m_guidDistinta; }

@@ -210,6 +210,7 @@ void FRMGD_DISTINTA::aggiornaComandi()
     p.anagrafiche.aggiungiAlNodo()->setEnabled(aggiungere);
     p.anagrafiche.aggiungiCapostipite()->setEnabled(aggiungere);
     p.anagrafiche.rimuovi()->setEnabled(p.albero.widget()->focusedNode().isValid());
+    p.importazione.pulsante()->setEnabled(p.selettore.distintaScelta());
     p.albero.livelli().aggiornaAbilitazione();
     p.ricercaAlbero.aggiornaAbilitazione();
 }
@@ -276,6 +277,14 @@ bool FRMGD_DISTINTA::scegliSenzaFinestra(const QString &codice, const QString &p
         return false;
     }
     return true;
+}
+
+int FRMGD_DISTINTA::ImportaSenzaFinestra(const QString &codiceTipo, const QString &file, bool soloProva,
+                                         const QString &resoconto, fw::ExportFile::Format formato)
+{
+    if (!scegliSenzaFinestra(codiceTipo.trimmed().toUpper(), QStringLiteral("CMD_IMPORTA_Click"), {}))
+        return 1;
+    return m_parti->importazione.importaSenzaFinestra(file, soloProva, resoconto, formato);
 }
 
 bool FRMGD_DISTINTA::StoricoSenzaFinestra(const QString &codiceTipo, std::optional<QDate> dal, std::optional<QDate> al,

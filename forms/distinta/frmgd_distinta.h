@@ -60,6 +60,10 @@ public:
     // What is wrong in the company's classifications today (only in that type's, when a code is
     // given), to a file; written also when nothing is.
     bool VerificaSenzaFinestra(const QString &codiceTipo, const QString &percorso, fw::ExportFile::Format formato);
+    // A file imported into the classification (only tried, with soloProva), the fate of each row
+    // written to resoconto: 0 every row applied or applicable, 4 some refused, 1 nothing done.
+    int ImportaSenzaFinestra(const QString &codiceTipo, const QString &file, bool soloProva, const QString &resoconto,
+                             fw::ExportFile::Format formato);
     bool EsportaSenzaFinestra(const QString &codiceTipo, std::optional<int> livello, std::optional<QDate> giorno,
                               const QString &percorso, fw::ExportFile::Format formato);
 

@@ -79,6 +79,7 @@ QWidget *FRMGD_DISTINTA::creaPannelloDistinta()
     header->addSpacing(12);
     header->addWidget(p.stampa.pulsante());
     header->addWidget(p.esportazione.pulsante());
+    header->addWidget(p.importazione.pulsante());
     header->addWidget(p.parametri.pulsante());
     header->addWidget(p.gestioni.pulsante());
     auto *tools = new QHBoxLayout;
@@ -192,6 +193,10 @@ void FRMGD_DISTINTA::impostaTastiera()
             &p.ricercaAlbero, &distinta::RicercaAlbero::cercaSuccessivo);
     connect(scorciatoia(this, QKeySequence(Qt::Key_F5), QStringLiteral("scorciatoiaRicarica")), &QShortcut::activated,
             this, &FRMGD_DISTINTA::ricarica);
+    // Every letter of "Importa" is another command's.
+    connect(scorciatoia(this, QKeySequence(Qt::ALT | Qt::Key_K), QStringLiteral("scorciatoiaImporta")),
+            &QShortcut::activated, p.importazione.pulsante(), &QPushButton::animateClick);
+    connect(&p.importazione, &distinta::ComandoImportazione::distintaModificata, this, &FRMGD_DISTINTA::ricarica);
     impostaOrdineTab();
 }
 

@@ -6,6 +6,7 @@
 #include "forms/distinta/comandodoveusato.h"
 #include "forms/distinta/aspetto.h"
 #include "forms/distinta/controllilegami.h"
+#include "forms/distinta/comandoimportazione.h"
 #include "forms/distinta/controllodistinte.h"
 #include "forms/distinta/eliminazione.h"
 #include "forms/distinta/esportazione.h"
@@ -57,6 +58,7 @@ struct Parti
     Eliminazione eliminazione;
     Stampa stampa;
     Esportazione esportazione;
+    ComandoImportazione importazione;
     Spostamento spostamento;
     Aspetto aspetto;
     Annullamento annullamento;

@@ -84,6 +84,8 @@ void Selettore::aggiungiTipi(QTreeWidgetItem *root, int subjectKind)
         auto *item = new QTreeWidgetItem(root, {text});
         item->setData(0, Qt::UserRole,
                       chiaveDelTipo(subjectKind, types->value(QStringLiteral("GD01_ID")).toLongLong()));
+        item->setData(0, RuoloCodice, types->value(QStringLiteral("GD01_CODICE")).toString());
+        item->setData(0, RuoloDescrizione, types->value(QStringLiteral("GD01_DESCR")).toString());
         item->setIcon(0, icon);
     }
 }
@@ -140,6 +142,18 @@ QString Selettore::testoSelezionato() const
 {
     const QTreeWidgetItem *selected = TVW_SELDISTINTE->currentItem();
     return selected ? selected->text(0) : QString();
+}
+
+QString Selettore::codiceSelezionato() const
+{
+    const QTreeWidgetItem *selected = TVW_SELDISTINTE->currentItem();
+    return selected ? selected->data(0, RuoloCodice).toString() : QString();
+}
+
+QString Selettore::descrizioneSelezionata() const
+{
+    const QTreeWidgetItem *selected = TVW_SELDISTINTE->currentItem();
+    return selected ? selected->data(0, RuoloDescrizione).toString() : QString();
 }
 
 int Selettore::tipoDellaRadice() const

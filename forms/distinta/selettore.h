@@ -27,6 +27,9 @@ public:
     // A type is chosen, not one of the two roots.
     bool distintaScelta() const;
     QString testoSelezionato() const;
+    // The chosen type's GD01_CODICE and GD01_DESCR; empty without a type.
+    QString codiceSelezionato() const;
+    QString descrizioneSelezionata() const;
     // The subject kind of the chosen type's root: 0 customers, 1 suppliers; -1 without a type.
     int tipoDellaRadice() const;
     int contaNodi() const;
@@ -44,6 +47,9 @@ signals:
     void sceltaDallUtente();
 
 private:
+    static constexpr int RuoloCodice = Qt::UserRole + 1;
+    static constexpr int RuoloDescrizione = Qt::UserRole + 2;
+
     QTreeWidgetItem *voce(const QString &chiave) const;
     QTreeWidgetItem *aggiungiRadice(const QString &key, const QString &text);
     void aggiungiTipi(QTreeWidgetItem *root, int subjectKind);

@@ -18,11 +18,9 @@ QString testoData(const QVariant &value)
 }
 
 // "CODE - description", or the code alone when there is no description.
-QString distinta(const QVariant &codice, const QVariant &descrizione)
+QString distinta(const QString &codice, const QString &descrizione)
 {
-    const QString description = MODGD_DISTINTA::NvlStringa(descrizione);
-    return MODGD_DISTINTA::NvlStringa(codice)
-        + (description.isEmpty() ? QString() : QStringLiteral(" - ") + description);
+    return codice + (descrizione.isEmpty() ? QString() : QStringLiteral(" - ") + descrizione);
 }
 
 } // namespace
@@ -33,10 +31,52 @@ Verifica::Verifica(FormFrame &form, Albero &albero, ControlliLegami &legami)
     , m_legami(legami)
 { }
 
-QString Verifica::soggetto(qint64 codice) const
+QString Verifica::soggetto(int tipoSoggetto, qint64 codice)
 {
-    return (m_albero.tipoSoggetto() != 0 ? QStringLiteral("Fornitore ") : QStringLiteral("Cliente "))
-        + QString::number(codice);
+    return (tipoSoggetto != 0 ? QStringLiteral("Fornitore ") : QStringLiteral("Cliente ")) + QString::number(codice);
+}
+
+Verifica::Sovrapposizione Verifica::sovrapposizione(const db::Recordset &primo)
+{
+    Sovrapposizione altro;
+    altro.anagrafica = MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica")));
+    altro.ragSoc = primo.value(QStringLiteral("RagSoc")).toString();
+    altro.codDistinta = MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("CodDistinta")));
+    altro.descDistinta = MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("DescDistinta")));
+    altro.codDistintaCapo = MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("CodDistintaCapo")));
+    altro.descDistintaCapo = MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("DescDistintaCapo")));
+    altro.dataI = primo.value(QStringLiteral("DataI"));
+    altro.dataF = primo.value(QStringLiteral("DataF"));
+    return altro;
+}
+
+// Only the other link's own classification is named, or for a root its parent's: none.
+QString Verifica::rigaSovrapposizione(int tipoSoggetto, qint64 codice, const Sovrapposizione &altro)
+{
+    const QString periodo = QStringLiteral(" nel periodo dal ") + testoData(altro.dataI) + QStringLiteral(" al ")
+        + testoData(altro.dataF);
+    const QString riga = soggetto(tipoSoggetto, codice) + QStringLiteral(" già legato alla distinta ");
+    if (altro.anagrafica.isEmpty())
+        return riga + distinta(altro.codDistintaCapo, altro.descDistintaCapo) + QStringLiteral(": Nodo capostipite")
+            + periodo;
+    return riga + distinta(altro.codDistinta, altro.descDistinta) + QStringLiteral(": Nodo padre ") + altro.anagrafica
+        + QStringLiteral(" - ") + altro.ragSoc + periodo;
+}
+
+QString Verifica::rigaUgualeAlPadre(int tipoSoggetto, qint64 codice)
+{
+    return soggetto(tipoSoggetto, codice)
+        + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.");
+}
+
+QString Verifica::rigaGiaFiglio(int tipoSoggetto, qint64 codice)
+{
+    return soggetto(tipoSoggetto, codice) + QStringLiteral(" nodo è già un nodo figlio nella struttura.");
+}
+
+QString Verifica::rigaGiaPadre(int tipoSoggetto, qint64 codice)
+{
+    return soggetto(tipoSoggetto, codice) + QStringLiteral(" nodo è già un nodo padre nella struttura.");
 }
 
 // Runs with errors ignored statement by statement: a statement that fails is skipped, and the
@@ -77,8 +117,7 @@ Verifica::Esito Verifica::VerificaNodo(Modo modo, const Nodo &nodo)
 
     if (sovrapposti->isEmpty()) {
         if (inserimento && nodo.codice == codicePadre) {
-            esito.righe = soggetto(nodo.codice)
-                + QStringLiteral(" uguale al nodo padre, non è possibile salvare la struttura.\n");
+            esito.righe = rigaUgualeAlPadre(m_albero.tipoSoggetto(), nodo.codice) + QLatin1Char('\n');
             return esito;
         }
         if (inserimento && !VerificaRicorsivi(nodo.codice, esito.righe))
@@ -90,24 +129,12 @@ Verifica::Esito Verifica::VerificaNodo(Modo modo, const Nodo &nodo)
         return esito;
     }
 
-    // Only the link of the lowest classification type is named.
-    QString riga = soggetto(nodo.codice) + QStringLiteral(" già legato alla distinta ");
+    // Only the link of the lowest classification type is named; a value that cannot be read
+    // leaves the line as far as it got.
+    QString riga = soggetto(m_albero.tipoSoggetto(), nodo.codice) + QStringLiteral(" già legato alla distinta ");
     FormFrame::quietly([&] {
         sovrapposti->moveFirst();
-        const db::Recordset &primo = *sovrapposti;
-        const QString periodo = QStringLiteral(" nel periodo dal ") + testoData(primo.value(QStringLiteral("DataI")))
-            + QStringLiteral(" al ") + testoData(primo.value(QStringLiteral("DataF")));
-        if (MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica"))).isEmpty()) {
-            // A root's parent is nobody: the parent's type is empty too, and so is the code shown.
-            riga += distinta(primo.value(QStringLiteral("CodDistintaCapo")),
-                             primo.value(QStringLiteral("DescDistintaCapo")))
-                + QStringLiteral(": Nodo capostipite") + periodo;
-        } else {
-            riga += distinta(primo.value(QStringLiteral("CodDistinta")), primo.value(QStringLiteral("DescDistinta")))
-                + QStringLiteral(": Nodo padre ")
-                + MODGD_DISTINTA::NvlStringa(primo.value(QStringLiteral("Anagrafica"))) + QStringLiteral(" - ")
-                + primo.value(QStringLiteral("RagSoc")).toString() + periodo;
-        }
+        riga = rigaSovrapposizione(m_albero.tipoSoggetto(), nodo.codice, sovrapposizione(*sovrapposti));
     });
     esito.righe = riga + QLatin1Char('\n');
     return esito;
@@ -133,7 +160,7 @@ bool Verifica::VerificaRicorsivi(qint64 codice, QString &righe)
 
         for (fw::TreeListNode node = focalizzato.next(); node.isValid() && node.level() > livello; node = node.next()) {
             if (stesso(node)) {
-                righe += soggetto(codice) + QStringLiteral(" nodo è già un nodo figlio nella struttura.\n");
+                righe += rigaGiaFiglio(m_albero.tipoSoggetto(), codice) + QLatin1Char('\n');
                 valido = false;
                 return;
             }
@@ -143,7 +170,7 @@ bool Verifica::VerificaRicorsivi(qint64 codice, QString &righe)
         for (fw::TreeListNode node = focalizzato.parent(); node.isValid() && node.level() < livello;
              node = node.parent()) {
             if (stesso(node)) {
-                righe += soggetto(codice) + QStringLiteral(" nodo è già un nodo padre nella struttura.\n");
+                righe += rigaGiaPadre(m_albero.tipoSoggetto(), codice) + QLatin1Char('\n');
                 valido = false;
                 return;
             }

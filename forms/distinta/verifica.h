@@ -2,8 +2,13 @@
 
 #include <QDate>
 #include <QString>
+#include <QVariant>
 
 class FormFrame;
+
+namespace db {
+class Recordset;
+}
 
 namespace distinta {
 
@@ -35,6 +40,26 @@ public:
         bool rifiutoPremioDefinitivo = false; // refused only for a definitive bonus
     };
 
+    // The other link an overlap names, as the overlap statement reads it.
+    struct Sovrapposizione
+    {
+        QString anagrafica; // the other link's parent subject; empty when it is a root
+        QString ragSoc;
+        QString codDistinta;
+        QString descDistinta;
+        QString codDistintaCapo;
+        QString descDistintaCapo;
+        QVariant dataI;
+        QVariant dataF;
+    };
+
+    // The refusal lines, each without its line feed. tipoSoggetto: 0 customers, else suppliers.
+    static Sovrapposizione sovrapposizione(const db::Recordset &primo);
+    static QString rigaSovrapposizione(int tipoSoggetto, qint64 codice, const Sovrapposizione &altro);
+    static QString rigaUgualeAlPadre(int tipoSoggetto, qint64 codice);
+    static QString rigaGiaFiglio(int tipoSoggetto, qint64 codice);
+    static QString rigaGiaPadre(int tipoSoggetto, qint64 codice);
+
     Verifica(FormFrame &form, Albero &albero, ControlliLegami &legami);
 
     Esito VerificaNodo(Modo modo, const Nodo &nodo);
@@ -42,7 +67,7 @@ public:
     bool VerificaRicorsivi(qint64 codice, QString &righe);
 
 private:
-    QString soggetto(qint64 codice) const;
+    static QString soggetto(int tipoSoggetto, qint64 codice);
 
     FormFrame &m_form;
     Albero &m_albero;

@@ -6,6 +6,7 @@
 #include "data/distintastatements.h"
 #include "data/dittastatements.h"
 #include "data/doveusatostatements.h"
+#include "data/importazionestatements.h"
 #include "data/legamistatements.h"
 #include "data/nodistatements.h"
 #include "data/parametristatements.h"
@@ -87,6 +88,9 @@ nodistatements::Collegamento linkOf1198(std::optional<qint64> division, std::opt
     return {company, 1198, customers, division, excludedNodeId, QDate(2024, 1, 1), QDate(2024, 12, 31)};
 }
 
+// What an import writes besides: the file's billing code, description and priorities.
+nodistatements::NuovoNodo importedNode(qint64 typeId, qint64 parentId, qint64 subjectCode, const QDate &start);
+
 nodistatements::NuovoNodo newNode(qint64 typeId, qint64 parentId, qint64 subjectCode, const QDate &start)
 {
     nodistatements::NuovoNodo node;
@@ -103,6 +107,17 @@ nodistatements::NuovoNodo newNode(qint64 typeId, qint64 parentId, qint64 subject
     node.user = u"o'neill"_s;
     node.billingRule = 0;
     node.root = parentId == 0;
+    return node;
+}
+
+nodistatements::NuovoNodo importedNode(qint64 typeId, qint64 parentId, qint64 subjectCode, const QDate &start)
+{
+    nodistatements::NuovoNodo node = newNode(typeId, parentId, subjectCode, start);
+    node.billingCode = 1043;
+    node.description = u"Punto vendita dell'Alto Adige"_s;
+    node.structurePriority = 1;
+    node.localPriority = 0;
+    node.promotions = 1;
     return node;
 }
 
@@ -732,6 +747,26 @@ QList<Entry> entries()
          anything,
          {u"WF02_GUID"_s},
          verificastatements::orphanStatesQuery()},
+        {u"CMD_IMPORTA_Click: the subjects of the kind, with their names"_s,
+         someRows,
+         {u"CG16_RAGSOANAG"_s},
+         importazionestatements::subjectsQuery(company, customers)},
+        {u"CMD_IMPORTA_Click: the price-list priorities"_s,
+         someRows,
+         {u"LP09_DESCR"_s},
+         importazionestatements::prioritiesQuery()},
+        {u"CMD_IMPORTA_Click: a subject's other links, with their nodes"_s,
+         someRows,
+         {u"IdNodo"_s},
+         nodistatements::overlapQuery([] {
+             nodistatements::Collegamento link = linkOf1198(std::nullopt, std::nullopt);
+             link.withNodeId = true;
+             return link;
+         }())},
+        {u"CMD_APPLICA_Click: a root of CLI-EXP with the file's values"_s,
+         executes,
+         {},
+         nodistatements::insertStatement(importedNode(4, 0, 1298, QDate(2000, 1, 1)))},
         {u"mnuDoveUsato_Click: the links of a subject in every classification (one of the customers in two lists)"_s,
          rows(2),
          {u"GD01_CODICE"_s, u"GD01_DESCR"_s, u"ValidaOggi"_s},

@@ -174,8 +174,10 @@ private slots:
         QCOMPARE(stop = nextStop(stop), widget(f.griglia()));
 
         for (QAbstractButton *button : f.form->findChildren<QAbstractButton *>()) {
+            // Each letter of "Importa" is another command's: it answers to Alt+K, as its tooltip says.
             if (!button->objectName().startsWith(QLatin1String("CMD_"))
-                || button->objectName() == QLatin1String("CMD_ESPANDICOLLASSA"))
+                || button->objectName() == QLatin1String("CMD_ESPANDICOLLASSA")
+                || button->objectName() == QLatin1String("CMD_IMPORTA"))
                 continue;
             QVERIFY2(button->text().contains(QLatin1Char('&')), qPrintable(button->objectName()));
             QVERIFY2(button->toolTip().contains(QLatin1String("Alt+")), qPrintable(button->objectName()));
