@@ -11,6 +11,18 @@ using Cell = fw::ImportedCell;
 using Colonna = RigheImportazione::Colonna;
 using enum RigheImportazione::Colonna;
 
+// The first character the text columns cannot hold: they keep the western code page (Latin-1
+// and the typographic signs Windows adds to it, the euro among them). Null when there is none.
+QChar fuoriDalDatabase(const QString &text)
+{
+    static const QString windows = QStringLiteral("€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ");
+    for (const QChar c : text) {
+        if (c.unicode() > 0xFF && !windows.contains(c))
+            return c;
+    }
+    return {};
+}
+
 QString letteraColonna(int index)
 {
     QString letters;
@@ -228,8 +240,14 @@ RigheImportazione RigheImportazione::leggi(const fw::ImportedTable &tabella, con
                 lettore.errore(CodiceFatturazione,
                                QStringLiteral("il soggetto %1 non esiste").arg(*riga.codiceFatturazione));
         }
-        if (lettore.presente(Descrizione))
+        if (lettore.presente(Descrizione)) {
             riga.descrizione = lettore.testo(Descrizione);
+            if (const QChar estraneo = fuoriDalDatabase(*riga.descrizione); !estraneo.isNull())
+                lettore.errore(Descrizione,
+                               QStringLiteral("il carattere \"%1\" non si può salvare nella distinta "
+                                              "(solo caratteri dell'alfabeto latino occidentale)")
+                                   .arg(estraneo));
+        }
         riga.prioritaStruttura = lettore.priorita(PrioritaStruttura, catalogo.priorita);
         riga.prioritaLocalizzata = lettore.priorita(PrioritaLocalizzata, catalogo.priorita);
         if (lettore.presente(Promozioni))

@@ -189,6 +189,21 @@ private slots:
         QCOMPARE(nodi(f, f.cli01), attesi);
     }
 
+    // An end brought before the due date of a definitive bonus is refused with the editor's
+    // text; a later end, or a bonus not yet definitive, is not.
+    void premioDefinitivo()
+    {
+        Clienti f;
+        f.scadenza(f.condizione(f.contratto(2), f.n2), u"2030-06-30"_s, 2);
+        const QString file = scrivi(u"premio.csv"_s,
+                                    {u"Codice padre;Codice;Data inizio;Data fine"_s, u"1;2;01/01/2024;31/12/2029"_s,
+                                     u";1;01/01/2024;31/12/2040"_s});
+        QVERIFY(f.importazione().provaFile(file));
+        QCOMPARE(esiti(f.importazione().finestra()),
+                 QStringList({u"2|Rifiutato: La data fine è inferiore alla data scadenza di un premio definitivo"_s,
+                              u"3|Da aggiornare"_s}));
+    }
+
     // A file whose headings do not say where each row goes is refused whole, and told why.
     void intestazioniSbagliate()
     {

@@ -53,9 +53,9 @@ private slots:
                                     u"Data inizio"_s,        u"Data fine"_s,  u"Tipo fatturazione"_s,
                                     u"Priorità struttura"_s, u"Descrizione"_s};
         const auto riga = [](const Cell &codice, const Cell &inizio, const Cell &fine, const QString &regola = {},
-                             const QString &priorita = {}) {
+                             const QString &priorita = {}, const QString &descrizione = u"Caffè “Al Borgo” 5 €"_s) {
             return QList<Cell> {testo({}), codice,        testo(u"ignorata"_s), inizio,
-                                fine,      testo(regola), testo(priorita),      testo(u"Ελληνικά €"_s)};
+                                fine,      testo(regola), testo(priorita),      testo(descrizione)};
         };
         const auto lette = distinta::RigheImportazione::leggi(
             tabella(
@@ -68,17 +68,18 @@ private slots:
                  riga(testo(u"1"_s), testo(u"29/02/2023"_s), data(2024, 2, 1)),
                  riga(testo(u"1"_s), testo(u"29/02/2024"_s), testo(u"28/02/2024"_s)),
                  riga(testo(u"1"_s), data(2024, 1, 1), data(2024, 2, 1), u"Altro"_s),
-                 riga(testo(u"1"_s), data(2024, 1, 1), data(2024, 2, 1), {}, u"Listino Sud"_s)}),
+                 riga(testo(u"1"_s), data(2024, 1, 1), data(2024, 2, 1), {}, u"Listino Sud"_s),
+                 riga(testo(u"1"_s), data(2024, 1, 1), data(2024, 2, 1), {}, {}, u"Ελληνικά"_s)}),
             catalogo());
         QCOMPARE(lette.errore, QString());
-        QCOMPARE(lette.righe.size(), 9);
+        QCOMPARE(lette.righe.size(), 10);
         const distinta::RigaFile &prima = lette.righe.at(0);
         QCOMPARE(prima.codice, 7);
         QCOMPARE(prima.codicePadre, 0);
         QCOMPARE(prima.dataFine, QDate(2099, 12, 31));
         QCOMPARE(prima.tipoFatturazione, std::optional<int>(1));
         QCOMPARE(prima.prioritaStruttura, std::optional<qint64>(5));
-        QCOMPARE(prima.descrizione, std::optional<QString>(u"Ελληνικά €"_s));
+        QCOMPARE(prima.descrizione, std::optional<QString>(u"Caffè “Al Borgo” 5 €"_s));
         QCOMPARE(prima.errore, QString());
         const distinta::RigaFile &seconda = lette.righe.at(1);
         QCOMPARE(seconda.dataInizio, QDate(2024, 1, 1));
@@ -100,7 +101,9 @@ private slots:
                          u"Foglio \"Clienti\", riga 9, colonna F (Tipo fatturazione): \"Altro\" non è un tipo di "
                          "fatturazione"_s,
                          u"Foglio \"Clienti\", riga 10, colonna G (Priorità struttura): la priorità \"Listino Sud\" "
-                         "non esiste"_s}));
+                         "non esiste"_s,
+                         u"Foglio \"Clienti\", riga 11, colonna H (Descrizione): il carattere \"Ε\" non si può "
+                         "salvare nella distinta (solo caratteri dell'alfabeto latino occidentale)"_s}));
     }
 
     // The export's layout: each row's parent is the nearest row above one level up; a row whose

@@ -93,7 +93,8 @@ private slots:
         const QString text = m_folder.filePath(u"note.txt"_s);
         QFile file(text);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("\x00\x01\x02 not a table", 17));
+        static const char bytes[] = "\x00\x01\x02 not a table";
+        file.write(bytes, sizeof bytes - 1);
         file.close();
         ShellRun result = importa({u"--import"_s, text, u"--type"_s, u"CLI-GDO"_s, u"--report"_s, m_report});
         QCOMPARE(result.exitCode, 1);
