@@ -27,5 +27,8 @@ struct Entry
 };
 
 QList<Entry> entries();
+// Their last part: the journal's, the history's, the check's, the import's and "Dove è usato"'s
+// entries (corpusjournalentries.cpp), run after the editor's.
+QList<Entry> journalEntries();
 
 } // namespace corpus
