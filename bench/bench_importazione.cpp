@@ -110,13 +110,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
             bare.exec(removeNew);
             form->CaricaDistinta();
             form->CaricaAnagraficheDistinta();
-            const db::RecordsetPtr ticks = form->parti().anagrafiche.lista()->clone();
-            const int code = ticks->fieldIndex(QStringLiteral("Codice"));
-            for (ticks->moveFirst(); !ticks->eof(); ticks->moveNext()) {
-                const int subject = ticks->value(code).toInt();
-                if (subject >= firstNew && subject < firstNew + tickedSubjects)
-                    ticks->setValue(QStringLiteral("Seleziona"), 1);
-            }
+            bench::tickSubjects(form, firstNew, tickedSubjects);
             bench::focusNode(tree, form, parentNode);
         },
         [&] { form->parti().inserimento.CMD_ADDANAGR_Click(); });

@@ -88,12 +88,7 @@ void benchSize(const bench::LargeDatabase &generated, int runs, bench::BenchTabl
         bare.exec(removeNew);
         form->CaricaDistinta();
         form->CaricaAnagraficheDistinta();
-        const db::RecordsetPtr ticks = form->parti().anagrafiche.lista()->clone();
-        const int code = ticks->fieldIndex(QStringLiteral("Codice"));
-        for (ticks->moveFirst(); !ticks->eof(); ticks->moveNext()) {
-            if (ticks->value(code).toInt() >= firstNew)
-                ticks->setValue(QStringLiteral("Seleziona"), 1);
-        }
+        bench::tickSubjects(form, firstNew, newSubjects);
         focusNode(tree, form, parentNode);
     };
     const bench::Timing insertFloor = bench::measure(

@@ -4,6 +4,7 @@
 
 #include "db/sqlitefile.h"
 #include "forms/distinta/frmgd_distinta.h"
+#include "forms/distinta/parti.h"
 #include "framework/treelist/treelist.h"
 #include "platform/db/recordset.h"
 #include "platform/db/tsqltranslator.h"
@@ -89,6 +90,17 @@ void stepBare(dbsetup::SqliteFile &file, const QString &tsql)
 {
     dbsetup::SqliteStatement statement = file.prepare(db::translateTsqlToSqlite(tsql));
     while (statement.step()) {
+    }
+}
+
+void tickSubjects(FRMGD_DISTINTA *form, int firstCode, int count)
+{
+    const db::RecordsetPtr ticks = form->parti().anagrafiche.lista()->clone();
+    const int code = ticks->fieldIndex(QStringLiteral("Codice"));
+    for (ticks->moveFirst(); !ticks->eof(); ticks->moveNext()) {
+        const int subject = ticks->value(code).toInt();
+        if (subject >= firstCode && subject < firstCode + count)
+            ticks->setValue(QStringLiteral("Seleziona"), 1);
     }
 }
 

@@ -37,5 +37,7 @@ QString idList(const QList<qint64> &ids);
 // Runs a translated module statement to its end on the bare connection, reading every row.
 void stepBare(dbsetup::SqliteFile &file, const QString &tsql);
 void focusNode(fw::TreeList *tree, const FRMGD_DISTINTA *form, qint64 id);
+// Ticks the subjects coded firstCode to firstCode + count - 1 in the editor's subject list.
+void tickSubjects(FRMGD_DISTINTA *form, int firstCode, int count);
 
 } // namespace bench

@@ -72,13 +72,12 @@ qint64 ControlloImportazione::chiave(const PianoImportazione &piano, int indice)
     return idNodo != 0 ? idNodo : -1 - qint64(indice);
 }
 
-int ControlloImportazione::livello(qint64 posto) const
+void ControlloImportazione::risali(qint64 posto, const std::function<bool(qint64)> &continua) const
 {
-    int livello = 0;
-    // A loop of parents among the nodes (another program's doing) must not hang the check.
-    for (qint64 k = m_posti.value(posto).padre; k != 0 && livello <= m_posti.size(); k = m_posti.value(k).padre)
-        ++livello;
-    return livello;
+    qsizetype passi = 0;
+    for (qint64 k = m_posti.value(posto).padre; k != 0 && passi <= m_posti.size() && continua(k);
+         k = m_posti.value(k).padre)
+        ++passi;
 }
 
 bool ControlloImportazione::verifica(PianoImportazione &piano, const std::function<bool(int)> &avanza)
@@ -132,25 +131,25 @@ QString ControlloImportazione::controllaNuovo(const PianoImportazione &piano, in
         return {};
     if (m_posti.value(padre).codice == riga.codice)
         return Verifica::rigaUgualeAlPadre(tipo, riga.codice);
-    // The subject below the parent: walking up from each of its places meets the parent.
+    // The subject below the parent: walking up from one of its places meets the parent.
     for (const qint64 posto : m_postiPerSoggetto.values(riga.codice)) {
-        int passi = 0;
-        for (qint64 k = m_posti.value(posto).padre; k != 0 && passi <= m_posti.size(); k = m_posti.value(k).padre) {
-            if (k == padre)
-                return Verifica::rigaGiaFiglio(tipo, riga.codice);
-            ++passi;
-        }
+        bool sotto = false;
+        risali(posto, [&](qint64 k) {
+            sotto = k == padre;
+            return !sotto;
+        });
+        if (sotto)
+            return Verifica::rigaGiaFiglio(tipo, riga.codice);
     }
     // As in the tree, the ancestors count only from the third level down.
-    if (livello(padre) >= 2) {
-        int passi = 0;
-        for (qint64 k = m_posti.value(padre).padre; k != 0 && passi <= m_posti.size(); k = m_posti.value(k).padre) {
-            if (m_posti.value(k).codice == riga.codice)
-                return Verifica::rigaGiaPadre(tipo, riga.codice);
-            ++passi;
-        }
-    }
-    return {};
+    int livello = 0;
+    bool sopra = false;
+    risali(padre, [&](qint64 k) {
+        ++livello;
+        sopra = sopra || m_posti.value(k).codice == riga.codice;
+        return true;
+    });
+    return sopra && livello >= 2 ? Verifica::rigaGiaPadre(tipo, riga.codice) : QString();
 }
 
 QString ControlloImportazione::controllaModifica(const Voce &voce)

@@ -45,7 +45,9 @@ private:
     // from the database, then from the file.
     QString sovrapposto(qint64 codice, const QDate &inizio, const QDate &fine, std::optional<qint64> escluso);
     qint64 chiave(const PianoImportazione &piano, int indice) const;
-    int livello(qint64 posto) const;
+    // The places above posto, nearest first, as long as continua(place) says so; a loop of
+    // parents among the nodes (another program's doing) ends the walk instead of hanging it.
+    void risali(qint64 posto, const std::function<bool(qint64)> &continua) const;
 
     db::ConnectionPtr m_connection;
     const ContestoImportazione &m_contesto;
